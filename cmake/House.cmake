@@ -1,0 +1,47 @@
+# How a room of the house is built: one static library a folder, one set of warnings, two shared
+# precompiled headers (with and without widgets). A folder links only what lies below it, so the
+# link edges repeat the include rule that tests/house checks.
+
+add_library(sonmira_options INTERFACE)
+target_compile_features(sonmira_options INTERFACE cxx_std_20)
+target_compile_options(sonmira_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
+  -Wcast-align -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference)
+target_compile_definitions(sonmira_options INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
+target_include_directories(sonmira_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+if(SONMIRA_SANITIZE)
+  # The address sanitizer's own checks make the null-dereference warning see paths that cannot happen.
+  target_compile_options(sonmira_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer
+    -Wno-null-dereference -Wno-maybe-uninitialized)
+  target_link_options(sonmira_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+file(WRITE ${CMAKE_BINARY_DIR}/pch.cpp "")
+set(core_headers <QByteArray> <QHash> <QList> <QString> <QStringList>
+  <algorithm> <cstdint> <exception> <functional> <memory> <optional> <string> <vector>)
+
+add_library(pch_core STATIC ${CMAKE_BINARY_DIR}/pch.cpp)
+target_link_libraries(pch_core PUBLIC sonmira_options Qt6::Core)
+target_precompile_headers(pch_core PRIVATE ${core_headers})
+
+add_library(pch_widgets STATIC ${CMAKE_BINARY_DIR}/pch.cpp)
+target_link_libraries(pch_widgets PUBLIC sonmira_options Qt6::Core Qt6::Gui Qt6::Widgets)
+target_precompile_headers(pch_widgets PRIVATE ${core_headers}
+  <QAbstractItemModel> <QBoxLayout> <QLabel> <QMainWindow> <QPainter> <QPushButton> <QTreeWidget> <QWidget>)
+
+# sonmira_room(NAME [WIDGETS] SOURCES file... LINKS target... [PRIVATE_LINKS target...])
+function(sonmira_room name)
+  cmake_parse_arguments(ROOM "WIDGETS" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
+  add_library(${name} STATIC ${ROOM_SOURCES})
+  target_link_libraries(${name} PUBLIC sonmira_options ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
+  if(ROOM_WIDGETS)
+    target_link_libraries(${name} PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets)
+    target_precompile_headers(${name} REUSE_FROM pch_widgets)
+    set_target_properties(${name} PROPERTIES AUTOMOC ON)
+  else()
+    target_link_libraries(${name} PUBLIC Qt6::Core)
+    target_precompile_headers(${name} REUSE_FROM pch_core)
+  endif()
+endfunction()

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace Sonmira {
+
+// How one sample of a block is held; native byte order.
+enum class SampleType {
+    Int16,    // -32768 to 32767
+    Int32,    // full scale is 32 bits; sources of fewer bits stand in the upper ones
+    Float32,  // full scale is -1.0 to 1.0; lossy decoders may go beyond it
+};
+
+constexpr std::size_t BytesOf(SampleType type) { return type == SampleType::Int16 ? 2 : 4; }
+
+// A stretch of decoded sound on its way from a reader to a writer: whole frames, channels interleaved in
+// the order front left, front right, ... The samples keep the width that the reader decoded, so that PCM
+// reaches PCM bit for bit. An empty block means the end of the file.
+struct AudioBlock {
+    SampleType Type = SampleType::Int16;
+    std::vector<std::byte> Bytes;
+
+    bool IsEmpty() const { return Bytes.empty(); }
+};
+
+}  // namespace Sonmira

@@ -1,0 +1,20 @@
+#include "platform/Dialogs.h"
+
+#include "platform/NarrowText.h"
+
+#include <cstdio>
+
+namespace Sonmira {
+
+DialogFunctions& Dialogs() {
+    static DialogFunctions functions{
+        [](const QString& text, MessageIcon /*icon*/, const QString& title) {
+            std::fprintf(stderr, "%s: %s\n", ToNarrow(title).constData(), ToNarrow(text).constData());
+        },
+        [](const OpenDialogRequest& /*request*/) { return std::optional<QStringList>(); },
+        [](const QString& /*title*/) { return QString(); },
+    };
+    return functions;
+}
+
+}  // namespace Sonmira

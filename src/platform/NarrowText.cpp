@@ -1,0 +1,2 @@
+#include "platform/NarrowText.h"
+namespace Sonmira {}

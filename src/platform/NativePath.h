@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+class QUrl;
+
+// The only place where a path changes between its two forms.
+//
+// Inside, a path is backslash-separated text. Outside, it is the bytes that the file system knows:
+// "/" and "\" swap; a literal backslash of a native name is U+F05C inside; the root of the file system
+// is "Z:\" inside, so that it never equals the key of the tree's root; a drive prefix ("Z:") is dropped
+// on the way out; a "/" that a user typed counts as a separator.
+namespace Sonmira {
+
+QByteArray ToNative(QStringView path);
+QString FromNative(QByteArrayView bytes);
+
+// The form that people read (a path box, the status bar): separators as the desktop writes them.
+QString ShownPath(QStringView path);
+// What a user typed into a path box, as an inner path.
+QString PathFromShown(QStringView shown);
+
+// The inner path of a dropped or picked file URL; empty for anything that is no local file. Keeps bytes
+// that are no valid UTF-8 and accepts "file://localhost/...".
+QString PathFromUrl(const QUrl& url);
+
+}  // namespace Sonmira

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QString>
+
+// The path routines that everybody uses. Paths are inner paths: backslash-separated text. No routine
+// changes case or normalises a path, and each has odd corners that callers rely on.
+namespace Sonmira {
+
+// The text behind the last backslash. Empty without a backslash: a bare name has no file name here.
+QString FileNameOf(const QString& path);
+
+// The text up to and with the last backslash; empty without one.
+QString FolderOf(const QString& path);
+
+// The text from the last "." on, dot included, case as it stands; "zzz" without a dot. The search does not
+// stop at a backslash.
+QString ExtensionOf(const QString& path);
+
+// Whether the streaming reader takes the file: true unless the path ends, in any case and with no dot
+// needed, in aac, ape, apl, mpc, mp+, flac or alac.
+bool IsStreamReadable(const QString& path);
+
+// Whether a visible file of that name exists. False for the empty text and for a trailing backslash;
+// wildcards in the last component act as a pattern.
+bool FileExists(const QString& path);
+
+// Whether a folder, or a file, of that name exists; one trailing backslash is ignored.
+bool DirectoryExists(const QString& path);
+
+// True for folders only.
+bool FolderExists(const QString& path);
+
+// The numbers of the special folders that the system asks for.
+inline constexpr int DesktopFolderNumber = 16;
+inline constexpr int ApplicationDataFolderNumber = 26;
+
+// The special folder of that number, or the program's own folder when there is none.
+QString GetSpecialFolder(int number);
+
+// The special folder of that number, or the empty text.
+QString GetKnownFolder(int number);
+
+// Asks the user for a folder; the empty text when cancelled.
+QString BrowseForFolder(const QString& title);
+
+// The path with a backslash behind it unless it ends in one.
+QString WithBackslash(const QString& path);
+
+// Whether the path ends in `tail`, compared in upper case.
+bool EndsInUpper(const QString& path, QStringView upperTail);
+
+}  // namespace Sonmira
