@@ -1,0 +1,40 @@
+#include "engine/Destination.h"
+
+#include "engine/RunState.h"
+#include "engine/RunView.h"
+#include "library/ConversionRecords.h"
+#include "platform/Failure.h"
+#include "platform/FileSearch.h"
+#include "shell/Paths.h"
+
+namespace Sonmira {
+
+QString OutputRoot(const RunView& view) {
+    return WithBackslash(view.TextOutPath());
+}
+
+bool Destination::TakeStem(const RunState& run) {
+    const QString base = FileNameOf(run.CurrentInput);
+    SourceFolder = FolderOf(run.EncodageParticulier ? run.RealFileName : run.CurrentInput);
+    const qsizetype dot = base.lastIndexOf(u'.');
+    if (dot >= 0) Stem = base.left(dot);
+    return FindFirstName(run.CurrentInput, SearchFor::VisibleFiles).contains(u'.');
+}
+
+void Destination::SetOutputStem(RunState& run, RunView& view, const ConversionRecords& records,
+                                const ConversionRecord& record) {
+    if (view.CheckOutPath()) {
+        run.OutputStem = SourceFolder + Stem;
+        return;
+    }
+    if (!view.TextOutPath().endsWith(u'\\')) view.SetTextOutPath(view.TextOutPath() + u'\\');
+    const std::optional<int> parent = records.FirstWithIndex(record.Parent);
+    if (!parent) throw Failure(FailureNumber::SubscriptOutOfRange);
+    const QString& relativeFolder = records[*parent].RelativeFolder;
+    // A folder named exactly "\" leaves the folder of the file before. The empty one of a file directly
+    // under the root becomes "\", so that the stem stands behind two backslashes, which harms nothing.
+    if (relativeFolder != u"\\") FolderBelow = WithBackslash(relativeFolder);
+    run.OutputStem = view.TextOutPath() + FolderBelow + Stem;
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "engine/Components.h"
+
+namespace Sonmira {
+
+class RunView;
+struct Collection;
+struct RunState;
+
+// Turns the files of the collection into output files, one at a time, on the user-interface thread. What
+// keeps the window alive meanwhile is that every step of a file yields to the event loop.
+class JobDriver {
+public:
+    JobDriver(RunState& state, RunView& shown, Components used, const Collection& gathered)
+        : Run(state), View(shown), Parts(used), Items(gathered) {}
+
+    // Converts every record in order. One file's failure never ends the run; a stop command does.
+    void RunAllConversions();
+
+private:
+    RunState& Run;
+    RunView& View;
+    Components Parts;
+    const Collection& Items;
+};
+
+}  // namespace Sonmira

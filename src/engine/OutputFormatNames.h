@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QStringView>
+
+// The output formats as the format list names them. These texts are keywords: they are compared exactly,
+// stored in the settings and never translated.
+namespace Sonmira::OutputFormat {
+
+inline constexpr QStringView Mp3 = u"Mp3";
+inline constexpr QStringView Ogg = u"Ogg";
+inline constexpr QStringView Wav = u"Wav";
+inline constexpr QStringView Wma = u"Wma";
+
+}  // namespace Sonmira::OutputFormat

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "engine/Components.h"
+
+namespace Sonmira {
+
+class RunView;
+struct RunState;
+
+// One routine an output format. Each makes the output name free by the "(n)" rule, which stays in
+// OutputStem, and encodes CurrentInput; none does anything unless the run is busy.
+class OutputStage {
+public:
+    OutputStage(RunState& state, RunView& shown, Components used) : Run(state), View(shown), Parts(used) {}
+
+    // Calls the routine of the format that the window names, compared exactly. Any other text selects none.
+    void Dispatch();
+
+    void EncodeToMp3();
+    void EncodeToOgg();
+    void EncodeToWav();
+
+private:
+    void EncodeByStream(const QString& extension);
+
+    RunState& Run;
+    RunView& View;
+    Components Parts;
+};
+
+// `stem` where no file of that name and extension exists, else the first free one of stem(1), stem(2), ...
+QString UniqueStem(const QString& stem, const QString& extension);
+
+}  // namespace Sonmira

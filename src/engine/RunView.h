@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+
+namespace Sonmira {
+
+// What a row's icon says.
+inline constexpr QStringView ConversionIcon = u"conversion";
+inline constexpr QStringView ConvertedIcon = u"converted";
+inline constexpr QStringView ErrorIcon = u"error";
+
+// What the engine reads from and shows on the window that started the run. Values are read at the moment
+// they are needed, so that what a user types during a run counts for the next file.
+class RunView {
+public:
+    virtual ~RunView() = default;
+
+    // The output panel. The folder is an inner path, as typed.
+    virtual QString TextOutPath() const = 0;
+    virtual void SetTextOutPath(const QString& folder) = 0;
+    virtual bool CheckOutPath() const = 0;  // save beside the original
+    virtual bool Check2() const = 0;        // remove the original after conversion
+    virtual QString ComboOutFormat() const = 0;
+
+    // Locks (false) or frees (true) the inputs; the stop button takes the opposite.
+    virtual void SetControlsEnabled(bool enabled) = 0;
+
+    // The list of rows. Rows count from 1.
+    virtual void ClearRows() = 0;
+    virtual int AddRow() = 0;
+    virtual void SetRowText(int row, const QString& text) = 0;
+    virtual void SetRowName(int row, const QString& name) = 0;
+    virtual void SetRowProgress(int row, const QString& text) = 0;
+    virtual QString RowProgress(int row) const = 0;
+    virtual void SetRowIcon(int row, QStringView icon) = 0;
+    virtual void ScrollToRow(int row) = 0;
+
+    // Labels and the bar (0 to 100).
+    virtual void ShowCount(const QString& text) = 0;
+    virtual void ShowFolder(const QString& text) = 0;
+    virtual void ShowFileName(const QString& text) = 0;
+    virtual void ShowDuration(const QString& text) = 0;
+    virtual void ShowProgress(int percent) = 0;
+
+    // Lets the event loop run; the only moment at which a stop command can be heard.
+    virtual void Yield() = 0;
+};
+
+}  // namespace Sonmira

@@ -1,0 +1,83 @@
+#include "engine/Transcoder.h"
+
+#include "engine/RunState.h"
+#include "engine/RunView.h"
+#include "platform/Failure.h"
+#include "shell/LanguageFiles.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int GeneralFailureLine = 96;
+
+// The part of the stream that is done, in percent: never 0, because a file in work has begun, and never
+// beyond 100, because a stream may hold more than its header says.
+int PercentOf(double position, double streamLength) {
+    if (streamLength == 0) throw Failure(FailureNumber::DivisionByZero);
+    const double percent = RoundHalfEven(position / streamLength * 100);
+    return static_cast<int>(std::clamp(percent, 1.0, 100.0));
+}
+
+void ShowPercent(RunState& run, RunView& view, int percent) {
+    view.ShowProgress(percent);
+    const QString text = PlainNumber(percent) + u" %"_s;
+    // Compared first, because writing a row costs far more than reading it.
+    if (view.RowProgress(run.CurrentItem) != text) view.SetRowProgress(run.CurrentItem, text);
+}
+
+// Returns whether the copy came to its end; false after a stop command.
+bool CopyBlocks(RunState& run, RunView& view, Components components) {
+    AudioSource& source = components.FileRenc;
+    const qint64 blockSize = qint64{source.SampleRate()} * source.ChannelCount();
+    const auto streamLength = static_cast<double>(source.StreamLength());
+    double position = 0;
+    do {
+        if (run.SkipCurrentFile || run.CancelAll) return false;
+        const AudioBlock block = source.ReadBlock(blockSize);
+        if (block.IsEmpty()) break;
+        components.FileWenc.WriteBlock(block);
+        position += static_cast<double>(block.Bytes.size()) / static_cast<double>(source.ByteRate());
+        position = std::min(position, streamLength);
+        ShowPercent(run, view, PercentOf(position, streamLength));
+        view.Yield();
+    } while (run.Busy);
+    return !run.CancelAll;
+}
+
+bool Copy(RunState& run, RunView& view, Components components, const QString& inputPath,
+          const QString& outputPath) {
+    run.CancelAll = false;
+    view.ShowProgress(0);
+    components.FileRenc.OpenForRead(inputPath);
+    components.FileWenc.OpenForWrite(outputPath);
+    components.FileWenc.SetSourceFormat(components.FileRenc.SampleRate(), components.FileRenc.ChannelCount());
+    if (!CopyBlocks(run, view, components)) return false;
+    components.FileWenc.CloseFile();
+    components.FileRenc.CloseFile();
+    return true;
+}
+
+}  // namespace
+
+void TranscodeStream(RunState& run, RunView& view, Components components, const QString& inputPath,
+                     const QString& outputPath) {
+    bool copied = false;
+    PassOver([&] { copied = Copy(run, view, components, inputPath, outputPath); });
+    if (copied) {
+        view.SetRowProgress(run.CurrentItem, u"100 %"_s);
+        view.ShowProgress(0);
+        return;
+    }
+    run.FileError = true;
+    PassOver([&] { components.FileWenc.CloseFile(); });
+    PassOver([&] { components.FileRenc.CloseFile(); });
+    view.ShowProgress(0);
+    view.SetRowIcon(run.CurrentItem, ErrorIcon);
+    view.SetRowProgress(run.CurrentItem, LanguageLines[GeneralFailureLine]);
+}
+
+}  // namespace Sonmira

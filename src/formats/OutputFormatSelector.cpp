@@ -1,0 +1,81 @@
+#include "formats/OutputFormatSelector.h"
+
+#include "codecs/AudioFile.h"
+#include "engine/OutputFormatNames.h"
+#include "formats/OutputPanel.h"
+#include "shell/EncoderGate.h"
+#include "shell/LanguageFiles.h"
+#include "shell/Paths.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/Events.h"
+#include "shell/widgets/PathBox.h"
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace Sonmira {
+
+namespace {
+
+// What a format starts with when the user has chosen nothing else: CD quality in, a plain choice out.
+constexpr int DefaultFrequency = 44100;
+constexpr int DefaultChannels = 2;
+constexpr int DefaultKilobits = 128;
+constexpr int DefaultBits = 16;
+constexpr int DefaultOggQuality = 400;
+
+constexpr int FolderDialogTitleLine = 18;
+
+}  // namespace
+
+OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc)
+    : Panel(controls), FileWenc(fileWenc) {
+    OnEvent(Panel.ComboOutFormat, &ChoiceList::Click, this, [this] { ComboOutFormat_Click(); });
+    OnEvent(Panel.CheckOutPath, &QCheckBox::toggled, this, [this] { CheckOutPath_Click(); });
+    OnEvent(Panel.CmdSelectPath, &QToolButton::clicked, this, [this] { CmdSelectPath_Click(); });
+}
+
+void OutputFormatSelector::FillComboOutFormat() {
+    if (IsLameInstalled()) Panel.ComboOutFormat->addItem(OutputFormat::Mp3.toString());
+    Panel.ComboOutFormat->addItem(OutputFormat::Wav.toString());
+    Panel.ComboOutFormat->addItem(OutputFormat::Ogg.toString());
+    // Adding the first item selects it in silence; nothing is selected until somebody selects it.
+    Panel.ComboOutFormat->setCurrentIndex(-1);
+}
+
+void OutputFormatSelector::SetPlainMp3() {
+    FileWenc.SetFormatMP3(DefaultFrequency, DefaultKilobits, DefaultChannels);
+    ShowFormat();
+}
+
+void OutputFormatSelector::ShowFormat() {
+    Panel.TextOutFormat->setText(FileWenc.FormatString());
+}
+
+void OutputFormatSelector::ComboOutFormat_Click() {
+    const QString format = Panel.ComboOutFormat->currentText();
+    if (format == OutputFormat::Mp3) {
+        SetPlainMp3();
+    } else if (format == OutputFormat::Wav) {
+        Panel.TextOutFormat->clear();
+        FileWenc.SetFormatPCM(DefaultFrequency, DefaultChannels, DefaultBits);
+        ShowFormat();
+    } else if (format == OutputFormat::Ogg) {
+        FileWenc.SetFormatOggVorbis(DefaultFrequency, DefaultChannels, {}, {}, {}, DefaultOggQuality);
+        ShowFormat();
+    }
+}
+
+void OutputFormatSelector::CheckOutPath_Click() {
+    const bool besideOriginal = Panel.CheckOutPath->isChecked();
+    Panel.TextOutPath->setEnabled(!besideOriginal);
+    Panel.CmdSelectPath->setEnabled(!besideOriginal);
+}
+
+void OutputFormatSelector::CmdSelectPath_Click() {
+    const QString folder = BrowseForFolder(LanguageLines[FolderDialogTitleLine]);
+    if (!folder.isEmpty()) Panel.TextOutPath->SetText(folder);
+}
+
+}  // namespace Sonmira

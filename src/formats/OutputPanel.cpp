@@ -1,0 +1,65 @@
+#include "formats/OutputPanel.h"
+
+#include "platform/widgets/FileIcons.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/PathBox.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <class Control>
+Control* Make(QWidget* parent, const QString& name) {
+    auto* control = new Control(parent);
+    control->setObjectName(name);
+    return control;
+}
+
+}  // namespace
+
+OutputPanel::OutputPanel(QWidget* parent)
+    : QWidget(parent),
+      Label11(Make<QLabel>(this, u"Label11"_s)),
+      CheckOutPath(Make<QCheckBox>(this, u"CheckOutPath"_s)),
+      Label5(Make<QLabel>(this, u"Label5"_s)),
+      TextOutPath(Make<PathBox>(this, u"TextOutPath"_s)),
+      CmdSelectPath(Make<QToolButton>(this, u"CmdSelectPath"_s)),
+      Label6(Make<QLabel>(this, u"Label6"_s)),
+      ComboOutFormat(Make<ChoiceList>(this, u"ComboOutFormat"_s)),
+      Label7(Make<QLabel>(this, u"Label7"_s)),
+      TextOutFormat(Make<QLineEdit>(this, u"TextOutFormat"_s)),
+      Check2(Make<QCheckBox>(this, u"Check2"_s)) {
+    setObjectName(u"Picture9"_s);
+    QFont bold = Label11->font();
+    bold.setBold(true);
+    Label11->setFont(bold);
+    CmdSelectPath->setIcon(OwnIcon(u"folder"));
+    CmdSelectPath->setAccessibleName(u"Select the output folder"_s);
+    TextOutFormat->setReadOnly(true);
+    Label5->setBuddy(TextOutPath);
+    Label6->setBuddy(ComboOutFormat);
+    Label7->setBuddy(TextOutFormat);
+
+    auto* grid = new QGridLayout(this);
+    grid->addWidget(Label11, 0, 0, 1, 3);
+    grid->addWidget(CheckOutPath, 1, 0, 1, 3);
+    grid->addWidget(Label5, 2, 0);
+    grid->addWidget(TextOutPath, 2, 1);
+    grid->addWidget(CmdSelectPath, 2, 2);
+    grid->addWidget(Label6, 3, 0);
+    grid->addWidget(ComboOutFormat, 3, 1, 1, 2);
+    grid->addWidget(Label7, 4, 0);
+    grid->addWidget(TextOutFormat, 4, 1, 1, 2);
+    grid->addWidget(Check2, 5, 0, 1, 3);
+    grid->setColumnStretch(1, 1);
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,59 @@
+#include "library/ConversionRecords.h"
+
+#include "platform/Failure.h"
+
+#include <limits>
+
+namespace Sonmira {
+
+void ConversionRecords::Reset() {
+    Records.clear();
+    PositionsByPath.clear();
+    FirstByIndex.clear();
+    Append({});
+}
+
+const ConversionRecord& ConversionRecords::operator[](int position) const {
+    if (position < 0 || position > UpperBound()) throw Failure(FailureNumber::SubscriptOutOfRange);
+    return Records[static_cast<std::size_t>(position)];
+}
+
+int ConversionRecords::Append(ConversionRecord record) {
+    const int position = static_cast<int>(Records.size());
+    record.Index = position <= std::numeric_limits<qint16>::max() ? static_cast<qint16>(position) : qint16{0};
+    PositionsByPath[record.Path].append(position);
+    if (!FirstByIndex.contains(record.Index)) FirstByIndex.insert(record.Index, position);
+    Records.push_back(std::move(record));
+    return position;
+}
+
+void ConversionRecords::MarkRemoved(int position) {
+    if (position < 0 || position > UpperBound()) throw Failure(FailureNumber::SubscriptOutOfRange);
+    Records[static_cast<std::size_t>(position)].Removed = true;
+}
+
+std::optional<int> ConversionRecords::FirstWithIndex(qint16 index) const {
+    const auto found = FirstByIndex.constFind(index);
+    return found == FirstByIndex.constEnd() ? std::nullopt : std::optional<int>(found.value());
+}
+
+std::optional<int> ConversionRecords::FirstWithPath(const QString& path) const {
+    const auto found = PositionsByPath.constFind(path);
+    return found == PositionsByPath.constEnd() ? std::nullopt : std::optional<int>(found->first());
+}
+
+bool ConversionRecords::HoldsPath(const QString& path) const {
+    const QList<int> positions = PositionsByPath.value(path);
+    return std::any_of(positions.begin(), positions.end(),
+                       [this](int position) { return !(*this)[position].Removed; });
+}
+
+bool ConversionRecords::HoldsFolder(const QString& path) const {
+    const QList<int> positions = PositionsByPath.value(path);
+    return std::any_of(positions.begin(), positions.end(), [this](int position) {
+        const ConversionRecord& record = (*this)[position];
+        return !record.IsFile && !record.Removed;
+    });
+}
+
+}  // namespace Sonmira

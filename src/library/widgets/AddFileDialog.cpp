@@ -1,0 +1,48 @@
+#include "library/widgets/AddFileDialog.h"
+
+#include "library/AddFiles.h"
+#include "library/AudioFileNames.h"
+#include "library/Collection.h"
+#include "platform/Dialogs.h"
+#include "platform/Failure.h"
+#include "platform/Folders.h"
+#include "shell/LanguageFiles.h"
+#include "shell/Paths.h"
+#include "shell/Settings.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int TitleLine = 1;
+
+QString FolderWithoutBackslash(const QString& path) {
+    const QString folder = FolderOf(path);
+    // A root keeps its backslash: without it, it would be the name of a drive's current folder.
+    return folder.size() > 3 ? folder.chopped(1) : folder;
+}
+
+void AskAndAdd(Collection& collection, CollectionView& view) {
+    OpenDialogRequest request;
+    request.Title = LanguageLines[TitleLine];
+    request.Filter = AudioFileFilter();
+    request.StartFolder = ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s);
+    if (request.StartFolder.isEmpty()) request.StartFolder = ProgramFolder();
+    const std::optional<QStringList> chosen = Dialogs().OpenFiles(request);
+    if (!chosen || chosen->isEmpty()) return;
+    for (const QString& path : *chosen) AddFileRecord(collection, view, path);
+    // One file stores its folder with the backslash behind it, several store it as the dialog names it.
+    const QString& first = chosen->first();
+    const QString folder = chosen->size() > 1 ? FolderWithoutBackslash(first) : FolderOf(first);
+    WriteIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s, folder);
+}
+
+}  // namespace
+
+void AddFileDialog(Collection& collection, CollectionView& view) {
+    PassOver([&] { AskAndAdd(collection, view); });
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,93 @@
+#include "library/widgets/FileListModel.h"
+
+#include "platform/Failure.h"
+#include "platform/widgets/FileIcons.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+void FileListModel::Clear() {
+    beginResetModel();
+    Rows.clear();
+    endResetModel();
+}
+
+int FileListModel::AddRow() {
+    const int position = RowCount();
+    beginInsertRows({}, position, position);
+    Rows.emplace_back();
+    endInsertRows();
+    return position + 1;
+}
+
+FileListModel::Row& FileListModel::At(int row) {
+    if (row < 1 || row > RowCount()) throw Failure(FailureNumber::SubscriptOutOfRange);
+    return Rows[static_cast<std::size_t>(row - 1)];
+}
+
+void FileListModel::Changed(int row, int column) {
+    const QModelIndex cell = index(row - 1, column);
+    Q_EMIT dataChanged(cell, cell);
+}
+
+void FileListModel::SetText(int row, Column column, const QString& text) {
+    At(row).Texts[column] = text;
+    Changed(row, column);
+}
+
+QString FileListModel::Text(int row, Column column) const {
+    return const_cast<FileListModel*>(this)->At(row).Texts[column];
+}
+
+void FileListModel::SetIcon(int row, const QString& key) {
+    At(row).IconKey = key;
+    Changed(row, TrackColumn);
+    Changed(row, ProgressColumn);
+}
+
+void FileListModel::SetHeader(Column column, const QString& text) {
+    Headers[column] = text;
+    Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
+}
+
+int FileListModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : RowCount();
+}
+
+int FileListModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : int{ColumnCount};
+}
+
+QVariant FileListModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+    const Row& row = Rows[static_cast<std::size_t>(index.row())];
+    const QString& text = row.Texts[index.column()];
+    switch (role) {
+        case Qt::DisplayRole:
+        case Qt::ToolTipRole:
+            return text;
+        case Qt::DecorationRole: {
+            if (index.column() != TrackColumn || row.IconKey.isEmpty()) return {};
+            auto icon = Icons.find(row.IconKey);
+            if (icon == Icons.end()) icon = Icons.insert(row.IconKey, OwnIcon(u"row-"_s + row.IconKey));
+            return icon.value();
+        }
+        case PercentRole:
+            return text.endsWith(u" %") ? QVariant(LeadingNumber(text)) : QVariant();
+        case IconKeyRole:
+            return row.IconKey;
+        default:
+            return {};
+    }
+}
+
+QVariant FileListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount) return {};
+    if (role == Qt::DisplayRole) return Headers[section];
+    if (role == Qt::TextAlignmentRole) return int{Qt::AlignLeft | Qt::AlignVCenter};
+    return {};
+}
+
+}  // namespace Sonmira

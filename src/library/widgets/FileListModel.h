@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QIcon>
+
+#include <vector>
+
+namespace Sonmira {
+
+// The rows of a run: number, name, progress, with an icon in front. Rows count from 1 in every call but
+// those of the base class.
+class FileListModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    enum Column { TrackColumn, FilenameColumn, ProgressColumn, ColumnCount };
+    enum Role { PercentRole = Qt::UserRole, IconKeyRole };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void Clear();
+    int AddRow();
+    int RowCount() const { return static_cast<int>(Rows.size()); }
+    // Each fails with SubscriptOutOfRange for a row that is not there.
+    void SetText(int row, Column column, const QString& text);
+    QString Text(int row, Column column) const;
+    void SetIcon(int row, const QString& key);
+    void SetHeader(Column column, const QString& text);
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    struct Row {
+        QString Texts[ColumnCount];
+        QString IconKey;
+    };
+    Row& At(int row);
+    void Changed(int row, int column);
+
+    std::vector<Row> Rows;
+    QString Headers[ColumnCount];
+    mutable QHash<QString, QIcon> Icons;
+};
+
+}  // namespace Sonmira

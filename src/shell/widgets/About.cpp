@@ -1,0 +1,35 @@
+#include "shell/widgets/About.h"
+
+#include "platform/widgets/FileIcons.h"
+
+#include <QCoreApplication>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+void ShowAbout(QWidget* owner) {
+    constexpr int Height = 2565 / 15;  // twips to pixels
+    QDialog about(owner);
+    about.setObjectName(u"About"_s);
+    about.setWindowTitle(u"Sonmira"_s);
+    auto* logo = new QLabel(&about);
+    logo->setPixmap(OwnIcon(u"logo").pixmap(QSize(180, 90), about.devicePixelRatioF()));
+    logo->setAccessibleName(u"Sonmira"_s);
+    auto* version = new QLabel(u"Version "_s + QCoreApplication::applicationVersion(), &about);
+    version->setObjectName(u"LabelVersion"_s);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &about);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &about, &QDialog::reject);
+    auto* column = new QVBoxLayout(&about);
+    column->addWidget(logo, 0, Qt::AlignCenter);
+    column->addWidget(version, 0, Qt::AlignCenter);
+    column->addWidget(buttons);
+    about.setFixedHeight(std::max(Height, about.sizeHint().height()));
+    about.exec();
+}
+
+}  // namespace Sonmira

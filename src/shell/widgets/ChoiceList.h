@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace Sonmira {
+
+// A fixed drop-down list. A selection from code raises the same Click as one by the user, also when the
+// item was selected before; restoring saved values relies on that.
+class ChoiceList : public QComboBox {
+    Q_OBJECT
+
+public:
+    explicit ChoiceList(QWidget* parent = nullptr);
+
+    // Selects the item of exactly that text. Without one nothing is selected and nothing is raised.
+    void SelectText(const QString& text);
+
+Q_SIGNALS:
+    void Click();
+};
+
+}  // namespace Sonmira

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Failure.h"
+#include "shell/widgets/FailureReport.h"
+
+#include <QObject>
+
+namespace Sonmira {
+
+// Connects a signal to an event handler. A failure that the handler lets through ends in the failure
+// report, here and nowhere else, so that none ever unwinds through the toolkit.
+template <class Sender, class Signal, class Handler>
+void OnEvent(Sender* sender, Signal signal, QObject* context, Handler handler) {
+    QObject::connect(sender, signal, context, [handler](auto&&... arguments) {
+        try {
+            if constexpr (std::is_invocable_v<Handler, decltype(arguments)...>) {
+                handler(std::forward<decltype(arguments)>(arguments)...);
+            } else {
+                handler();
+            }
+        } catch (const Failure& failure) {
+            ReportUncaughtFailure(failure);
+        }
+    });
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,87 @@
+#include "ui/BatchRunView.h"
+
+#include "formats/OutputPanel.h"
+#include "library/widgets/FileList.h"
+#include "platform/EventLoop.h"
+#include "platform/NativePath.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/PathBox.h"
+#include "ui/BatchConverterForm.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QProgressBar>
+
+namespace Sonmira {
+
+QString BatchRunView::TextOutPath() const {
+    return Form.Picture9->TextOutPath->Text();
+}
+void BatchRunView::SetTextOutPath(const QString& folder) {
+    Form.Picture9->TextOutPath->SetText(folder);
+}
+bool BatchRunView::CheckOutPath() const {
+    return Form.Picture9->CheckOutPath->isChecked();
+}
+bool BatchRunView::Check2() const {
+    return Form.Picture9->Check2->isChecked();
+}
+QString BatchRunView::ComboOutFormat() const {
+    return Form.Picture9->ComboOutFormat->currentText();
+}
+void BatchRunView::SetControlsEnabled(bool enabled) {
+    LockInputs(enabled);
+}
+
+void BatchRunView::ClearRows() {
+    Form.ListViewFiles->Rows().Clear();
+}
+int BatchRunView::AddRow() {
+    return Form.ListViewFiles->Rows().AddRow();
+}
+
+void BatchRunView::SetRowText(int row, const QString& text) {
+    Form.ListViewFiles->Rows().SetText(row, FileListModel::TrackColumn, text);
+}
+
+void BatchRunView::SetRowName(int row, const QString& name) {
+    Form.ListViewFiles->Rows().SetText(row, FileListModel::FilenameColumn, name);
+}
+
+void BatchRunView::SetRowProgress(int row, const QString& text) {
+    Form.ListViewFiles->Rows().SetText(row, FileListModel::ProgressColumn, text);
+}
+
+QString BatchRunView::RowProgress(int row) const {
+    return Form.ListViewFiles->Rows().Text(row, FileListModel::ProgressColumn);
+}
+
+void BatchRunView::SetRowIcon(int row, QStringView icon) {
+    Form.ListViewFiles->Rows().SetIcon(row, icon.toString());
+}
+
+void BatchRunView::ScrollToRow(int row) {
+    Form.ListViewFiles->ScrollToRow(row);
+}
+
+void BatchRunView::ShowCount(const QString& text) {
+    Form.Label29->setText(text);
+}
+void BatchRunView::ShowFolder(const QString& text) {
+    Form.Label30->setText(ShownPath(text));
+}
+void BatchRunView::ShowFileName(const QString& text) {
+    Form.LabelFileName->setText(text);
+}
+void BatchRunView::ShowDuration(const QString& text) {
+    Form.LabelDuration->setText(text);
+}
+void BatchRunView::ShowProgress(int percent) {
+    Form.mpb->setValue(percent);
+}
+
+void BatchRunView::Yield() {
+    YieldToEventLoop();
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "engine/RunView.h"
+
+#include <functional>
+
+namespace Sonmira {
+
+struct BatchConverterForm;
+
+// What a run reads and shows, on the main window.
+class BatchRunView final : public RunView {
+public:
+    // `lockInputs` is what SetControlsEnabled does.
+    BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs)
+        : Form(form), LockInputs(std::move(lockInputs)) {}
+
+    QString TextOutPath() const override;
+    void SetTextOutPath(const QString& folder) override;
+    bool CheckOutPath() const override;
+    bool Check2() const override;
+    QString ComboOutFormat() const override;
+    void SetControlsEnabled(bool enabled) override;
+
+    void ClearRows() override;
+    int AddRow() override;
+    void SetRowText(int row, const QString& text) override;
+    void SetRowName(int row, const QString& name) override;
+    void SetRowProgress(int row, const QString& text) override;
+    QString RowProgress(int row) const override;
+    void SetRowIcon(int row, QStringView icon) override;
+    void ScrollToRow(int row) override;
+
+    void ShowCount(const QString& text) override;
+    void ShowFolder(const QString& text) override;
+    void ShowFileName(const QString& text) override;
+    void ShowDuration(const QString& text) override;
+    void ShowProgress(int percent) override;
+
+    void Yield() override;
+
+private:
+    BatchConverterForm& Form;
+    std::function<void(bool)> LockInputs;
+};
+
+}  // namespace Sonmira
