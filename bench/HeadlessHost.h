@@ -1,0 +1,84 @@
+#pragma once
+
+#include "engine/RunView.h"
+#include "library/CollectionView.h"
+
+#include <QSet>
+
+#include <functional>
+#include <vector>
+
+namespace Sonmira {
+
+// Stands in for a window where there is none: benchmarks and tests run the real engine over it. Keeps what
+// a window would show, so that a test can read it, and calls a function at each yield, so that a test can
+// act like a user in the middle of a run.
+class HeadlessHost final : public RunView, public CollectionView {
+public:
+    struct Row {
+        QString Text;
+        QString Name;
+        QString Progress;
+        QString Icon;
+        std::vector<QString> ProgressSeen;  // every text that the progress cell held, in order
+    };
+
+    // What the controls of a window would hold.
+    QString OutputFolder;
+    QString Format;
+    bool SaveBesideOriginal = false;
+    bool RemoveOriginal = false;
+
+    // What a window would show.
+    std::vector<Row> Rows;
+    QString Count;
+    QString Folder;
+    QString FileName;
+    QString Duration;
+    int Progress = 0;
+    bool ControlsEnabled = true;
+    std::vector<QString> NodeKeys;  // in the order of adding, the root not among them
+    int DirectoryCount = 0;
+    int FileCount = 0;
+    QString StatusPath;
+
+    std::function<void()> AtYield;
+
+    // RunView.
+    QString TextOutPath() const override { return OutputFolder; }
+    void SetTextOutPath(const QString& folder) override { OutputFolder = folder; }
+    bool CheckOutPath() const override { return SaveBesideOriginal; }
+    bool Check2() const override { return RemoveOriginal; }
+    QString ComboOutFormat() const override { return Format; }
+    void SetControlsEnabled(bool enabled) override { ControlsEnabled = enabled; }
+    void ClearRows() override { Rows.clear(); }
+    int AddRow() override;
+    void SetRowText(int row, const QString& text) override { At(row).Text = text; }
+    void SetRowName(int row, const QString& name) override { At(row).Name = name; }
+    void SetRowProgress(int row, const QString& text) override;
+    QString RowProgress(int row) const override;
+    void SetRowIcon(int row, QStringView icon) override { At(row).Icon = icon.toString(); }
+    void ScrollToRow(int /*row*/) override {}
+    void ShowCount(const QString& text) override { Count = text; }
+    void ShowFolder(const QString& text) override { Folder = text; }
+    void ShowFileName(const QString& text) override { FileName = text; }
+    void ShowDuration(const QString& text) override { Duration = text; }
+    void ShowProgress(int percent) override { Progress = percent; }
+    void Yield() override;
+
+    // CollectionView.
+    void GetIcon(const QString& /*path*/) override {}
+    void GetIcon4(const QString& /*path*/) override {}
+    void AddNode(const QString& parentKey, const QString& key, const QString& text,
+                 const QString& imageKey) override;
+    void ShowPath(const QString& path) override { StatusPath = path; }
+    void ShowDirectoryCount(int count) override { DirectoryCount = count; }
+    void ShowFileCount(int count) override { FileCount = count; }
+
+private:
+    Row& At(int row);
+
+    QSet<QString> Keys;
+};
+
+}  // namespace Sonmira

@@ -1,0 +1,100 @@
+// Adds and walks 1,000, 10,000 and 30,000 small files, in folders of 15, and prints what one file costs.
+// Cost that grows with the collection shows as a last column well above 1.
+#include "HeadlessHost.h"
+#include "engine/JobDriver.h"
+#include "engine/RunState.h"
+#include "library/AddFiles.h"
+#include "library/Collection.h"
+#include "platform/NativePath.h"
+#include "shell/LanguageFiles.h"
+
+#include <QCoreApplication>
+#include <QTemporaryDir>
+
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+using namespace Sonmira;
+
+// A reader that takes every file and a writer that is never reached, so that only the walk is measured.
+struct NoSound final : AudioSource, AudioSink {
+    void OpenForRead(const QString& /*path*/) override {}
+    AudioBlock ReadBlock(qint64 /*size*/) override { return {}; }
+    void CloseFile() override {}
+    int SampleRate() const override { return 44100; }
+    int ChannelCount() const override { return 2; }
+    qint64 ByteRate() const override { return 4; }
+    qint64 StreamLength() const override { return 0; }
+    qint64 Length() const override { return 0; }
+    int FormatCode() const override { return 0; }
+    void OpenForWrite(const QString& /*path*/) override {}
+    void SetSourceFormat(int /*sampleRate*/, int /*channelCount*/) override {}
+    void WriteBlock(const AudioBlock& /*block*/) override {}
+};
+
+void MakeFiles(const std::filesystem::path& root, int count) {
+    constexpr int FilesAFolder = 15;
+    for (int n = 0; n < count; ++n) {
+        const auto folder = root / ("album " + std::to_string(n / FilesAFolder));
+        if (n % FilesAFolder == 0) std::filesystem::create_directories(folder);
+        std::ofstream(folder / ("track " + std::to_string(n) + ".mp3")) << 'x';
+    }
+}
+
+template <class Work>
+double MicrosecondsAFile(int count, Work&& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const auto taken = std::chrono::steady_clock::now() - start;
+    return std::chrono::duration<double, std::micro>(taken).count() / count;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    LanguageLines.Assign(QStringList(101));
+    std::printf("%8s %22s %22s %22s\n", "files", "scan us/file (x first)", "drop us/file (x first)",
+                "walk us/file (x first)");
+    double first[3] = {};
+    for (const int count : {1000, 10000, 30000}) {
+        const QTemporaryDir folder;
+        const std::filesystem::path root(folder.path().toStdString());
+        MakeFiles(root / "in", count);
+        const QString source = FromNative((root / "in").string());
+
+        HeadlessHost host;
+        Collection scanned;
+        double cost[3];
+        cost[0] = MicrosecondsAFile(count, [&] { AddDirectory(scanned, host, source); });
+
+        QStringList paths;
+        for (int n = 1; n <= scanned.Records.UpperBound(); ++n) {
+            if (scanned.Records[n].IsFile) paths.append(scanned.Records[n].Path);
+        }
+        HeadlessHost dropHost;
+        Collection dropped;
+        cost[1] = MicrosecondsAFile(count, [&] { AddDropped(dropped, dropHost, paths); });
+
+        NoSound none;
+        RunState run;
+        host.OutputFolder = FromNative((root / "out").string());
+        std::filesystem::create_directories(root / "out");
+        cost[2] = MicrosecondsAFile(count, [&] {
+            JobDriver(run, host, {none, none}, scanned).RunAllConversions();
+        });
+
+        std::printf("%8d", count);
+        for (int n = 0; n < 3; ++n) {
+            if (first[n] == 0) first[n] = cost[n];
+            std::printf(" %14.2f (%5.2f)", cost[n], cost[n] / first[n]);
+        }
+        std::printf("\n");
+        if (scanned.FileCount != count || dropped.FileCount != count) return 1;
+    }
+    return 0;
+}

@@ -1,0 +1,141 @@
+#include "HeadlessHost.h"
+#include "library/AddFiles.h"
+#include "library/Collection.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class AddFiles : public ::testing::Test {
+protected:
+    TestFolder Folder;
+    Collection Items;
+    HeadlessHost Host;
+
+    // Keys of the nodes below the test folder.
+    std::vector<QString> Nodes() const {
+        std::vector<QString> keys;
+        for (const QString& key : Host.NodeKeys) keys.push_back(key.mid(Folder.Path().size() + 1));
+        return keys;
+    }
+    const ConversionRecord& Last() const { return Items.Records[Items.Records.UpperBound()]; }
+};
+
+TEST_F(AddFiles, ADialogFileGoesUnderTheRootWithNoRelativeFolder) {
+    AddFileRecord(Items, Host, Folder.MakeFile("a.mp3"));
+    EXPECT_EQ(Last().Name, u"a.mp3"_s);
+    EXPECT_EQ(Last().Index, 1);
+    EXPECT_EQ(Last().Parent, 0);
+    EXPECT_EQ(Last().RelativeFolder, QString());
+    EXPECT_EQ(Host.FileCount, 1);
+    EXPECT_EQ(Host.NodeKeys, std::vector<QString>{Folder.Path("a.mp3")});
+}
+
+TEST_F(AddFiles, TheSameFileTwiceLeavesOneRecord) {
+    const QString path = Folder.MakeFile("a.mp3");
+    AddFileRecord(Items, Host, path);
+    AddFileRecord(Items, Host, path);
+    AddDropped(Items, Host, {path});
+    EXPECT_EQ(Items.Records.UpperBound(), 1);
+    EXPECT_EQ(Items.FileCount, 1);
+}
+
+TEST_F(AddFiles, AFileWithoutADotHasARecordButNoNodeAndNoCount) {
+    AddFileRecord(Items, Host, Folder.MakeFile("song"));
+    EXPECT_EQ(Items.Records.UpperBound(), 1);
+    EXPECT_TRUE(Host.NodeKeys.empty());
+    EXPECT_EQ(Items.FileCount, 0);
+}
+
+TEST_F(AddFiles, AFolderComesInWholeAndInOrderOfUpperCasedNames) {
+    Folder.MakeFile("Music/a.wav");
+    Folder.MakeFile("Music/B.Mp3");
+    Folder.MakeFile("Music/note.txt");
+    Folder.MakeFolder("Music/Empty");
+    Folder.MakeFile("Music/Rock/x.ogg");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Nodes(), (std::vector<QString>{u"Music"_s, u"Music\\a.wav"_s, u"Music\\B.Mp3"_s,
+                                             u"Music\\Empty"_s, u"Music\\Rock"_s, u"Music\\Rock\\x.ogg"_s}));
+    EXPECT_EQ(Host.DirectoryCount, 3);
+    EXPECT_EQ(Host.FileCount, 3);
+    EXPECT_EQ(Last().RelativeFolder, u"Music\\Rock\\x.ogg"_s);
+    EXPECT_EQ(Last().Parent, Items.Records[5].Index);
+    EXPECT_EQ(Items.Records[5].RelativeFolder, u"Music\\Rock"_s);
+    EXPECT_FALSE(Items.ScanRunning);
+    EXPECT_TRUE(Host.ControlsEnabled);
+    EXPECT_EQ(Host.StatusPath, QString());
+}
+
+TEST_F(AddFiles, ASubfolderOfAnAddedFolderIsNotAddedAgain) {
+    Folder.MakeFile("Music/Rock/x.ogg");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    const int before = Items.Records.UpperBound();
+    AddDirectory(Items, Host, Folder.Path("Music/Rock"));
+    EXPECT_EQ(Items.Records.UpperBound(), before);
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(AddFiles, AFolderAddedAfterItsSubfolderHoldsThatSubfolderTwice) {
+    Folder.MakeFile("Music/Rock/x.ogg");
+    AddDirectory(Items, Host, Folder.Path("Music/Rock"));
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Items.Records.UpperBound(), 5);
+    EXPECT_EQ(Host.DirectoryCount, 3);
+    EXPECT_EQ(Host.FileCount, 2);
+    EXPECT_EQ(Nodes(), (std::vector<QString>{u"Music\\Rock"_s, u"Music\\Rock\\x.ogg"_s, u"Music"_s}));
+}
+
+TEST_F(AddFiles, ADroppedFileKeepsItsNameAsRelativeFolder) {
+    AddDropped(Items, Host, {Folder.MakeFile("a.mpc"), Folder.MakeFile("b.txt")});
+    EXPECT_EQ(Items.Records.UpperBound(), 1);
+    EXPECT_EQ(Last().RelativeFolder, u"a.mpc"_s);
+}
+
+TEST_F(AddFiles, ADropTakesFilesAndFoldersInTheirOrder) {
+    Folder.MakeFile("Music/x.ogg");
+    AddDropped(Items, Host, {Folder.MakeFile("z.wav"), Folder.Path("Music"), Folder.MakeFile("a.wav")});
+    EXPECT_EQ(Nodes(), (std::vector<QString>{u"z.wav"_s, u"Music"_s, u"Music\\x.ogg"_s, u"a.wav"_s}));
+}
+
+TEST_F(AddFiles, AStopIsHeardWhenASubfolderIsFinished) {
+    Folder.MakeFile("Music/A/1.wav");
+    Folder.MakeFile("Music/A/2.wav");
+    Folder.MakeFile("Music/B/3.wav");
+    Host.AtYield = [this] { Items.StopScan = true; };
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Host.FileCount, 2);
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(AddFiles, ALinkBackToAFolderOnTheWayIsNotWalkedAgain) {
+    Folder.MakeFile("Music/Rock/x.ogg");
+    ASSERT_EQ(symlink("..", Folder.Native("Music/Rock/back").constData()), 0);
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Host.FileCount, 1);
+    EXPECT_EQ(Host.DirectoryCount, 3);
+}
+
+TEST_F(AddFiles, OddNamesComeInUnchanged) {
+    const std::vector<QByteArray> names = {"a b.wav",         "ä.wav",    "\xE9.wav", "new\nline.wav",
+                                           "back\\slash.wav", "日本.wav", "🎵.wav"};
+    for (const QByteArray& name : names) Folder.MakeFile("Music/" + name);
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Host.FileCount, static_cast<int>(names.size()));
+    for (const QByteArray& name : names) {
+        EXPECT_TRUE(Items.Records.HoldsPath(Folder.Path("Music/" + name))) << name.constData();
+    }
+}
+
+TEST_F(AddFiles, AFolderThatCannotBeListedHasNoChildren) {
+    AddDirectory(Items, Host, Folder.Path("gone"));
+    EXPECT_EQ(Items.Records.UpperBound(), 1);
+    EXPECT_EQ(Host.FileCount, 0);
+}
+
+}  // namespace
+}  // namespace Sonmira
