@@ -13,7 +13,9 @@ enum class SampleType {
     Float32,  // full scale is -1.0 to 1.0; lossy decoders may go beyond it
 };
 
-constexpr std::size_t BytesOf(SampleType type) { return type == SampleType::Int16 ? 2 : 4; }
+constexpr std::size_t BytesOf(SampleType type) {
+    return type == SampleType::Int16 ? 2 : 4;
+}
 
 // A stretch of decoded sound on its way from a reader to a writer: whole frames, channels interleaved in
 // the order front left, front right, ... The samples keep the width that the reader decoded, so that PCM
@@ -21,6 +23,9 @@ constexpr std::size_t BytesOf(SampleType type) { return type == SampleType::Int1
 struct AudioBlock {
     SampleType Type = SampleType::Int16;
     std::vector<std::byte> Bytes;
+    // Which loudspeakers the channels are for, one bit a channel as in WAVE_FORMAT_EXTENSIBLE (ChannelMix.h
+    // names them); 0 stands for the usual ones of the channel count.
+    std::uint64_t Speakers = 0;
 
     bool IsEmpty() const { return Bytes.empty(); }
 };
