@@ -8,8 +8,12 @@ namespace {
 int overriddenYear = 0;
 }
 
-int CurrentYear() { return overriddenYear != 0 ? overriddenYear : QDate::currentDate().year(); }
+int CurrentYear() {
+    return overriddenYear != 0 ? overriddenYear : QDate::currentDate().year();
+}
 
-void OverrideCurrentYear(int year) { overriddenYear = year; }
+void OverrideCurrentYear(int year) {
+    overriddenYear = year;
+}
 
 }  // namespace Sonmira

@@ -1,1 +1,14 @@
 #include "shell/EncoderGate.h"
+
+#include "platform/Folders.h"
+#include "shell/Paths.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+bool IsLameInstalled() {
+    return FileExists(WithBackslash(EncoderSystemFolder()) + u"libmp3lame.so.0"_s);
+}
+
+}  // namespace Sonmira

@@ -1,1 +1,76 @@
 #include "shell/LanguageFiles.h"
+
+#include "platform/Dialogs.h"
+#include "platform/Failure.h"
+#include "platform/FileBytes.h"
+#include "platform/FileSearch.h"
+#include "platform/Folders.h"
+#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
+#include "platform/ProcessEnd.h"
+#include "shell/Paths.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+LanguageTable LanguageLines;
+
+namespace {
+
+QString overriddenFolder;
+
+QString LanguageFolder() {
+    return overriddenFolder.isEmpty() ? WithBackslash(ProgramFolder()) + u"Lang\\"_s
+                                      : WithBackslash(overriddenFolder);
+}
+
+QStringList LinesOf(QByteArrayView content) {
+    constexpr QByteArrayView ByteOrderMark = "\xEF\xBB\xBF";
+    if (content.startsWith(ByteOrderMark)) content = content.sliced(ByteOrderMark.size());
+    QStringList lines;
+    while (!content.isEmpty()) {
+        const qsizetype feed = content.indexOf('\n');
+        QByteArrayView line = feed < 0 ? content : content.first(feed);
+        if (feed >= 0 && line.endsWith('\r')) line.chop(1);
+        lines += FromNarrow(line);
+        content = feed < 0 ? QByteArrayView() : content.sliced(feed + 1);
+    }
+    return lines;
+}
+
+}  // namespace
+
+const QString& LanguageTable::operator[](int line) const {
+    if (line < 0 || line >= Lines.size()) throw Failure(FailureNumber::SubscriptOutOfRange);
+    return Lines[line];
+}
+
+void OverrideLanguageFolder(const QString& folder) {
+    overriddenFolder = folder;
+}
+
+std::vector<LanguageFile> FindLanguageFiles() {
+    constexpr qsizetype DotAndExtension = 4;
+    const QString folder = LanguageFolder();
+    std::vector<LanguageFile> files;
+    for (const FolderEntry& entry : ListFolder(folder)) {
+        if (entry.IsFolder || !entry.Name.endsWith(u"lng")) continue;
+        files.push_back({entry.Name.left(std::max<qsizetype>(entry.Name.size() - DotAndExtension, 0)),
+                         folder + entry.Name});
+    }
+    return files;
+}
+
+void LoadLanguageFile(const QString& path) {
+    LanguageLines.Assign({QString()});
+    if (!FileExists(path)) {
+        Dialogs().ShowMessage(u"Can't find the Language file"_s, MessageIcon::Critical, u"Sonmira Audio"_s);
+        EndProcessNow(0);
+    }
+    const auto content = ReadFileBytes(ToNative(path));
+    if (!content) throw Failure(FailureNumber::PathFileAccess);
+    LanguageLines.Assign(LinesOf(*content) << QString());
+}
+
+}  // namespace Sonmira

@@ -29,9 +29,11 @@ struct LanguageFile {
 
 // The language files of the folder, in its order: entries whose last three characters are exactly "lng".
 std::vector<LanguageFile> FindLanguageFiles();
+// For tests: makes FindLanguageFiles look in `folder`; the empty text goes back to the program's own.
+void OverrideLanguageFolder(const QString& folder);
 
 // Fills LanguageLines, with one empty element behind the last line. When the file is missing the user is
-// told and the program ends.
+// told and the program ends. A file that cannot be read fails with PathFileAccess.
 void LoadLanguageFile(const QString& path);
 
 }  // namespace Sonmira

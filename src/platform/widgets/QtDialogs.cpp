@@ -1,1 +1,99 @@
 #include "platform/widgets/QtDialogs.h"
+
+#include "platform/Dialogs.h"
+#include "platform/FileSearch.h"
+#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+    switch (icon) {
+        case MessageIcon::Critical:
+            return QMessageBox::Critical;
+        case MessageIcon::Warning:
+            return QMessageBox::Warning;
+        default:
+            return QMessageBox::Information;
+    }
+}
+
+void ShowMessage(const QString& text, MessageIcon icon, const QString& title) {
+    QMessageBox box(IconOf(icon), title, text, QMessageBox::Ok, QApplication::activeWindow());
+    box.setObjectName(u"MessageBox");
+    // A file name in the text may look like markup.
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowModality(Qt::ApplicationModal);
+    box.exec();
+}
+
+// What Qt's dialog can go to: it does not know names that are no text.
+QString StartFolderOf(const QString& folder) {
+    return folder.isEmpty() || HoldsRawBytes(folder) || !IsFolder(folder) ? QString() : ShownPath(folder);
+}
+
+// The desktop's own dialogs differ from one desktop to the next; ours is the same everywhere.
+void MakeAlike(QFileDialog& dialog) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setWindowModality(Qt::ApplicationModal);
+}
+
+std::optional<QStringList> OpenFiles(const OpenDialogRequest& request) {
+    QFileDialog dialog(QApplication::activeWindow(), request.Title, StartFolderOf(request.StartFolder));
+    dialog.setObjectName(u"OpenDialog");
+    MakeAlike(dialog);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFiles);
+    dialog.setNameFilters(NameFiltersOf(request.Filter));
+    if (dialog.exec() != QDialog::Accepted) return {};
+    QStringList files;
+    for (const QString& file : dialog.selectedFiles()) files += FromNative(ToNarrow(file));
+    return files;
+}
+
+QString BrowseForFolder(const QString& title) {
+    QFileDialog dialog(QApplication::activeWindow(), title);
+    dialog.setObjectName(u"FolderDialog");
+    MakeAlike(dialog);
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return FromNative(ToNarrow(dialog.selectedFiles().constFirst()));
+}
+
+QStringList WithoutDoubles(const QStringList& patterns) {
+    QStringList kept;
+    for (const QString& pattern : patterns) {
+        if (!kept.contains(pattern, Qt::CaseInsensitive)) kept += pattern;
+    }
+    return kept;
+}
+
+}  // namespace
+
+QStringList NameFiltersOf(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList filters;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QString description = parts[i];
+        // Qt reads the patterns from the last parentheses; the description's own would stand there twice.
+        if (description.endsWith(u')')) description.truncate(description.lastIndexOf(u'('));
+        const QStringList patterns = WithoutDoubles(parts[i + 1].split(u';', Qt::SkipEmptyParts));
+        if (!patterns.isEmpty()) filters += description.trimmed() + u" ("_s + patterns.join(u' ') + u')';
+    }
+    return filters << u"All files (*)"_s;
+}
+
+void InstallQtDialogs() {
+    Dialogs() = {ShowMessage, OpenFiles, BrowseForFolder};
+}
+
+}  // namespace Sonmira
