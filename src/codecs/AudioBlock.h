@@ -23,6 +23,9 @@ constexpr std::size_t BytesOf(SampleType type) {
 struct AudioBlock {
     SampleType Type = SampleType::Int16;
     std::vector<std::byte> Bytes;
+    // Which loudspeakers the channels are for, one bit a channel as in WAVE_FORMAT_EXTENSIBLE (ChannelMix.h
+    // names them); 0 stands for the usual ones of the channel count.
+    std::uint64_t Speakers = 0;
 
     bool IsEmpty() const { return Bytes.empty(); }
 };

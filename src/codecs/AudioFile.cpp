@@ -1,1 +1,137 @@
 #include "codecs/AudioFile.h"
+
+#include "codecs/FileWriting.h"
+#include "codecs/LameLibrary.h"
+#include "codecs/MediaReader.h"
+#include "codecs/OutputFormat.h"
+#include "codecs/VorbisWriter.h"
+#include "platform/Failure.h"
+
+#include <new>
+#include <stdexcept>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Runs one call of the libraries. What the C++ library throws there is memory that ran out, of which a
+// hostile file may be the cause: a failure of that file, not of the program.
+template <class Call>
+auto WithMemoryChecked(Call&& call) {
+    try {
+        return call();
+    } catch (const std::bad_alloc&) {
+    } catch (const std::length_error&) {
+    }
+    throw Failure(FailureNumber::Component, u"Not enough memory for this file"_s);
+}
+
+}  // namespace
+
+class AudioFile::Reading {
+public:
+    explicit Reading(QStringView path) : Media(path) {}
+    MediaReader Media;
+};
+
+class AudioFile::Writing {
+public:
+    // Whatever the closing reports, no file is open afterwards.
+    void Close() {
+        if (const auto closing = std::exchange(Open, nullptr)) closing->Close();
+    }
+
+    std::optional<OutputFormat> Format;
+    std::unique_ptr<FileWriting> Open;
+};
+
+AudioFile::AudioFile() : Writer(std::make_unique<Writing>()) {}
+
+AudioFile::~AudioFile() = default;
+
+void AudioFile::OpenForRead(const QString& path) {
+    Reader.reset();
+    Reader = WithMemoryChecked([&] { return std::make_unique<Reading>(path); });
+}
+
+AudioBlock AudioFile::ReadBlock(qint64 size) {
+    if (!Reader) throw Failure(FailureNumber::InvalidCall);
+    return WithMemoryChecked([&] { return Reader->Media.Read(size); });
+}
+
+int AudioFile::SampleRate() const {
+    return Reader ? Reader->Media.Format().Rate : 0;
+}
+
+int AudioFile::ChannelCount() const {
+    return Reader ? Reader->Media.Format().Channels : 0;
+}
+
+qint64 AudioFile::ByteRate() const {
+    return Reader ? static_cast<qint64>(Reader->Media.FrameSize()) : 0;
+}
+
+qint64 AudioFile::StreamLength() const {
+    if (!Reader) return 0;
+    return WithMemoryChecked([&] { return Reader->Media.Length(); });
+}
+
+qint64 AudioFile::Length() const {
+    const double frames = static_cast<double>(StreamLength());
+    return Reader ? qRound64(frames * 1000 / SampleRate()) : 0;
+}
+
+int AudioFile::FormatCode() const {
+    return Reader ? 0 : -1;
+}
+
+void AudioFile::OpenForWrite(const QString& path) {
+    WithMemoryChecked([&] { Writer->Close(); });
+    if (!Writer->Format) throw Failure(FailureNumber::InvalidCall, u"No output format is set"_s);
+    Writer->Open = WithMemoryChecked([&] { return std::make_unique<FileWriting>(path, *Writer->Format); });
+}
+
+void AudioFile::SetSourceFormat(int sampleRate, int channelCount) {
+    if (!Writer->Open) throw Failure(FailureNumber::InvalidCall);
+    Writer->Open->SetSource({sampleRate, channelCount});
+}
+
+void AudioFile::WriteBlock(const AudioBlock& block) {
+    if (!Writer->Open) throw Failure(FailureNumber::InvalidCall);
+    WithMemoryChecked([&] { Writer->Open->Write(block); });
+}
+
+void AudioFile::CloseFile() {
+    Reader.reset();
+    WithMemoryChecked([&] { Writer->Close(); });
+}
+
+void AudioFile::SetFormatPCM(int frequency, int channels, int bits) {
+    const PcmFormat format{frequency, channels, bits};
+    Writer->Format.reset();
+    if (IsPcmFormat(format)) Writer->Format = format;
+}
+
+void AudioFile::SetFormatMP3(int frequency, int kilobits, int channels) {
+    // Without the library the format cannot even be looked at: what was set before stays.
+    if (!LameLibrary::Load()) return;
+    const Mp3Format format{frequency, channels, kilobits};
+    Writer->Format.reset();
+    if (IsMp3Format(format)) Writer->Format = format;
+}
+
+void AudioFile::SetFormatOggVorbis(int frequency, int channels, std::optional<int> nominal,
+                                   std::optional<int> minimum, std::optional<int> maximum,
+                                   std::optional<int> quality) {
+    const VorbisFormat format{frequency, channels, nominal, minimum, maximum, quality};
+    Writer->Format.reset();
+    if (IsVorbisFormat(format)) Writer->Format = format;
+}
+
+QString AudioFile::FormatString() const {
+    return Writer->Format ? TextOf(*Writer->Format) : QString();
+}
+
+}  // namespace Sonmira

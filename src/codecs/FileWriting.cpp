@@ -1,0 +1,67 @@
+#include "codecs/FileWriting.h"
+
+#include "platform/Failure.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+ResamplerPrecision PrecisionFor(const OutputFormat& format) {
+    const auto* pcm = std::get_if<PcmFormat>(&format);
+    return pcm != nullptr && pcm->Bits > 16 ? ResamplerPrecision::Bits28 : ResamplerPrecision::Bits20;
+}
+
+}  // namespace
+
+FileWriting::FileWriting(QStringView path, const OutputFormat& format)
+    : Format(format), Encoder(MakeSoundWriter(format)), File(path) {}
+
+void FileWriting::SetSource(StreamFormat source) {
+    if (Worker) throw Failure(FailureNumber::InvalidCall);
+    if (source.Rate < 1 || source.Channels < 1) throw Failure(FailureNumber::InvalidCall);
+    const StreamFormat target{FrequencyOf(Format), ChannelsOf(Format)};
+    Converter = std::make_unique<StreamConverter>(source, target, PrecisionFor(Format));
+}
+
+void FileWriting::Write(AudioBlock block) {
+    if (!Converter || Failed) throw Failure(FailureNumber::InvalidCall);
+    if (block.Bytes.size() % Converter->SourceFrameSize(block.Type) != 0) {
+        throw Failure(FailureNumber::InvalidCall, u"A block of sound ends inside a frame"_s);
+    }
+    Failed = true;
+    Encode(Converter->Convert(std::move(block)));
+    Failed = false;
+}
+
+void FileWriting::Encode(AudioBlock block) {
+    if (block.IsEmpty()) return;
+    if (!Worker) Worker.emplace([this](const AudioBlock& one) { Encoder->Write(one, File); });
+    Worker->Push(std::move(block));
+}
+
+void FileWriting::Close() {
+    std::exception_ptr error;
+    try {
+        if (Converter && !Failed) CompleteFile();
+    } catch (...) {
+        error = std::current_exception();
+    }
+    const bool reported = std::exchange(Failed, true);
+    Worker.reset();
+    try {
+        File.Close();
+    } catch (...) {
+        if (!error && !reported) error = std::current_exception();
+    }
+    if (error) std::rethrow_exception(error);
+}
+
+void FileWriting::CompleteFile() {
+    Encode(Converter->Finish());
+    if (Worker) Worker->Finish();
+    Encoder->Finish(File);
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,38 @@
+#include "codecs/InputFile.h"
+
+#include "codecs/FileFailure.h"
+#include "platform/NativePath.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace Sonmira {
+
+InputFile::InputFile(QStringView path) {
+    // Without O_NONBLOCK a named pipe would hold the program here until somebody writes to it.
+    File = Descriptor(::open(ToNative(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!File.IsOpen()) throw ReadingFailure(errno);
+    struct stat status = {};
+    if (::fstat(File.Number(), &status) != 0) throw ReadingFailure(errno);
+    if (S_ISDIR(status.st_mode)) throw ReadingFailure(EISDIR);
+    if (!S_ISREG(status.st_mode)) throw ReadingFailure(ENXIO);
+    Mark.emplace(FileIdentity{status.st_dev, status.st_ino});
+}
+
+std::ptrdiff_t InputFile::ReadAt(qint64 position, std::span<std::byte> target) const {
+    while (true) {
+        const ssize_t count = ::pread(File.Number(), target.data(), target.size(), position);
+        if (count >= 0) return count;
+        if (errno != EINTR) return -errno;
+    }
+}
+
+qint64 InputFile::Size() const {
+    struct stat status = {};
+    return ::fstat(File.Number(), &status) == 0 ? status.st_size : 0;
+}
+
+}  // namespace Sonmira

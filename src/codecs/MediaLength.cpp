@@ -1,0 +1,105 @@
+#include "codecs/MediaLength.h"
+
+#include "codecs/CHandle.h"
+#include "codecs/MediaInput.h"
+
+#include <QByteArray>
+#include <QList>
+
+#include <string_view>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+#include <libavutil/intreadwrite.h>
+}
+
+namespace Sonmira {
+
+namespace {
+
+qint64 InFrames(qint64 duration, AVRational unit, int rate) {
+    return av_rescale_q(duration, unit, AVRational{1, rate});
+}
+
+qint64 DeclaredLength(const MediaInput& input, int rate) {
+    const AVStream& sound = input.Sound();
+    if (sound.duration > 0) return InFrames(sound.duration, sound.time_base, rate);
+    const qint64 whole = input.Container().duration;
+    return whole > 0 ? InFrames(whole, AVRational{1, AV_TIME_BASE}, rate) : 0;
+}
+
+bool IsContainer(const MediaInput& input, std::string_view name) {
+    return std::string_view(input.Container().iformat->name).find(name) != std::string_view::npos;
+}
+
+bool HeadersOnlyEstimate(const MediaInput& input) {
+    return input.Container().duration_estimation_method == AVFMT_DURATION_FROM_BITRATE ||
+           input.Sound().codecpar->codec_id == AV_CODEC_ID_MP3 || IsContainer(input, "avi") ||
+           IsContainer(input, "ogg") || DeclaredLength(input, input.Sound().codecpar->sample_rate) == 0;
+}
+
+// Frames that the decoder drops at the start and at the end by a packet's side data: two 32-bit numbers.
+struct Skipped {
+    qint64 Start = 0;
+    qint64 End = 0;
+};
+
+Skipped SkippedBy(const AVPacket& packet) {
+    std::size_t size = 0;
+    const uint8_t* data = av_packet_get_side_data(&packet, AV_PKT_DATA_SKIP_SAMPLES, &size);
+    if (data == nullptr || size < 8) return {};
+    return {AV_RL32(data), AV_RL32(data + 4)};
+}
+
+qint64 ScannedLength(const MediaInput& input, int rate) {
+    MediaInput again(input.File());
+    const CHandleByAddress<AVPacket, av_packet_free> packet(av_packet_alloc());
+    if (!packet) throw MediaFailure(AVERROR(ENOMEM));
+    const AVRational unit = again.Sound().time_base;
+    qint64 duration = 0;
+    Skipped skipped;
+    for (bool first = true; again.Read(*packet); first = false) {
+        duration += packet->duration;
+        const Skipped now = SkippedBy(*packet);
+        // A stream that begins before time 0 has its delay there, in Ogg and MP4 often in both ways.
+        if (first && packet->pts != AV_NOPTS_VALUE && packet->pts < 0) {
+            skipped.Start = std::max(now.Start, InFrames(-packet->pts, unit, rate));
+        } else {
+            skipped.Start += now.Start;
+        }
+        skipped.End += now.End;
+        av_packet_unref(packet.get());
+    }
+    return std::max<qint64>(InFrames(duration, unit, rate) - skipped.Start - skipped.End, 0);
+}
+
+// The count of the gapless entry that players of such files agree on: blank-separated hexadecimal numbers,
+// of which the fourth is the number of frames.
+std::optional<qint64> GaplessEntry(const MediaInput& input) {
+    const AVDictionaryEntry* entry = av_dict_get(input.Container().metadata, "iTunSMPB", nullptr, 0);
+    if (entry == nullptr) return {};
+    const QList<QByteArray> numbers = QByteArray(entry->value).simplified().split(' ');
+    bool isNumber = false;
+    const qint64 frames = numbers.value(3).toLongLong(&isNumber, 16);
+    return isNumber && frames > 0 ? std::optional(frames) : std::nullopt;
+}
+
+}  // namespace
+
+qint64 SoundLength(const MediaInput& input, int rate) {
+    if (const auto end = SoundEnd(input, rate)) return *end;
+    const qint64 scanned = HeadersOnlyEstimate(input) ? ScannedLength(input, rate) : 0;
+    return scanned > 0 ? scanned : DeclaredLength(input, rate);
+}
+
+std::optional<qint64> SoundEnd(const MediaInput& input, int rate) {
+    if (!IsContainer(input, "mp4") || input.Sound().codecpar->codec_id != AV_CODEC_ID_AAC) return {};
+    const qint64 declared = DeclaredLength(input, rate);
+    // An entry that a later cut of the file made wrong would take sound away.
+    const auto entry = GaplessEntry(input);
+    if (entry && std::abs(*entry - declared) <= 2 * 4096) return entry;
+    return declared > 0 ? std::optional(declared) : std::nullopt;
+}
+
+}  // namespace Sonmira

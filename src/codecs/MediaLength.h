@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <optional>
+
+namespace Sonmira {
+
+class MediaInput;
+
+// Frames of the sound stream at `rate` frames a second, as the decoder will give them from an intact file.
+// Reads the container's headers, or all packets of the file where those only estimate: raw MPEG streams,
+// AVI and Ogg, whose links the headers do not count. 0 when nothing tells.
+qint64 SoundLength(const MediaInput& input, int rate);
+
+// Where AAC in MP4 ends by its gapless entry or its edit list; the decoder pads the last frame of the
+// format with up to 2047 frames of its own. None for other streams.
+std::optional<qint64> SoundEnd(const MediaInput& input, int rate);
+
+}  // namespace Sonmira

@@ -1,0 +1,90 @@
+#include "codecs/MediaReader.h"
+
+#include "codecs/MediaLength.h"
+
+#include <algorithm>
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+namespace Sonmira {
+
+namespace {
+
+constexpr qint64 MostBytesOfABlock = 16LL * 1024 * 1024;
+// Padding behind the end of a stream is never more than this many frames; a file that goes on beyond has a
+// wrong end rather than so much padding.
+constexpr qint64 MostPadding = 4096;
+// A header with rates beyond lies: the fastest one in use is that of DSD in its eight-bit groups.
+constexpr int MostRate = 6'200'000;
+
+}  // namespace
+
+MediaReader::MediaReader(QStringView path) : Input(std::make_shared<const InputFile>(path)), Decoder(Input) {
+    DecodeFirst();
+    if (Format().Rate < 1 || Format().Rate > MostRate || Format().Channels < 1) throw DamagedFile();
+    End = SoundEnd(Input, Format().Rate);
+}
+
+void MediaReader::DecodeFirst() {
+    if (const AVFrame* first = Decoder.Next()) {
+        Samples = std::make_unique<FrameSamples>(*first);
+        Samples->Append(*first, Pending);
+        return;
+    }
+    Ended = true;
+    LengthFound = 0;
+    const bool claimsSound = Decoder.GoodPackets() == 0 && Input.Sound().duration > 0;
+    if (Decoder.BadPackets() > 0 || claimsSound) throw DamagedFile();
+    Samples = std::make_unique<FrameSamples>(Decoder.Rate(), Decoder.Channels(), Decoder.SampleFormat());
+}
+
+// Decodes one frame behind what is pending. False at the end.
+bool MediaReader::DecodeMore() {
+    if (Ended) return false;
+    Pending.erase(Pending.begin(), Pending.begin() + static_cast<std::ptrdiff_t>(PendingStart));
+    PendingStart = 0;
+    if (const AVFrame* frame = Decoder.Next()) {
+        Samples->Append(*frame, Pending);
+    } else {
+        Ended = true;
+        Samples->Finish(Pending);
+    }
+    return true;
+}
+
+// How much of what is pending may be given: all, but for what may turn out to be padding.
+std::size_t MediaReader::ReadyBytes() {
+    const std::size_t pending = Pending.size() - PendingStart;
+    if (!End) return pending;
+    const auto frames = static_cast<qint64>(pending / FrameSize());
+    if (FramesGiven + frames > *End + MostPadding) {
+        End.reset();
+        return pending;
+    }
+    return static_cast<std::size_t>(std::clamp<qint64>(*End - FramesGiven, 0, frames)) * FrameSize();
+}
+
+AudioBlock MediaReader::Read(qint64 size) {
+    const auto frameSize = static_cast<qint64>(FrameSize());
+    const qint64 frames = std::max<qint64>(std::min(size, MostBytesOfABlock) / frameSize, 1);
+    const auto wanted = static_cast<std::size_t>(frames * frameSize);
+    AudioBlock block{Samples->Type(), {}, Samples->Speakers()};
+    block.Bytes.reserve(wanted);
+    do {
+        const std::size_t count = std::min(ReadyBytes(), wanted - block.Bytes.size());
+        const auto from = Pending.begin() + static_cast<std::ptrdiff_t>(PendingStart);
+        block.Bytes.insert(block.Bytes.end(), from, from + static_cast<std::ptrdiff_t>(count));
+        PendingStart += count;
+        FramesGiven += static_cast<qint64>(count / FrameSize());
+    } while (block.Bytes.size() < wanted && DecodeMore());
+    return block;
+}
+
+qint64 MediaReader::Length() {
+    if (!LengthFound) LengthFound = SoundLength(Input, Format().Rate);
+    return *LengthFound;
+}
+
+}  // namespace Sonmira

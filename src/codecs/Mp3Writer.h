@@ -1,0 +1,23 @@
+#pragma once
+
+#include "codecs/LameLibrary.h"
+#include "codecs/SoundWriter.h"
+
+namespace Sonmira {
+
+// MPEG audio Layer III without any text tag. Its first frame carries the encoder's delay and padding, so
+// that players give back exactly the frames that were encoded.
+class Mp3Writer final : public SoundWriter {
+public:
+    // Fails when the encoder library is missing.
+    explicit Mp3Writer(const Mp3Format& format);
+
+    void Write(const AudioBlock& block, OutputFile& file) override;
+    void Finish(OutputFile& file) override;
+
+private:
+    LameEncoder Encoder;
+    std::vector<std::byte> Encoded;
+};
+
+}  // namespace Sonmira

@@ -1,0 +1,81 @@
+#include "codecs/OutputFile.h"
+
+#include "codecs/FileFailure.h"
+#include "codecs/FileIdentity.h"
+#include "platform/NativePath.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+constexpr std::size_t BufferSize = 256 * 1024;
+}
+
+OutputFile::OutputFile(QStringView path) {
+    // Emptied only when it is certain that nobody reads it. O_NONBLOCK refuses a pipe without a reader.
+    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK;
+    File = Descriptor(::open(ToNative(path).constData(), flags, 0666));
+    if (!File.IsOpen()) throw WritingFailure(errno);
+    struct stat status = {};
+    if (::fstat(File.Number(), &status) != 0) throw WritingFailure(errno);
+    if (IsBeingRead({status.st_dev, status.st_ino})) {
+        throw Failure(FailureNumber::PathFileAccess, u"The output is the file that is being read"_s);
+    }
+    if (S_ISREG(status.st_mode) && ::ftruncate(File.Number(), 0) != 0) throw WritingFailure(errno);
+    Buffer.reserve(BufferSize);
+}
+
+void OutputFile::Write(std::span<const std::byte> bytes) {
+    if (Buffer.size() + bytes.size() > BufferSize) Flush();
+    Written += static_cast<qint64>(bytes.size());
+    if (bytes.size() >= BufferSize) {
+        Send(bytes, Written - static_cast<qint64>(bytes.size()));
+    } else {
+        Buffer.insert(Buffer.end(), bytes.begin(), bytes.end());
+    }
+}
+
+void OutputFile::Patch(qint64 position, std::span<const std::byte> bytes) {
+    Flush();
+    Send(bytes, position);
+}
+
+void OutputFile::Close() {
+    if (!File.IsOpen()) return;
+    try {
+        Flush();
+    } catch (const Failure&) {
+        File.Close();
+        throw;
+    }
+    if (const int error = File.Close(); error != 0) throw WritingFailure(error);
+}
+
+void OutputFile::Flush() {
+    std::vector<std::byte> bytes = std::move(Buffer);
+    Send(bytes, Written - static_cast<qint64>(bytes.size()));
+    bytes.clear();
+    Buffer = std::move(bytes);
+}
+
+void OutputFile::Send(std::span<const std::byte> bytes, qint64 position) {
+    while (Error == 0 && !bytes.empty()) {
+        const ssize_t count = ::pwrite(File.Number(), bytes.data(), bytes.size(), position);
+        if (count < 0) {
+            if (errno != EINTR) Error = errno;
+            continue;
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+        position += count;
+    }
+    if (Error != 0) throw WritingFailure(Error);
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,88 @@
+#include "codecs/OutputFormat.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool IsOneOf(int value, std::initializer_list<int> values) {
+    return std::find(values.begin(), values.end(), value) != values.end();
+}
+
+bool IsMonoOrStereo(int channels) {
+    return IsOneOf(channels, {1, 2});
+}
+
+QString StreamText(int frequency, int channels) {
+    return u"%1 Hz, %2"_s.arg(frequency).arg(channels == 1 ? u"Mono"_s : u"Stereo"_s);
+}
+
+QString VorbisRateText(const VorbisFormat& format) {
+    if (format.Quality) return u"quality %1"_s.arg(*format.Quality / 100.0, 0, 'f', 1);
+    QString text = u"%1 kbit/s"_s.arg(format.Nominal.value_or(format.Maximum.value_or(0)));
+    if (format.Minimum || format.Maximum) {
+        const auto limit = [](std::optional<int> rate) { return rate ? QString::number(*rate) : u"any"_s; };
+        text = format.Nominal ? text + u", "_s : QString();
+        text += u"%1 to %2 kbit/s"_s.arg(limit(format.Minimum), limit(format.Maximum));
+    }
+    return text;
+}
+
+struct TextWriter {
+    QString operator()(const PcmFormat& format) const {
+        return u"PCM %1, %2 bits"_s.arg(StreamText(format.Frequency, format.Channels)).arg(format.Bits);
+    }
+    QString operator()(const Mp3Format& format) const {
+        return u"MPEG Layer-3 %1, %2 kbit/s"_s.arg(StreamText(format.Frequency, format.Channels))
+            .arg(format.Kilobits);
+    }
+    QString operator()(const VorbisFormat& format) const {
+        return u"Ogg Vorbis %1, %2"_s.arg(StreamText(format.Frequency, format.Channels),
+                                          VorbisRateText(format));
+    }
+};
+
+}  // namespace
+
+int FrequencyOf(const OutputFormat& format) {
+    return std::visit([](const auto& one) { return one.Frequency; }, format);
+}
+
+int ChannelsOf(const OutputFormat& format) {
+    return std::visit([](const auto& one) { return one.Channels; }, format);
+}
+
+QString TextOf(const OutputFormat& format) {
+    return std::visit(TextWriter(), format);
+}
+
+bool IsPcmFormat(const PcmFormat& format) {
+    return format.Frequency >= 1 && format.Frequency <= 384000 && IsMonoOrStereo(format.Channels) &&
+           IsOneOf(format.Bits, {8, 16, 24, 32});
+}
+
+bool IsMp3Format(const Mp3Format& format) {
+    if (!IsMonoOrStereo(format.Channels)) return false;
+    switch (format.Frequency) {
+        case 32000:
+        case 44100:
+        case 48000:
+            return IsOneOf(format.Kilobits, {32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320});
+        case 16000:
+        case 22050:
+        case 24000:
+            return IsOneOf(format.Kilobits, {8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160});
+        case 8000:
+        case 11025:
+        case 12000:
+            return IsOneOf(format.Kilobits, {8, 16, 24, 32, 40, 48, 56, 64});
+        default:
+            return false;
+    }
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,99 @@
+#include "codecs/SoundDecoder.h"
+
+#include "codecs/CHandle.h"
+#include "codecs/MediaInput.h"
+
+#include <cerrno>
+#include <thread>
+
+extern "C" {
+#include <libavcodec/avcodec.h>
+#include <libavformat/avformat.h>
+}
+
+namespace Sonmira {
+
+namespace {
+
+// More threads than this only lengthen the way from packet to sound.
+constexpr unsigned MostThreads = 8;
+
+}  // namespace
+
+class SoundDecoder::Parts {
+public:
+    explicit Parts(const AVStream& stream) {
+        const AVCodec* codec = avcodec_find_decoder(stream.codecpar->codec_id);
+        if (codec == nullptr) throw MediaFailure(AVERROR_DECODER_NOT_FOUND);
+        Codec.reset(avcodec_alloc_context3(codec));
+        if (!Codec || !Packet || !Frame) throw MediaFailure(AVERROR(ENOMEM));
+        Check(avcodec_parameters_to_context(Codec.get(), stream.codecpar));
+        Codec->pkt_timebase = stream.time_base;
+        if ((codec->capabilities & AV_CODEC_CAP_FRAME_THREADS) != 0) {
+            Codec->thread_count =
+                static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads));
+        }
+        Check(avcodec_open2(Codec.get(), codec, nullptr));
+    }
+
+    static void Check(int code) {
+        if (code < 0) throw MediaFailure(code);
+    }
+
+    CHandleByAddress<AVCodecContext, avcodec_free_context> Codec;
+    CHandleByAddress<AVPacket, av_packet_free> Packet{av_packet_alloc()};
+    CHandleByAddress<AVFrame, av_frame_free> Frame{av_frame_alloc()};
+};
+
+SoundDecoder::SoundDecoder(MediaInput& input)
+    : Input(input), Libraries(std::make_unique<Parts>(input.Sound())) {}
+
+SoundDecoder::~SoundDecoder() = default;
+
+const AVFrame* SoundDecoder::Next() {
+    AVCodecContext* codec = Libraries->Codec.get();
+    AVFrame* frame = Libraries->Frame.get();
+    while (true) {
+        const int code = avcodec_receive_frame(codec, frame);
+        if (code == 0) {
+            if (frame->nb_samples > 0 && frame->sample_rate > 0 && frame->ch_layout.nb_channels > 0)
+                return frame;
+            continue;
+        }
+        if (code == AVERROR_EOF) return nullptr;
+        if (code == AVERROR(ENOMEM)) throw MediaFailure(code);
+        if (code != AVERROR(EAGAIN)) ++Bad;
+        if (!SendPacket()) return nullptr;
+    }
+}
+
+// Gives the decoder its next packet, or the end of the stream. False when it has got the end before: a
+// decoder that fails while it drains has nothing more to give.
+bool SoundDecoder::SendPacket() {
+    AVCodecContext* codec = Libraries->Codec.get();
+    AVPacket* packet = Libraries->Packet.get();
+    if (Draining) return false;
+    if (!Input.Read(*packet)) {
+        Draining = true;
+        return avcodec_send_packet(codec, nullptr) == 0;
+    }
+    const int code = avcodec_send_packet(codec, packet);
+    av_packet_unref(packet);
+    if (code == AVERROR(ENOMEM)) throw MediaFailure(code);
+    ++(code == 0 ? Good : Bad);
+    return true;
+}
+
+int SoundDecoder::Rate() const {
+    return Libraries->Codec->sample_rate;
+}
+
+int SoundDecoder::Channels() const {
+    return Libraries->Codec->ch_layout.nb_channels;
+}
+
+int SoundDecoder::SampleFormat() const {
+    return Libraries->Codec->sample_fmt;
+}
+
+}  // namespace Sonmira

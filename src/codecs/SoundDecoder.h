@@ -1,0 +1,45 @@
+#pragma once
+
+#include <memory>
+
+struct AVFrame;
+
+namespace Sonmira {
+
+class MediaInput;
+
+// Decodes the sound stream of a media file frame by frame. Encoder delay and padding are taken off where
+// the file tells them. Packets that cannot be decoded are skipped.
+class SoundDecoder {
+public:
+    // `input` must outlive the decoder. Fails when there is no decoder or it refuses the stream's headers.
+    explicit SoundDecoder(MediaInput& input);
+    ~SoundDecoder();
+    SoundDecoder(const SoundDecoder&) = delete;
+    SoundDecoder& operator=(const SoundDecoder&) = delete;
+
+    // The next frame of one or more samples, valid until the next call; null at the end.
+    const AVFrame* Next();
+
+    // Packets met so far that could, and that could not, be decoded.
+    qint64 GoodPackets() const { return Good; }
+    qint64 BadPackets() const { return Bad; }
+
+    // Format by the headers, for a stream of no frames; a rate or count of 0 is not known. The type is a
+    // value of AVSampleFormat.
+    int Rate() const;
+    int Channels() const;
+    int SampleFormat() const;
+
+private:
+    class Parts;
+    bool SendPacket();
+
+    MediaInput& Input;
+    std::unique_ptr<Parts> Libraries;
+    bool Draining = false;
+    qint64 Good = 0;
+    qint64 Bad = 0;
+};
+
+}  // namespace Sonmira

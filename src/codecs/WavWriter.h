@@ -1,0 +1,30 @@
+#pragma once
+
+#include "codecs/PcmPacker.h"
+#include "codecs/SoundWriter.h"
+
+namespace Sonmira {
+
+// RIFF WAVE with the plain 16-byte PCM format chunk at every width and nothing else around the data: the
+// header of 44 bytes that every program reads. It is complete once Finish has run.
+//
+// Its sizes are 32-bit, so a file ends just below 4 GiB (6.7 hours of CD sound): Write fails there, and the
+// sound up to that point stays readable.
+class WavWriter final : public SoundWriter {
+public:
+    // `most` is the number of data bytes at which the file is full; only a test gives another.
+    explicit WavWriter(const PcmFormat& format, qint64 most = 0xFFFFFFFF - 64);
+
+    void Write(const AudioBlock& block, OutputFile& file) override;
+    void Finish(OutputFile& file) override;
+
+private:
+    std::vector<std::byte> Header(qint64 dataSize) const;
+
+    PcmFormat Format;
+    qint64 Most;
+    PcmPacker Packer;
+    std::vector<std::byte> Packed;
+};
+
+}  // namespace Sonmira
