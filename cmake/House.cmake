@@ -18,7 +18,7 @@ if(SONMIRA_SANITIZE)
   target_link_options(sonmira_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-file(WRITE ${CMAKE_BINARY_DIR}/pch.cpp "")
+file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/pch.cpp CONTENT "")
 set(core_headers <QByteArray> <QHash> <QList> <QString> <QStringList>
   <algorithm> <cstdint> <exception> <functional> <memory> <optional> <string> <vector>)
 
