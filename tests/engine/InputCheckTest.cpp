@@ -1,0 +1,70 @@
+#include "FakeComponents.h"
+#include "HeadlessHost.h"
+#include "engine/InputCheck.h"
+#include "engine/RunState.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class InputCheck : public ::testing::Test {
+protected:
+    InputCheck() {
+        NumberLanguageLines();
+        Run.CurrentItem = Host.AddRow();
+    }
+    bool Check(const QString& path) { return CheckInputFile(Run, Host, Source, path); }
+    // The reason in the row of a file that exists and cannot be opened.
+    QString ReasonFor(const QByteArray& name) {
+        Source.OpenFails = true;
+        EXPECT_FALSE(Check(Folder.MakeFile(name)));
+        EXPECT_TRUE(Run.FileError);
+        return Host.Rows.front().Progress;
+    }
+
+    TestFolder Folder;
+    RunState Run;
+    HeadlessHost Host;
+    FakeSource Source;
+};
+
+TEST_F(InputCheck, AFileThatOpensMayGoOnAndIsClosedAgain) {
+    EXPECT_TRUE(Check(Folder.MakeFile("a.mp3")));
+    EXPECT_EQ(Source.Opened, 1);
+    EXPECT_EQ(Source.Closed, 1);
+    EXPECT_FALSE(Run.FileError);
+}
+
+TEST_F(InputCheck, AMissingFileGetsItsOwnReason) {
+    EXPECT_FALSE(Check(Folder.Path("gone.mp3")));
+    EXPECT_TRUE(Run.FileError);
+    EXPECT_EQ(Host.Rows.front().Progress, u"line 95"_s);
+    EXPECT_EQ(Source.Opened, 0);
+}
+
+TEST_F(InputCheck, AnUnreadableFileGetsTheGeneralReason) {
+    EXPECT_EQ(ReasonFor("a.mp3"), u"line 99"_s);
+    EXPECT_EQ(ReasonFor("a.flac"), u"line 99"_s);
+}
+
+TEST_F(InputCheck, AnUnreadableWmaNamesTheMissingSupportWhereThatIsOff) {
+    EXPECT_EQ(ReasonFor("a.WMA"), u"line 100"_s);
+    Run.WmaSupported = true;
+    EXPECT_EQ(ReasonFor("b.wma"), u"line 97"_s);
+}
+
+TEST_F(InputCheck, AnUnreadableAacGetsItsOwnReason) {
+    EXPECT_EQ(ReasonFor("a.Aac"), u"line 98"_s);
+}
+
+TEST_F(InputCheck, AMissingWmaIsReportedAsWmaAllTheSame) {
+    EXPECT_FALSE(Check(Folder.Path("gone.wma")));
+    EXPECT_EQ(Host.Rows.front().Progress, u"line 100"_s);
+}
+
+}  // namespace
+}  // namespace Sonmira

@@ -1,0 +1,201 @@
+#include "FakeComponents.h"
+#include "HeadlessHost.h"
+#include "engine/JobDriver.h"
+#include "engine/RunState.h"
+#include "engine/StopCommands.h"
+#include "library/AddFiles.h"
+#include "library/Collection.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Runs over fake components: what is tested is the order of steps and what a run leaves behind.
+class JobDrivers : public ::testing::Test {
+protected:
+    JobDrivers() {
+        NumberLanguageLines();
+        Host.Format = u"Mp3"_s;
+        Host.OutputFolder = Folder.MakeFolder("out");
+    }
+    void AddMusic(std::initializer_list<QByteArray> names) {
+        for (const QByteArray& name : names) Folder.MakeFile("Music/" + name);
+        AddDirectory(Items, Host, Folder.Path("Music"));
+    }
+    void Convert() { JobDriver(Run, Host, {Source, Sink}, Items).RunAllConversions(); }
+
+    TestFolder Folder;
+    RunState Run;
+    HeadlessHost Host;
+    FakeSource Source;
+    FakeSink Sink;
+    Collection Items;
+};
+
+TEST_F(JobDrivers, AnEmptyCollectionLocksFreesAndCountsNothing) {
+    Convert();
+    EXPECT_EQ(Host.Count, u"0 / 0"_s);
+    EXPECT_TRUE(Host.Rows.empty());
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(JobDrivers, EveryFileGetsANumberedRow) {
+    AddMusic({"a.wav", "b.wav"});
+    Host.AddRow();  // of a run before; a new run clears the list
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(Host.Rows[0].Text, u"001."_s);
+    EXPECT_EQ(Host.Rows[1].Text, u"002."_s);
+    EXPECT_EQ(Host.Rows[1].Name, u"b.wav"_s);
+    EXPECT_EQ(Host.Rows[1].ProgressSeen.front(), u"0 %"_s);
+    EXPECT_EQ(Host.Rows[1].Progress, u"100 %"_s);
+    EXPECT_EQ(Host.Rows[1].Icon, u"converted"_s);
+    EXPECT_EQ(Host.Count, u"2 / 2"_s);
+    EXPECT_EQ(Host.FileName, u"b.wav"_s);
+    EXPECT_TRUE(Host.ControlsEnabled);
+    EXPECT_FALSE(Run.Busy);
+}
+
+TEST_F(JobDrivers, TheInputsAreLockedDuringTheRun) {
+    AddMusic({"a.wav"});
+    bool locked = false;
+    Host.AtYield = [&] { locked = locked || (!Host.ControlsEnabled && Run.Busy); };
+    Convert();
+    EXPECT_TRUE(locked);
+}
+
+TEST_F(JobDrivers, FoldersAreMadeBelowTheOutputFolderEmptyOnesToo) {
+    Folder.MakeFolder("Music/Empty");
+    AddMusic({"Rock/x.ogg"});
+    Convert();
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/Empty")));
+    EXPECT_EQ(Sink.Path, Folder.Path("out") + u"\\Music\\Rock\\x.mp3"_s);
+    EXPECT_EQ(Host.Folder, u"Music\\Rock"_s);
+}
+
+TEST_F(JobDrivers, NoFolderIsMadeWhereOutputsLieBesideTheirSources) {
+    Host.SaveBesideOriginal = true;
+    AddMusic({"Rock/x.ogg"});
+    Convert();
+    EXPECT_FALSE(NativeExists(Folder.Native("out/Music")));
+    EXPECT_EQ(Sink.Path, Folder.Path("Music/Rock/x.mp3"));
+    EXPECT_EQ(Host.Folder, Folder.Path("Music/Rock"));
+}
+
+TEST_F(JobDrivers, AFailedFileDoesNotEndTheRun) {
+    AddMusic({"a.wav", "b.wav"});
+    std::filesystem::remove(Folder.Native("Music/a.wav").toStdString());
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[0].Progress, u"line 95"_s);
+    EXPECT_EQ(Host.Rows[1].Icon, u"converted"_s);
+    EXPECT_EQ(Host.Count, u"2 / 2"_s);
+}
+
+TEST_F(JobDrivers, BusyStaysOffWhereEveryFileFailsItsCheck) {
+    AddMusic({"a.wav"});
+    Source.OpenFails = true;
+    bool everBusy = false;
+    Host.AtYield = [&] { everBusy = everBusy || Run.Busy; };
+    Convert();
+    EXPECT_FALSE(everBusy);
+    EXPECT_EQ(Host.Rows[0].Progress, u"line 99"_s);
+}
+
+TEST_F(JobDrivers, ACancelEndsTheRunAfterTheFileInHand) {
+    AddMusic({"a.wav", "b.wav"});
+    Host.AtYield = [this] { CancelEverything(Run, Items); };
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_TRUE(Host.ControlsEnabled);
+    EXPECT_FALSE(Run.Busy);
+}
+
+TEST_F(JobDrivers, ASkipGoesOnWithTheNextFile) {
+    AddMusic({"a.wav", "b.wav"});
+    Host.AtYield = [this] {
+        if (Host.Rows.size() == 1) SkipFile(Run);
+    };
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[1].Icon, u"converted"_s);
+}
+
+TEST_F(JobDrivers, AFormatThatIsNoneOfTheNamesConvertsNothingAndSucceeds) {
+    AddMusic({"a.wav"});
+    Host.Format = u"Mp4"_s;
+    Convert();
+    EXPECT_EQ(Sink.Path, QString());
+    EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s);
+}
+
+TEST_F(JobDrivers, ANameWithoutADotEndsTheRunSilentlyAndLeavesItBusy) {
+    AddFileRecord(Items, Host, Folder.MakeFile("song"));
+    AddMusic({"a.wav"});
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Progress, u"0 %"_s);
+    EXPECT_EQ(Host.Rows[0].Icon, u"conversion"_s);
+    EXPECT_TRUE(Run.Busy);
+    EXPECT_FALSE(Host.ControlsEnabled);
+}
+
+TEST_F(JobDrivers, SourcesOfConvertedFilesAreRemovedWhereThatIsChecked) {
+    AddMusic({"a.wav", "b.wav"});
+    Host.RemoveOriginal = true;
+    Host.AtYield = [this] {
+        if (Host.Rows.size() == 2) SkipFile(Run);  // the second file fails and keeps its source
+    };
+    Convert();
+    EXPECT_FALSE(NativeExists(Folder.Native("Music/a.wav")));
+    EXPECT_TRUE(NativeExists(Folder.Native("Music/b.wav")));
+}
+
+TEST_F(JobDrivers, ARemovedRecordIsCountedAndPaintsTheRowBeforeIt) {
+    AddMusic({"a.wav", "b.wav"});
+    Items.Records.MarkRemoved(3);
+    Convert();
+    EXPECT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Count, u"2 / 2"_s);
+}
+
+TEST_F(JobDrivers, OutputsOfOneStemUnderTheRootAreNumbered) {
+    AddFileRecord(Items, Host, Folder.MakeFile("one/a.wav"));
+    AddFileRecord(Items, Host, Folder.MakeFile("two/a.wav"));
+    std::vector<QString> paths;
+    Host.AtYield = [&] {
+        if (paths.empty() || paths.back() != Sink.Path) {
+            paths.push_back(Sink.Path);
+            Folder.MakeFile("out/a.mp3");  // what the real writer would have left
+        }
+    };
+    Convert();
+    EXPECT_EQ(paths, (std::vector<QString>{Folder.Path("out") + u"\\\\a.mp3"_s,
+                                           Folder.Path("out") + u"\\\\a(1).mp3"_s}));
+}
+
+TEST_F(JobDrivers, MoreThan32767RecordsOverflow) {
+    Host.Format = u"None"_s;
+    for (int n = 0; n < 32768; ++n) {
+        ConversionRecord record;
+        Items.Records.Append(record);
+    }
+    try {
+        Convert();
+        FAIL() << "no overflow";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.Number, FailureNumber::Overflow);
+    }
+}
+
+}  // namespace
+}  // namespace Sonmira

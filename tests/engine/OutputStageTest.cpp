@@ -1,0 +1,78 @@
+#include "FakeComponents.h"
+#include "HeadlessHost.h"
+#include "engine/OutputStage.h"
+#include "engine/RunState.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+TEST(UniqueStem, StaysWhereTheNameIsFree) {
+    const TestFolder folder;
+    EXPECT_EQ(UniqueStem(folder.Path("song"), u".mp3"_s), folder.Path("song"));
+}
+
+TEST(UniqueStem, TakesTheFirstFreeNumber) {
+    const TestFolder folder;
+    folder.MakeFile("song.mp3");
+    EXPECT_EQ(UniqueStem(folder.Path("song"), u".mp3"_s), folder.Path("song(1)"));
+    folder.MakeFile("song(1).mp3");
+    EXPECT_EQ(UniqueStem(folder.Path("song"), u".mp3"_s), folder.Path("song(2)"));
+    EXPECT_EQ(UniqueStem(folder.Path("song"), u".ogg"_s), folder.Path("song"));
+}
+
+TEST(UniqueStem, NumbersANumberedStemOnceMore) {
+    const TestFolder folder;
+    folder.MakeFile("song(1).mp3");
+    EXPECT_EQ(UniqueStem(folder.Path("song(1)"), u".mp3"_s), folder.Path("song(1)(1)"));
+}
+
+class OutputStages : public ::testing::Test {
+protected:
+    OutputStages() {
+        NumberLanguageLines();
+        Run.Busy = true;
+        Run.CurrentItem = Host.AddRow();
+        Run.OutputStem = Folder.Path("song");
+    }
+    QString OutputOf(const QString& format) {
+        Sink.Path.clear();
+        Host.Format = format;
+        OutputStage(Run, Host, {Source, Sink}).Dispatch();
+        return Sink.Path;
+    }
+
+    TestFolder Folder;
+    RunState Run;
+    HeadlessHost Host;
+    FakeSource Source;
+    FakeSink Sink;
+};
+
+TEST_F(OutputStages, AreChosenByTheExactTextOfTheFormat) {
+    EXPECT_EQ(OutputOf(u"Mp3"_s), Folder.Path("song.mp3"));
+    EXPECT_EQ(OutputOf(u"Ogg"_s), Folder.Path("song.ogg"));
+    EXPECT_EQ(OutputOf(u"Wav"_s), Folder.Path("song.wav"));
+    EXPECT_EQ(OutputOf(u"mp3"_s), QString());
+    EXPECT_EQ(OutputOf(u"Mp3 "_s), QString());
+    EXPECT_EQ(OutputOf(QString()), QString());
+    EXPECT_FALSE(Run.FileError);
+}
+
+TEST_F(OutputStages, DoNothingUnlessTheRunIsBusy) {
+    Run.Busy = false;
+    EXPECT_EQ(OutputOf(u"Mp3"_s), QString());
+}
+
+TEST_F(OutputStages, LeaveTheNumberInTheStem) {
+    Folder.MakeFile("song.mp3");
+    EXPECT_EQ(OutputOf(u"Mp3"_s), Folder.Path("song(1).mp3"));
+    EXPECT_EQ(Run.OutputStem, Folder.Path("song(1)"));
+}
+
+}  // namespace
+}  // namespace Sonmira

@@ -1,0 +1,177 @@
+#include "FakeComponents.h"
+#include "HeadlessHost.h"
+#include "codecs/AudioFile.h"
+#include "engine/JobDriver.h"
+#include "engine/RunState.h"
+#include "engine/StopCommands.h"
+#include "library/AddFiles.h"
+#include "library/Collection.h"
+#include "support/TestAudio.h"
+#include "support/TestFolder.h"
+#include "support/Tool.h"
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Whole runs with the real components, judged by other programs' decoders.
+class RealRun : public ::testing::Test {
+protected:
+    static constexpr std::int64_t Frames = 100003;  // a prime, so that no frame size divides it
+
+    RealRun() {
+        NumberLanguageLines();
+        Host.OutputFolder = Folder.MakeFolder("out");
+    }
+
+    void AddMusic() { AddDirectory(Items, Host, Folder.Path("Music")); }
+
+    void Convert(const QString& format) {
+        Host.Format = format;
+        if (format == u"Mp3") FileWenc.SetFormatMP3(44100, 128, 2);
+        if (format == u"Ogg") FileWenc.SetFormatOggVorbis(44100, 2, {}, {}, {}, 400);
+        if (format == u"Wav") FileWenc.SetFormatPCM(44100, 2, 16);
+        JobDriver(Run, Host, {FileRenc, FileWenc}, Items).RunAllConversions();
+    }
+
+    // Frames that another program decodes from a file below the output folder.
+    std::int64_t FramesBy(const QList<QByteArray>& decoder) {
+        const ToolResult decoded = RunTool(decoder);
+        EXPECT_EQ(decoded.ExitCode, 0) << decoded.Errors.constData();
+        const QByteArray wav = ContentOf(Folder.Native("decoded.wav"));
+        const qsizetype data = wav.indexOf("data");
+        return (wav.size() - data - 8) / 4;
+    }
+
+    TestFolder Folder;
+    RunState Run;
+    HeadlessHost Host;
+    AudioFile FileRenc;
+    AudioFile FileWenc;
+    Collection Items;
+};
+
+TEST_F(RealRun, WavToMp3IsAsLongAsTheSourceByItsLameTag) {
+    Folder.MakeFile("Music/a.wav", WavOf(MakeTone(44100, 2, Frames, 440), WavKind::Signed16));
+    AddMusic();
+    Convert(u"Mp3"_s);
+    EXPECT_EQ(FramesBy({"lame", "--quiet", "--decode", Folder.Native("out/Music/a.mp3"),
+                        Folder.Native("decoded.wav")}),
+              Frames);
+}
+
+TEST_F(RealRun, WavToOggIsAsLongAsTheSource) {
+    Folder.MakeFile("Music/a.wav", WavOf(MakeTone(44100, 2, Frames, 440), WavKind::Signed16));
+    AddMusic();
+    Convert(u"Ogg"_s);
+    EXPECT_EQ(
+        FramesBy({"oggdec", "-Q", "-o", Folder.Native("decoded.wav"), Folder.Native("out/Music/a.ogg")}),
+        Frames);
+}
+
+TEST_F(RealRun, WavToTheSameWavKeepsEverySample) {
+    const TestSound sound = MakeNoise(44100, 2, Frames);
+    Folder.MakeFile("Music/a.wav", WavOf(sound, WavKind::Signed16));
+    AddMusic();
+    Convert(u"Wav"_s);
+    const QByteArray pcm = PcmOf(sound, WavKind::Signed16);
+    EXPECT_TRUE(ContentOf(Folder.Native("out/Music/a.wav")).endsWith(pcm));
+}
+
+TEST_F(RealRun, FlacComesInToo) {
+    Folder.MakeFile("a.wav", WavOf(MakeTone(44100, 2, Frames, 440), WavKind::Signed16));
+    Folder.MakeFolder("Music");
+    ASSERT_EQ(RunTool({"flac", "-s", "-o", Folder.Native("Music/a.flac"), Folder.Native("a.wav")}).ExitCode,
+              0);
+    AddMusic();
+    Convert(u"Wav"_s);
+    EXPECT_TRUE(
+        ContentOf(Folder.Native("out/Music/a.wav")).endsWith(ContentOf(Folder.Native("a.wav")).mid(44)));
+}
+
+TEST_F(RealRun, ADamagedFileGetsAnErrorRowAndTheRunGoesOn) {
+    Folder.MakeFile("Music/a.mp3", QByteArray(5000, '\x5A'));
+    Folder.MakeFile("Music/b.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
+    Folder.MakeFile("Music/c.flac", "fLaC");
+    Folder.MakeFile("Music/d.ogg", "");
+    AddMusic();
+    Convert(u"Mp3"_s);
+    ASSERT_EQ(Host.Rows.size(), 4U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[0].Progress, u"line 99"_s);
+    EXPECT_EQ(Host.Rows[1].Icon, u"converted"_s);
+    EXPECT_EQ(Host.Rows[2].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[3].Icon, u"error"_s);
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(RealRun, AnEmptyWavIsConvertedToAnEmptyOne) {
+    Folder.MakeFile("Music/a.wav", WavOf(MakeSilence(44100, 2, 0), WavKind::Signed16));
+    AddMusic();
+    Convert(u"Wav"_s);
+    EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s);
+    EXPECT_EQ(Host.Rows[0].Progress, u"100 %"_s);
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/a.wav")));
+}
+
+TEST_F(RealRun, OddNamesAreConvertedAndNamedRight) {
+    const std::vector<QByteArray> stems = {"a b",
+                                           "M\xC3\xBC\xC3\x9F",
+                                           "\xE6\x97\xA5\xE6\x9C\xAC",
+                                           "\xF0\x9F\x8E\xB5",
+                                           "x\\y",
+                                           "two\nlines",
+                                           "raw\xE9\xFF",
+                                           "-dash",
+                                           "100%s;",
+                                           "http:song"};
+    const QByteArray wav = WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16);
+    for (const QByteArray& stem : stems) Folder.MakeFile("Music/" + stem + ".wav", wav);
+    AddMusic();
+    Convert(u"Ogg"_s);
+    EXPECT_EQ(Host.Count, u"10 / 10"_s);
+    for (const QByteArray& stem : stems) {
+        EXPECT_TRUE(ContentOf(Folder.Native("out/Music/" + stem + ".ogg")).startsWith("OggS"))
+            << stem.constData();
+    }
+}
+
+TEST_F(RealRun, TheSourceIsNeverOverwrittenByItsOwnOutput) {
+    const QByteArray wav = WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16);
+    Folder.MakeFile("Music/song.wav", wav);
+    AddMusic();
+    Host.SaveBesideOriginal = true;
+    Convert(u"Wav"_s);
+    EXPECT_EQ(ContentOf(Folder.Native("Music/song.wav")), wav);
+    EXPECT_TRUE(NativeExists(Folder.Native("Music/song(1).wav")));
+}
+
+TEST_F(RealRun, AnOutputFolderThatIsGoneGivesErrorRowsAndKeepsTheSources) {
+    Folder.MakeFile("Music/a.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
+    AddMusic();
+    Host.OutputFolder = Folder.Path("gone");
+    Host.RemoveOriginal = true;
+    Convert(u"Mp3"_s);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_TRUE(NativeExists(Folder.Native("Music/a.wav")));
+}
+
+TEST_F(RealRun, AStoppedFileLeavesItsPartialOutput) {
+    Folder.MakeFile("Music/a.wav", WavOf(MakeTone(44100, 2, 30 * 44100, 440), WavKind::Signed16));
+    Folder.MakeFile("Music/b.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
+    AddMusic();
+    Host.AtYield = [this] {
+        if (Host.Progress >= 10) CancelEverything(Run, Items);
+    };
+    Convert(u"Wav"_s);
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[0].Progress, u"line 96"_s);
+    EXPECT_GT(ContentOf(Folder.Native("out/Music/a.wav")).size(), 44);
+}
+
+}  // namespace
+}  // namespace Sonmira

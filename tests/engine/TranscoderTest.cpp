@@ -1,0 +1,148 @@
+#include "FakeComponents.h"
+#include "HeadlessHost.h"
+#include "engine/RunState.h"
+#include "engine/Transcoder.h"
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Transcoder : public ::testing::Test {
+protected:
+    Transcoder() {
+        NumberLanguageLines();
+        Run.Busy = true;
+        Run.CurrentItem = Host.AddRow();
+    }
+    void Copy() { TranscodeStream(Run, Host, {Source, Sink}, u"\\in.wav"_s, u"\\out.mp3"_s); }
+    const HeadlessHost::Row& Row() const { return Host.Rows.front(); }
+
+    RunState Run;
+    HeadlessHost Host;
+    FakeSource Source;
+    FakeSink Sink;
+};
+
+TEST_F(Transcoder, CopiesEveryBlockInTheSourcesFormat) {
+    Copy();
+    EXPECT_EQ(Sink.Path, u"\\out.mp3"_s);
+    EXPECT_EQ(Sink.Rate, 100);
+    EXPECT_EQ(Sink.Channels, 2);
+    EXPECT_EQ(Sink.Written, 4);
+    EXPECT_EQ(Source.SizesAsked, std::vector<qint64>(5, 200));  // rate times channels
+    EXPECT_EQ(Sink.Closed, 1);
+    EXPECT_EQ(Source.Closed, 1);
+    EXPECT_FALSE(Run.FileError);
+}
+
+TEST_F(Transcoder, ShowsRisingPercentagesAndEndsAt100WithAnEmptyBar) {
+    Copy();
+    EXPECT_EQ(Row().ProgressSeen,
+              (std::vector<QString>{u"25 %"_s, u"50 %"_s, u"75 %"_s, u"100 %"_s, u"100 %"_s}));
+    EXPECT_EQ(Host.Progress, 0);
+}
+
+TEST_F(Transcoder, WritesTheRowOnlyWhenTheNumberChanges) {
+    Source.Blocks = 1000;
+    Source.BlockBytes = 4;
+    Source.Frames = 1000;
+    Copy();
+    EXPECT_EQ(Row().ProgressSeen.size(), 101U);  // 1 to 100, and the last word
+}
+
+TEST_F(Transcoder, RoundsPercentagesHalfToEven) {
+    Source.Blocks = 2;
+    Source.BlockBytes = 4;
+    Source.Frames = 40;  // 2.5 and 5 percent
+    Copy();
+    EXPECT_EQ(Row().ProgressSeen.front(), u"2 %"_s);
+}
+
+TEST_F(Transcoder, TheFirstBlockOfALongFileShowsOne) {
+    Source.Blocks = 1;
+    Source.BlockBytes = 4;
+    Source.Frames = 100000;
+    std::vector<int> bar;
+    Host.AtYield = [&] { bar.push_back(Host.Progress); };
+    Copy();
+    EXPECT_EQ(bar, std::vector<int>{1});
+}
+
+TEST_F(Transcoder, AStreamLongerThanItSaysStopsAt100) {
+    Source.Blocks = 8;
+    Copy();
+    EXPECT_EQ(Sink.Written, 8);
+    EXPECT_EQ(Row().Progress, u"100 %"_s);
+}
+
+TEST_F(Transcoder, AFileWithoutSoundIsDoneAtOnce) {
+    Source.Blocks = 0;
+    Source.Frames = 0;
+    Copy();
+    EXPECT_FALSE(Run.FileError);
+    EXPECT_EQ(Row().Progress, u"100 %"_s);
+}
+
+TEST_F(Transcoder, AStreamLengthOfZeroWithSoundFails) {
+    Source.Frames = 0;
+    Copy();
+    EXPECT_TRUE(Run.FileError);
+    EXPECT_EQ(Row().Progress, u"line 96"_s);
+}
+
+TEST_F(Transcoder, AnyFailureMarksTheRowAndClosesBothFiles) {
+    const auto fails = [this](bool& flag) {
+        Run.FileError = false;
+        Source.Closed = Sink.Closed = 0;
+        flag = true;
+        Copy();
+        flag = false;
+        return Run.FileError && Row().Icon == u"error" && Row().Progress == u"line 96" &&
+               Host.Progress == 0 && Source.Closed >= 1 && Sink.Closed >= 1;
+    };
+    EXPECT_TRUE(fails(Source.OpenFails));
+    EXPECT_TRUE(fails(Sink.OpenFails));
+    EXPECT_TRUE(fails(Sink.WriteFails));
+    EXPECT_TRUE(fails(Sink.CloseFails));
+    Source.FailsAtBlock = 2;
+    bool none = false;
+    EXPECT_TRUE(fails(none));
+}
+
+TEST_F(Transcoder, ASkippedFileLooksLikeAFailedOne) {
+    Host.AtYield = [this] { Run.SkipCurrentFile = true; };
+    Copy();
+    EXPECT_EQ(Sink.Written, 1);
+    EXPECT_TRUE(Run.FileError);
+    EXPECT_FALSE(Run.CancelAll);
+    EXPECT_EQ(Row().Progress, u"line 96"_s);
+}
+
+TEST_F(Transcoder, ACancelIsHeardAtTheNextBlock) {
+    Host.AtYield = [this] { Run.CancelAll = true; };
+    Copy();
+    EXPECT_EQ(Sink.Written, 1);
+    EXPECT_TRUE(Run.FileError);
+    EXPECT_TRUE(Run.CancelAll);
+}
+
+TEST_F(Transcoder, ACancelFromBeforeIsForgotten) {
+    Run.CancelAll = true;
+    Copy();
+    EXPECT_FALSE(Run.FileError);
+    EXPECT_EQ(Sink.Written, 4);
+}
+
+TEST_F(Transcoder, ARunThatIsNoLongerBusyLeavesTheLoopAndFinishesTheFile) {
+    Host.AtYield = [this] { Run.Busy = false; };
+    Copy();
+    EXPECT_EQ(Sink.Written, 1);
+    EXPECT_FALSE(Run.FileError);
+    EXPECT_EQ(Row().Progress, u"100 %"_s);
+}
+
+}  // namespace
+}  // namespace Sonmira

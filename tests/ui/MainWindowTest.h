@@ -1,0 +1,87 @@
+#pragma once
+
+#include "formats/OutputPanel.h"
+#include "library/widgets/ConversionTree.h"
+#include "library/widgets/FileList.h"
+#include "platform/Dialogs.h"
+#include "shell/LanguageFiles.h"
+#include "shell/Settings.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/PathBox.h"
+#include "support/TestAudio.h"
+#include "support/TestFolder.h"
+#include "ui/BatchConverter.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QToolBar>
+#include <QToolButton>
+#include <QTreeWidgetItemIterator>
+#include <QtTest/QTest>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace Sonmira {
+
+// The real main window over the real components, with settings and output of its own.
+class MainWindowTest : public ::testing::Test {
+protected:
+    MainWindowTest() {
+        QCoreApplication::setApplicationVersion(QStringLiteral("2.1.0"));
+        OverrideLanguageFolder(Shipped.Path());
+        for (const auto& file : std::filesystem::directory_iterator(SONMIRA_LANG)) {
+            if (file.path().extension() != ".lng") continue;
+            Shipped.MakeFile(QByteArray::fromStdString(file.path().filename().string()),
+                             ContentOf(QByteArray::fromStdString(file.path().string())));
+        }
+        SettingsFolder = Folder.Path("settings") + QLatin1Char('\\');
+        Folder.MakeFolder("settings");
+        SettingsFile = SettingsFolder + QStringLiteral("Sonmira.ini");
+        Folder.MakeFolder("out");
+        Dialogs().BrowseForFolder = [this](const QString& /*title*/) { return FolderToChoose; };
+    }
+
+    BatchConverter& Open() {
+        Window = std::make_unique<BatchConverter>();
+        Window->show();
+        QApplication::processEvents();
+        return *Window;
+    }
+
+    BatchConverterForm& Form() { return Window->Form(); }
+    OutputPanel& Panel() { return *Form().Picture9; }
+    FileListModel& Rows() { return Form().ListViewFiles->Rows(); }
+    QString Progress(int row) { return Rows().Text(row, FileListModel::ProgressColumn); }
+    QString IconOf(int row) { return Rows().index(row - 1, 0).data(FileListModel::IconKeyRole).toString(); }
+
+    void ClickToolbar(int button) {
+        QTest::mouseClick(Form().Toolbar1->widgetForAction(Form().ToolbarButton(button)), Qt::LeftButton);
+    }
+    void AddFolderByCommand(const QString& folder) {
+        FolderToChoose = folder;
+        ClickToolbar(3);
+    }
+
+    // Texts of the tree's nodes in the order in which they are shown.
+    QStringList Nodes() {
+        QStringList texts;
+        for (QTreeWidgetItemIterator it(Form().TreeView1); *it != nullptr; ++it) texts.append((*it)->text(0));
+        return texts;
+    }
+
+    QString Setting(const QString& key) {
+        return ReadIniValue(SettingsFile, QStringLiteral("AudioConverter"), key);
+    }
+
+    TestFolder Folder;
+    TestFolder Shipped;
+    QString FolderToChoose;
+    std::unique_ptr<BatchConverter> Window;
+};
+
+}  // namespace Sonmira

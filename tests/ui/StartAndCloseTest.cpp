@@ -1,0 +1,150 @@
+#include "MainWindowTest.h"
+#include "platform/Folders.h"
+#include "shell/widgets/Deb.h"
+#include "shell/widgets/Main.h"
+
+#include <QMenu>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class StartAndClose : public MainWindowTest {
+protected:
+    ~StartAndClose() override { OverrideEncoderSystemFolder({}); }
+
+    void Save(const QString& key, const QString& value) {
+        WriteIniValue(SettingsFile, u"AudioConverter"_s, key, value);
+    }
+    void TakeEncoderAway() { OverrideEncoderSystemFolder(Folder.MakeFolder("no-encoder")); }
+    QString Format() { return Panel().ComboOutFormat->currentText(); }
+    QStringList Formats() {
+        QStringList texts;
+        for (int n = 0; n < Panel().ComboOutFormat->count(); ++n)
+            texts.append(Panel().ComboOutFormat->itemText(n));
+        return texts;
+    }
+};
+
+TEST_F(StartAndClose, TheTitleCarriesTheVersion) {
+    EXPECT_EQ(Open().windowTitle(), u"Sonmira V2.1"_s);
+}
+
+TEST_F(StartAndClose, AFirstStartShowsTheDesktopFolderAndMp3) {
+    const QString desktop = DesktopFolder();
+    Open();
+    EXPECT_EQ(Panel().TextOutPath->Text(), desktop);
+    EXPECT_FALSE(Panel().CheckOutPath->isChecked());
+    EXPECT_EQ(Format(), u"Mp3"_s);
+    EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"128"));
+    EXPECT_EQ(ReadIniValue(SettingsFile, u"LAUNCH"_s, u"VALUE"_s), u"True"_s);
+    EXPECT_EQ(Setting(u"Format"_s), QString()) << "written at the first close only";
+}
+
+TEST_F(StartAndClose, FolderModeAndFormatComeBack) {
+    Open();
+    Panel().TextOutPath->SetText(Folder.Path("out"));
+    Panel().CheckOutPath->setChecked(true);
+    Panel().ComboOutFormat->SelectText(u"Ogg"_s);
+    EXPECT_TRUE(Window->close());
+    EXPECT_EQ(Setting(u"Modepath"_s), u"TRUE"_s);
+
+    Open();
+    EXPECT_EQ(Panel().TextOutPath->Text(), Folder.Path("out"));
+    EXPECT_TRUE(Panel().CheckOutPath->isChecked());
+    EXPECT_EQ(Format(), u"Ogg"_s);
+    EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"Vorbis"));
+    Panel().CheckOutPath->setChecked(false);
+    Window->close();
+    EXPECT_EQ(Setting(u"Modepath"_s), u"FALSE"_s);
+}
+
+TEST_F(StartAndClose, ASavedFolderThatIsGoneGivesTheDesktopFolder) {
+    Save(u"OutputPath"_s, Folder.Path("gone"));
+    Open();
+    EXPECT_EQ(Panel().TextOutPath->Text(), DesktopFolder());
+}
+
+TEST_F(StartAndClose, AnyOtherModeUnchecks) {
+    Save(u"Modepath"_s, u"true"_s);
+    Open();
+    EXPECT_FALSE(Panel().CheckOutPath->isChecked());
+}
+
+TEST_F(StartAndClose, WithoutTheEncoderMp3IsNotOfferedAndASavedOneBecomesWav) {
+    Save(u"Format"_s, u"Mp3"_s);
+    TakeEncoderAway();
+    Open();
+    EXPECT_EQ(Formats(), (QStringList{u"Wav"_s, u"Ogg"_s}));
+    EXPECT_EQ(Format(), u"Wav"_s);
+    Window->close();
+    EXPECT_EQ(Setting(u"Format"_s), u"Wav"_s);
+}
+
+TEST_F(StartAndClose, ASavedWmaWithoutItsSupportBecomesMp3) {
+    Save(u"Format"_s, u"Wma"_s);
+    WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"False"_s);
+    Open();
+    EXPECT_EQ(Format(), u"Mp3"_s);
+}
+
+TEST_F(StartAndClose, AWmaSupportThatIsNoFlagEndsTheRestoringAtItsExit) {
+    Save(u"Format"_s, u"Wma"_s);
+    WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"perhaps"_s);
+    Deb::Instance().show();
+    Open();
+    EXPECT_EQ(Panel().ComboOutFormat->currentIndex(), -1);
+    EXPECT_EQ(QApplication::topLevelWidgets().count(Window.get()), 1);
+    for (const QWidget* widget : QApplication::topLevelWidgets()) EXPECT_NE(widget->objectName(), u"Deb"_s);
+}
+
+TEST_F(StartAndClose, ASavedFormatThatIsNoneSelectsNothing) {
+    Save(u"Format"_s, u"Mp4"_s);
+    Open();
+    EXPECT_EQ(Panel().ComboOutFormat->currentIndex(), -1);
+    EXPECT_FALSE(Panel().TextOutFormat->text().isEmpty());
+}
+
+TEST_F(StartAndClose, TheLogoStandsUntilTheSettingsAreRestored) {
+    bool logoStood = false;
+    const std::unique_ptr<QWidget> window = Main([&] {
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            logoStood = logoStood || (widget->objectName() == u"Deb" && widget->isVisible());
+        }
+        return std::make_unique<BatchConverter>();
+    });
+    EXPECT_TRUE(logoStood);
+    EXPECT_TRUE(window->isVisible());
+    for (const QWidget* widget : QApplication::topLevelWidgets()) EXPECT_NE(widget->objectName(), u"Deb"_s);
+}
+
+TEST_F(StartAndClose, TheWindowCannotBeSmallerThanItsLeastSize) {
+    Open().resize(100, 100);
+    EXPECT_EQ(Window->size(), QSize(613, 560));
+}
+
+TEST_F(StartAndClose, EveryTextComesFromTheLanguageFile) {
+    Open();
+    EXPECT_EQ(Form().file->title(), LanguageLines[0]);
+    EXPECT_EQ(Form().Quit->text(), LanguageLines[2]) << "line 21 is written first, line 2 over it";
+    EXPECT_EQ(Form().Label32->text(), LanguageLines[0] + u':');
+    EXPECT_EQ(Form().ToolbarButton(3)->text(), u"Add Directory"_s) << "keeps its design caption";
+    EXPECT_EQ(Form().ToolbarButton(5)->text(), LanguageLines[23]);
+    EXPECT_EQ(Panel().Check2->text(), LanguageLines[56]);
+}
+
+TEST_F(StartAndClose, EveryTextFitsAtTheLeastSize) {
+    Open().resize(613, 560);
+    QApplication::processEvents();
+    for (const QCheckBox* box : {Panel().CheckOutPath, Panel().Check2}) {
+        EXPECT_GE(box->width(), box->sizeHint().width()) << qPrintable(box->text());
+    }
+    for (const QLabel* label :
+         {Panel().Label5, Panel().Label6, Panel().Label7, Form().Label1, Form().Label2}) {
+        EXPECT_GE(label->width(), label->sizeHint().width()) << qPrintable(label->text());
+    }
+}
+
+}  // namespace
+}  // namespace Sonmira

@@ -1,0 +1,142 @@
+#include "MainWindowTest.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class Stop : public MainWindowTest {
+protected:
+    Stop() {
+        Open();
+        Panel().TextOutPath->SetText(Folder.Path("out"));
+        Panel().ComboOutFormat->SelectText(u"Mp3"_s);
+    }
+
+    // A WAV of that many minutes whose sound is a hole in the file.
+    void MakeLongWav(const QByteArray& name, int minutes) {
+        const qint64 bytes = qint64{minutes} * 60 * 44100 * 4;
+        QByteArray header = WavOf(MakeSilence(44100, 2, 0), WavKind::Signed16);
+        const auto put = [&](qsizetype at, qint64 value) {
+            for (int n = 0; n < 4; ++n) header[at + n] = static_cast<char>(value >> (8 * n));
+        };
+        put(4, 36 + bytes);
+        put(40, bytes);
+        Folder.MakeFile(name, header);
+        std::filesystem::resize_file(Folder.Native(name).toStdString(),
+                                     static_cast<std::uintmax_t>(44 + bytes));
+    }
+
+    // Acts once, as soon as the first row has reached `percent`.
+    void WhenReached(int percent, std::function<void()> act) {
+        auto* poll = new QTimer(Window.get());
+        QObject::connect(poll, &QTimer::timeout, poll, [this, poll, percent, act] {
+            if (Rows().RowCount() < 1 || Progress(1).chopped(2).toInt() < percent) return;
+            poll->stop();
+            act();
+        });
+        poll->start(5);
+    }
+};
+
+TEST_F(Stop, AtATenthOfALongFileFreesTheControlsWithinAQuarterSecond) {
+    MakeLongWav("Music/a.wav", 20);
+    MakeLongWav("Music/b.wav", 20);
+    AddFolderByCommand(Folder.Path("Music"));
+    QElapsedTimer sinceClick;
+    WhenReached(10, [&] {
+        sinceClick.start();
+        ClickToolbar(6);
+    });
+    ClickToolbar(5);
+    ASSERT_TRUE(sinceClick.isValid());
+    EXPECT_LT(sinceClick.elapsed(), 250);
+    ASSERT_EQ(Rows().RowCount(), 1);
+    EXPECT_EQ(IconOf(1), u"error"_s);
+    EXPECT_EQ(Progress(1), LanguageLines[96]);
+    EXPECT_GT(ContentOf(Folder.Native("out/Music/a.mp3")).size(), 10000);
+    EXPECT_TRUE(Form().ToolbarButton(5)->isEnabled());
+    EXPECT_FALSE(Form().ToolbarButton(6)->isEnabled());
+    EXPECT_FALSE(Window->State().Busy);
+}
+
+TEST_F(Stop, SkippingAFileGoesOnWithTheNext) {
+    MakeLongWav("Music/a.wav", 20);
+    Folder.MakeFile("Music/b.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
+    AddFolderByCommand(Folder.Path("Music"));
+    WhenReached(1, [&] { QTest::mouseClick(Form().StopImg, Qt::LeftButton); });
+    ClickToolbar(5);
+    ASSERT_EQ(Rows().RowCount(), 2);
+    EXPECT_EQ(IconOf(1), u"error"_s);
+    EXPECT_EQ(IconOf(2), u"converted"_s);
+}
+
+TEST_F(Stop, TheInterfaceAnswersAtLeastTenTimesASecondDuringARun) {
+    MakeLongWav("Music/a.wav", 5);
+    AddFolderByCommand(Folder.Path("Music"));
+    for (const QString& format : {u"Mp3"_s, u"Ogg"_s, u"Wav"_s}) {
+        Panel().ComboOutFormat->SelectText(format);
+        QTimer tick;
+        QElapsedTimer since;
+        QElapsedTimer whole;
+        int ticks = 0;
+        qint64 longest = 0;
+        QObject::connect(&tick, &QTimer::timeout, &tick, [&] {
+            if (ticks++ > 0) longest = std::max(longest, since.elapsed());
+            since.start();
+        });
+        tick.start(10);
+        whole.start();
+        ClickToolbar(5);
+        const double seconds = static_cast<double>(whole.elapsed()) / 1000;
+        tick.stop();
+        EXPECT_EQ(IconOf(1), u"converted"_s);
+        EXPECT_GT(ticks, 10 * seconds) << qPrintable(format);
+        EXPECT_LT(longest, 500) << qPrintable(format);
+        RecordProperty(format.toStdString() + " longest gap ms", std::to_string(longest));
+    }
+}
+
+TEST_F(Stop, TheWindowRefusesToCloseDuringARunButKeepsItsSettings) {
+    MakeLongWav("Music/a.wav", 20);
+    AddFolderByCommand(Folder.Path("Music"));
+    bool closed = true;
+    WhenReached(1, [&] {
+        closed = Window->close();
+        EXPECT_EQ(Setting(u"Format"_s), u"Mp3"_s);
+        ClickToolbar(6);
+    });
+    ClickToolbar(5);
+    EXPECT_FALSE(closed);
+    EXPECT_TRUE(Window->isVisible());
+    EXPECT_TRUE(Window->close());
+}
+
+TEST_F(Stop, CommandsDoNothingDuringARun) {
+    MakeLongWav("Music/a.wav", 20);
+    AddFolderByCommand(Folder.Path("Music"));
+    int asked = 0;
+    WhenReached(1, [&] {
+        Dialogs().BrowseForFolder = [&](const QString& /*title*/) {
+            ++asked;
+            return QString();
+        };
+        Form().adddirectory->trigger();
+        Form().mynew->trigger();
+        Form().ConvertAll->trigger();
+        Window->AddDrop({Folder.Path("Music/a.wav")});
+        QTest::mouseClick(Form().ClearImg, Qt::LeftButton);
+        EXPECT_EQ(Rows().RowCount(), 1);
+        EXPECT_EQ(Window->Gathered().Records.UpperBound(), 2);
+        ClickToolbar(6);
+    });
+    ClickToolbar(5);
+    EXPECT_EQ(asked, 0);
+    EXPECT_EQ(Rows().RowCount(), 1);
+}
+
+}  // namespace
+}  // namespace Sonmira

@@ -1,0 +1,129 @@
+#include "MainWindowTest.h"
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class WindowCommands : public MainWindowTest {
+protected:
+    WindowCommands() { Open(); }
+};
+
+TEST_F(WindowCommands, FilesPickedInTheDialogAreAddedAndItsFolderIsRemembered) {
+    const QString one = Folder.MakeFile("Music/one.mp3");
+    const QString two = Folder.MakeFile("Music/two.anything");
+    OpenDialogRequest seen;
+    Dialogs().OpenFiles = [&](const OpenDialogRequest& request) {
+        seen = request;
+        return std::optional(QStringList{one});
+    };
+    ClickToolbar(2);
+    EXPECT_EQ(seen.Title, LanguageLines[1]);
+    EXPECT_EQ(ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s), Folder.Path("Music") + u'\\');
+
+    Dialogs().OpenFiles = [&](const OpenDialogRequest& request) {
+        seen = request;
+        return std::optional(QStringList{one, two});
+    };
+    Form().addfile->trigger();
+    EXPECT_EQ(seen.StartFolder, Folder.Path("Music") + u'\\');
+    EXPECT_EQ(ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s), Folder.Path("Music"));
+    EXPECT_EQ(Nodes(), (QStringList{u"My Conversion"_s, u"one.mp3"_s, u"two.anything"_s}));
+}
+
+TEST_F(WindowCommands, ACancelledDialogChangesNothing) {
+    Dialogs().OpenFiles = [](const OpenDialogRequest& /*request*/) { return std::optional<QStringList>(); };
+    ClickToolbar(2);
+    AddFolderByCommand({});
+    EXPECT_EQ(Window->Gathered().Records.UpperBound(), 0);
+    EXPECT_EQ(ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s), QString());
+}
+
+TEST_F(WindowCommands, NewEmptiesTheCollection) {
+    Folder.MakeFile("Music/a.wav");
+    AddFolderByCommand(Folder.Path("Music"));
+    ClickToolbar(1);
+    EXPECT_EQ(Nodes(), QStringList{u"My Conversion"_s});
+    EXPECT_EQ(Window->Gathered().Records.UpperBound(), 0);
+    EXPECT_EQ(Form().LabelDirCount->text(), u"0"_s);
+    EXPECT_EQ(Form().Label4->text(), u"0"_s);
+    AddFolderByCommand(Folder.Path("Music"));
+    EXPECT_EQ(Nodes().size(), 3);
+}
+
+TEST_F(WindowCommands, SavingBesideTheOriginalDisablesTheOutputFolder) {
+    Panel().CheckOutPath->setChecked(true);
+    EXPECT_FALSE(Panel().TextOutPath->isEnabled());
+    EXPECT_FALSE(Panel().CmdSelectPath->isEnabled());
+    Panel().CheckOutPath->setChecked(false);
+    EXPECT_TRUE(Panel().TextOutPath->isEnabled());
+}
+
+TEST_F(WindowCommands, ThePickedOutputFolderIsShownInTheDesktopsForm) {
+    FolderToChoose = Folder.Path("out");
+    QTest::mouseClick(Panel().CmdSelectPath, Qt::LeftButton);
+    EXPECT_EQ(Panel().TextOutPath->Text(), Folder.Path("out"));
+    EXPECT_EQ(Panel().TextOutPath->text(), QString::fromUtf8(Folder.Native("out")));
+    FolderToChoose.clear();
+    QTest::mouseClick(Panel().CmdSelectPath, Qt::LeftButton);
+    EXPECT_EQ(Panel().TextOutPath->Text(), Folder.Path("out"));
+}
+
+TEST_F(WindowCommands, ATypedOutputFolderIsUnderstood) {
+    Panel().TextOutPath->clear();
+    QTest::keyClicks(Panel().TextOutPath, u"/tmp/some where"_s);
+    EXPECT_EQ(Panel().TextOutPath->Text(), u"\\tmp\\some where"_s);
+}
+
+TEST_F(WindowCommands, EachFormatShowsItsText) {
+    const QStringList parts = {u"Mp3"_s, u"128"_s, u"Wav"_s, u"16"_s, u"Ogg"_s, u"Vorbis"_s};
+    for (qsizetype n = 0; n < parts.size(); n += 2) {
+        Panel().ComboOutFormat->SelectText(parts[n]);
+        EXPECT_TRUE(Panel().TextOutFormat->text().contains(parts[n + 1]))
+            << qPrintable(Panel().TextOutFormat->text());
+    }
+}
+
+TEST_F(WindowCommands, TheFormatListAnswersToTheKeyboard) {
+    Panel().ComboOutFormat->SelectText(u"Mp3"_s);
+    QTest::keyClick(Panel().ComboOutFormat, Qt::Key_Down);
+    EXPECT_EQ(Panel().ComboOutFormat->currentText(), u"Wav"_s);
+    EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"PCM"));
+}
+
+TEST_F(WindowCommands, SourcesGoToTheTrashWhereThatIsChecked) {
+    Folder.MakeFile("Music/a.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
+    AddFolderByCommand(Folder.Path("Music"));
+    Panel().TextOutPath->SetText(Folder.Path("out"));
+    Panel().Check2->setChecked(true);
+    ClickToolbar(5);
+    EXPECT_EQ(IconOf(1), u"converted"_s);
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/a.mp3")));
+    EXPECT_FALSE(NativeExists(Folder.Native("Music/a.wav")));
+}
+
+TEST_F(WindowCommands, OnlyTheStopIsFreeWhileTheInputsAreLocked) {
+    Window->SetControlsEnabled(false);
+    for (const int button : {1, 2, 3, 5, 8})
+        EXPECT_FALSE(Form().ToolbarButton(button)->isEnabled()) << button;
+    EXPECT_TRUE(Form().ToolbarButton(6)->isEnabled());
+    EXPECT_FALSE(Panel().ComboOutFormat->isEnabled());
+    EXPECT_FALSE(Panel().Check2->isEnabled());
+    EXPECT_TRUE(Panel().TextOutPath->isEnabled()) << "stays free, as what is typed counts for the next file";
+    Window->SetControlsEnabled(true);
+    EXPECT_FALSE(Form().ToolbarButton(6)->isEnabled());
+    EXPECT_TRUE(Panel().ComboOutFormat->isEnabled());
+}
+
+TEST_F(WindowCommands, ControlsAreNamedForThoseWhoCannotSeeThem) {
+    for (const QWidget* control :
+         {static_cast<QWidget*>(Panel().CmdSelectPath), static_cast<QWidget*>(Form().StopImg),
+          static_cast<QWidget*>(Form().ClearImg), static_cast<QWidget*>(Form().TreeView1),
+          static_cast<QWidget*>(Form().ListViewFiles)}) {
+        EXPECT_FALSE(control->accessibleName().isEmpty()) << qPrintable(control->objectName());
+    }
+}
+
+}  // namespace
+}  // namespace Sonmira
