@@ -23,7 +23,6 @@ TEST_P(LossyOutputOfLength, HasAsManyFramesAsItsSourceInMp3) {
                     [&](AudioFile& file) { file.SetFormatMP3(44100, 128, channels); });
         EXPECT_EQ(FramesByFfmpeg(folder.Native("out.mp3"), channels), GetParam());
         EXPECT_EQ(ReadWhole(folder.Path("out.mp3")).StreamLength, GetParam());
-        if (GetParam() == 0) continue;
         RunTool({"lame", "--quiet", "--decode", folder.Native("out.mp3"), folder.Native("out.wav")});
         EXPECT_EQ(ContentOf(folder.Native("out.wav")).size(), 44 + GetParam() * channels * 2);
     }
@@ -42,7 +41,7 @@ TEST_P(LossyOutputOfLength, HasAsManyFramesAsItsSourceInOggVorbis) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Lengths, LossyOutputOfLength,
-                         ::testing::Values(0, 1, 2, 575, 1151, 1152, 1153, 44100, 65537, 100003));
+                         ::testing::Values(1, 2, 575, 1151, 1152, 1153, 44100, 65537, 100003));
 
 class Mp3OutputAtRate : public ::testing::TestWithParam<std::pair<int, int>> {};
 
