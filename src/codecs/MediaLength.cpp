@@ -59,8 +59,12 @@ qint64 ScannedLength(const MediaInput& input, int rate) {
     const AVRational unit = again.Sound().time_base;
     qint64 duration = 0;
     Skipped skipped;
+    // A packet of more than some seconds is a mistake in the times of its neighbours.
+    const qint64 longest = av_rescale_q(10, AVRational{1, 1}, unit);
+    // Ogg packets say what remains of the last one both in its duration and as a number to skip.
+    const bool skipsEnd = !IsContainer(input, "ogg");
     for (bool first = true; again.Read(*packet); first = false) {
-        duration += packet->duration;
+        if (packet->duration > 0 && packet->duration <= longest) duration += packet->duration;
         const Skipped now = SkippedBy(*packet);
         // A stream that begins before time 0 has its delay there, in Ogg and MP4 often in both ways.
         if (first && packet->pts != AV_NOPTS_VALUE && packet->pts < 0) {
@@ -68,7 +72,7 @@ qint64 ScannedLength(const MediaInput& input, int rate) {
         } else {
             skipped.Start += now.Start;
         }
-        skipped.End += now.End;
+        if (skipsEnd) skipped.End += now.End;
         av_packet_unref(packet.get());
     }
     return std::max<qint64>(InFrames(duration, unit, rate) - skipped.Start - skipped.End, 0);

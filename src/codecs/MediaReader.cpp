@@ -24,6 +24,7 @@ constexpr int MostRate = 6'200'000;
 MediaReader::MediaReader(QStringView path) : Input(std::make_shared<const InputFile>(path)), Decoder(Input) {
     DecodeFirst();
     if (Format().Rate < 1 || Format().Rate > MostRate || Format().Channels < 1) throw DamagedFile();
+    if (Ended && SoundLength(Input, Format().Rate) > 0) throw DamagedFile();
     End = SoundEnd(Input, Format().Rate);
 }
 
@@ -35,8 +36,7 @@ void MediaReader::DecodeFirst() {
     }
     Ended = true;
     LengthFound = 0;
-    const bool claimsSound = Decoder.GoodPackets() == 0 && Input.Sound().duration > 0;
-    if (Decoder.BadPackets() > 0 || claimsSound) throw DamagedFile();
+    if (Decoder.BadPackets() > 0) throw DamagedFile();
     Samples = std::make_unique<FrameSamples>(Decoder.Rate(), Decoder.Channels(), Decoder.SampleFormat());
 }
 

@@ -80,7 +80,7 @@ bool SoundDecoder::SendPacket() {
     const int code = avcodec_send_packet(codec, packet);
     av_packet_unref(packet);
     if (code == AVERROR(ENOMEM)) throw MediaFailure(code);
-    ++(code == 0 ? Good : Bad);
+    if (code < 0) ++Bad;
     return true;
 }
 

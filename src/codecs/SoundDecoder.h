@@ -21,8 +21,7 @@ public:
     // The next frame of one or more samples, valid until the next call; null at the end.
     const AVFrame* Next();
 
-    // Packets met so far that could, and that could not, be decoded.
-    qint64 GoodPackets() const { return Good; }
+    // Packets met so far that could not be decoded.
     qint64 BadPackets() const { return Bad; }
 
     // Format by the headers, for a stream of no frames; a rate or count of 0 is not known. The type is a
@@ -38,7 +37,6 @@ private:
     MediaInput& Input;
     std::unique_ptr<Parts> Libraries;
     bool Draining = false;
-    qint64 Good = 0;
     qint64 Bad = 0;
 };
 

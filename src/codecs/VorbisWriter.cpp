@@ -178,6 +178,12 @@ private:
             while (Checked(vorbis_bitrate_flushpacket(&State.Value, &packet)) == 1) {
                 Checked(ogg_stream_packetin(&Stream.Value, &packet));
                 ogg_page page = {};
+                // The first packet of sound gets a page of its own. Readers take the place of the first
+                // sample from the first page, which must not be the last one too: that one tells the end.
+                if (!FirstPageWritten && ogg_stream_flush(&Stream.Value, &page) != 0) {
+                    WritePage(page, file);
+                    FirstPageWritten = true;
+                }
                 while (ogg_stream_pageout(&Stream.Value, &page) != 0) WritePage(page, file);
             }
         }
@@ -194,6 +200,7 @@ private:
     Pages Stream;
     std::size_t Channels;
     bool HeadersWritten = false;
+    bool FirstPageWritten = false;
 };
 
 bool IsVorbisFormat(const VorbisFormat& format) {

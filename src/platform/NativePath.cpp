@@ -25,15 +25,18 @@ QStringView WithoutDrive(QStringView path) {
 
 // Bytes of a name, in which a separator no longer occurs.
 void AppendName(QString& path, QByteArrayView name) {
+    const auto appendPlain = [&](QByteArrayView plain) {
+        path += FromNarrow(plain).replace(u'\\', QChar(LiteralBackslash));
+    };
     for (qsizetype at = name.indexOf(LiteralBackslashBytes); at >= 0;
          at = name.indexOf(LiteralBackslashBytes)) {
-        path += FromNarrow(name.first(at));
+        appendPlain(name.first(at));
         for (const char byte : LiteralBackslashBytes) {
             path += QChar(static_cast<char16_t>(0xDC00 | static_cast<uchar>(byte)));
         }
         name = name.sliced(at + LiteralBackslashBytes.size());
     }
-    path += FromNarrow(name).replace(u'\\', QChar(LiteralBackslash));
+    appendPlain(name);
 }
 
 }  // namespace

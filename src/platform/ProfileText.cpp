@@ -92,25 +92,26 @@ std::optional<QByteArray> ProfileText::Value(QStringView section, QStringView ke
 bool ProfileText::SetValue(QStringView section, QStringView key, QByteArrayView value) {
     const QByteArray header = '[' + ToNarrow(section) + ']';
     const QByteArray name = ToNarrow(key);
+    const QByteArray line = name + '=';
     const auto readSection = SectionNameOf(header);
-    const auto readKey = KeyOf(name + '=');
+    const auto readKey = KeyOf(line);
     if (header != OnOneLine(header) || name != OnOneLine(name)) return false;
     if (!readSection || !IsSameName(*readSection, section)) return false;
     if (!readKey || readKey->isEmpty() || !IsSameName(*readKey, key)) return false;
 
-    const QByteArray text = OnOneLine(value.toByteArray());
+    const QByteArray text = line + OnOneLine(value.toByteArray());
     const auto place = FindSection(section);
     if (!place) {
         InsertLine(Lines.size(), header);
-        InsertLine(Lines.size(), name + '=' + text);
-    } else if (const auto line = FindKey(*place, key)) {
+        InsertLine(Lines.size(), text);
+    } else if (const auto found = FindKey(*place, key)) {
         // No blank is kept behind the "=": values that start with one would grow with each write.
-        QByteArray& old = Lines[*line].Text;
-        old = old.first(old.indexOf('=') + 1) + text;
+        QByteArray& old = Lines[*found].Text;
+        old = old.first(old.indexOf('=') + 1) + text.sliced(line.size());
     } else {
         size_t at = place->Last;
         while (at > place->First && Trimmed(Lines[at - 1].Text).isEmpty()) --at;
-        InsertLine(at, name + '=' + text);
+        InsertLine(at, text);
     }
     return true;
 }

@@ -2,6 +2,9 @@
 
 #include "platform/Failure.h"
 
+#include <locale.h>
+#include <stdlib.h>
+
 #include <cmath>
 #include <limits>
 
@@ -44,6 +47,12 @@ QByteArray DigitsAt(QStringView text, qsizetype at) {
     return digits;
 }
 
+// Made once and kept for the life of the program.
+locale_t PlainLocale() {
+    static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return locale;
+}
+
 // The number at the very start of the text. The point is "." in every locale.
 ScannedNumber ScanNumber(QStringView text) {
     qsizetype at = SignLength(text);
@@ -66,8 +75,9 @@ ScannedNumber ScanNumber(QStringView text) {
             at += 1 + SignLength(behind) + digits.size();
         }
     }
+    const QByteArray plain = "0" + whole + "." + fraction + "e" + exponent;
     // Too large a number becomes infinite here and too small a one 0.
-    const double value = ("0" + whole + "." + fraction + "0e" + exponent).toDouble();
+    const double value = strtod_l(plain.constData(), nullptr, PlainLocale());
     return {isNegative ? -value : value, at};
 }
 

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace Sonmira {
@@ -60,7 +60,9 @@ QString TestFolder::MakeFile(const QByteArray& name, const QByteArray& content) 
 
 QByteArray ContentOf(const QByteArray& nativePath) {
     std::ifstream file(AsPath(nativePath), std::ios::binary);
-    return QByteArray::fromStdString(std::string(std::istreambuf_iterator<char>(file), {}));
+    std::ostringstream content;
+    content << file.rdbuf();
+    return QByteArray::fromStdString(content.str());
 }
 
 bool NativeExists(const QByteArray& nativePath) {

@@ -1,0 +1,46 @@
+#include "Conversion.h"
+#include "codecs/LameLibrary.h"
+#include "platform/Folders.h"
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+class WithoutEncoderLibrary : public ::testing::Test {
+protected:
+    void SetUp() override { OverrideEncoderSystemFolder(Folder.MakeFolder("empty")); }
+    void TearDown() override { OverrideEncoderSystemFolder({}); }
+    TestFolder Folder;
+};
+
+TEST_F(WithoutEncoderLibrary, TheMp3FormatIsRefusedAndTheEarlierOneStays) {
+    AudioFile file;
+    file.SetFormatPCM(44100, 2, 16);
+    const QString before = file.FormatString();
+    file.SetFormatMP3(44100, 128, 2);
+    EXPECT_EQ(file.FormatString(), before);
+}
+
+TEST_F(WithoutEncoderLibrary, AnMp3FormatSetEarlierFailsAtOpeningAndLeavesTheOldFileAlone) {
+    AudioFile file;
+    OverrideEncoderSystemFolder({});
+    file.SetFormatMP3(44100, 128, 2);
+    OverrideEncoderSystemFolder(Folder.Path("empty"));
+    const QString target = Folder.MakeFile("out.mp3", "earlier");
+    EXPECT_EQ(FailureTextOf([&] { file.OpenForWrite(target); }),
+              QStringLiteral("The MP3 encoder library is missing"));
+    EXPECT_EQ(ContentOf(Folder.Native("out.mp3")), "earlier");
+}
+
+TEST_F(WithoutEncoderLibrary, AFileThatOnlyHasItsNameIsNotTaken) {
+    Folder.MakeFile("empty/libmp3lame.so.0", "no library");
+    EXPECT_EQ(LameLibrary::Load(), nullptr);
+}
+
+TEST(EncoderLibrary, IsFoundInTheSystemFolder) {
+    EXPECT_NE(LameLibrary::Load(), nullptr);
+}
+
+}  // namespace
+}  // namespace Sonmira

@@ -1,0 +1,132 @@
+#include "platform/Failure.h"
+#include "platform/FileRemoval.h"
+#include "platform/NativePath.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+namespace Sonmira {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Removal = void (*)(QStringView);
+
+int FailureOf(Removal remove, const QString& path) {
+    try {
+        remove(path);
+        return 0;
+    } catch (const Failure& failure) {
+        return failure.Number;
+    }
+}
+
+QByteArray TrashName(const QByteArray& name) {
+    return QByteArray(getenv("XDG_DATA_HOME")) + "/Trash/files/" + name;
+}
+
+// What both ways of removal have in common.
+class EitherRemoval : public ::testing::TestWithParam<Removal> {
+protected:
+    TestFolder Folder;
+};
+
+INSTANTIATE_TEST_SUITE_P(FileRemoval, EitherRemoval,
+                         ::testing::Values(&DeleteFileOutright, &RemoveSourceFile), [](const auto& removal) {
+                             return removal.param == &DeleteFileOutright ? "DeleteFileOutright"
+                                                                         : "RemoveSourceFile";
+                         });
+
+TEST_P(EitherRemoval, TakesTheFileAway) {
+    GetParam()(Folder.MakeFile("a.mp3"));
+    EXPECT_FALSE(NativeExists(Folder.Native("a.mp3")));
+}
+
+TEST_P(EitherRemoval, TakesAFileWhoseNameIsNoText) {
+    GetParam()(Folder.MakeFile("\xE9.mp3"));
+    EXPECT_FALSE(NativeExists(Folder.Native("\xE9.mp3")));
+}
+
+TEST_P(EitherRemoval, TakesWildcardsLiterally) {
+    Folder.MakeFile("a.mp3");
+    EXPECT_EQ(FailureOf(GetParam(), Folder.Path("*.mp3")), FailureNumber::FileNotFound);
+    GetParam()(Folder.MakeFile("?.mp3"));
+    EXPECT_FALSE(NativeExists(Folder.Native("?.mp3")));
+    EXPECT_TRUE(NativeExists(Folder.Native("a.mp3")));
+}
+
+TEST_P(EitherRemoval, FailsForAFileThatIsNotThere) {
+    EXPECT_EQ(FailureOf(GetParam(), Folder.Path("none")), FailureNumber::FileNotFound);
+    EXPECT_EQ(FailureOf(GetParam(), Folder.Path("none/a")), FailureNumber::FileNotFound);
+    EXPECT_EQ(FailureOf(GetParam(), QString()), FailureNumber::FileNotFound);
+}
+
+TEST_P(EitherRemoval, NeverTakesAFolder) {
+    Folder.MakeFolder("sub");
+    fs::create_symlink("sub", Folder.Native("link").toStdString());
+    for (const char* name : {"sub", "sub/", "link"}) {
+        EXPECT_EQ(FailureOf(GetParam(), Folder.Path(name)), FailureNumber::PathFileAccess) << name;
+    }
+    EXPECT_TRUE(NativeExists(Folder.Native("sub")));
+    EXPECT_TRUE(NativeExists(Folder.Native("link")));
+}
+
+TEST_P(EitherRemoval, TakesALinkAndLeavesItsTarget) {
+    Folder.MakeFile("target");
+    fs::create_symlink("target", Folder.Native("link").toStdString());
+    GetParam()(Folder.Path("link"));
+    EXPECT_FALSE(NativeExists(Folder.Native("link")));
+    EXPECT_TRUE(NativeExists(Folder.Native("target")));
+}
+
+TEST_P(EitherRemoval, TakesADanglingLink) {
+    fs::create_symlink("none", Folder.Native("link").toStdString());
+    GetParam()(Folder.Path("link"));
+    EXPECT_FALSE(NativeExists(Folder.Native("link")));
+}
+
+TEST_P(EitherRemoval, GoesUpFromWhereALinkLeads) {
+    Folder.MakeFile("a.mp3", "the wrong one");
+    Folder.MakeFile("far/a.mp3");
+    Folder.MakeFolder("far/sub");
+    fs::create_symlink("far/sub", Folder.Native("link").toStdString());
+    GetParam()(Folder.Path("link/../a.mp3"));
+    EXPECT_TRUE(NativeExists(Folder.Native("a.mp3")));
+    EXPECT_FALSE(NativeExists(Folder.Native("far/a.mp3")));
+}
+
+TEST_P(EitherRemoval, FailsInAProtectedFolder) {
+    if (geteuid() == 0) GTEST_SKIP() << "nothing is protected from this user";
+    const QString file = Folder.MakeFile("sub/a.mp3");
+    chmod(Folder.Native("sub").constData(), 0500);
+    EXPECT_EQ(FailureOf(GetParam(), file), FailureNumber::PermissionDenied);
+    EXPECT_TRUE(NativeExists(Folder.Native("sub/a.mp3")));
+}
+
+TEST(FileRemoval, ASourceFileGoesToTheTrash) {
+    const TestFolder folder;
+    RemoveSourceFile(folder.MakeFile("source.mp3", "music"));
+    EXPECT_EQ(ContentOf(TrashName("source.mp3")), "music");
+}
+
+TEST(FileRemoval, ATemporaryFileDoesNotGoToTheTrash) {
+    const TestFolder folder;
+    DeleteFileOutright(folder.MakeFile("temporary.wav"));
+    EXPECT_FALSE(NativeExists(TrashName("temporary.wav")));
+}
+
+TEST(FileRemoval, ASourceFileGoesForGoodWhereThereIsNoTrash) {
+    const TestFolder folder;
+    setenv("XDG_DATA_HOME", (folder.Native("file") + "/data").constData(), 1);
+    folder.MakeFile("file");
+    RemoveSourceFile(folder.MakeFile("source.mp3"));
+    EXPECT_FALSE(NativeExists(folder.Native("source.mp3")));
+}
+
+}  // namespace
+}  // namespace Sonmira
