@@ -79,7 +79,7 @@ QString FindFirstName(QStringView pattern, SearchFor what) {
     const QByteArray native = ToNative(pattern);
     if (native == "/") return what == SearchFor::FilesAndFolders ? u"."_s : QString();
     const qsizetype nameStart = native.lastIndexOf('/') + 1;
-    const QString wanted = FromNative(native.sliced(nameStart));
+    QString wanted = FromNative(native.sliced(nameStart));
     if (wanted.isEmpty()) return {};
     if (IsLookedFor(native, wanted, what)) return wanted;
     if (!wanted.contains(u'*') && !wanted.contains(u'?')) return {};

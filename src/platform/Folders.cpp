@@ -4,6 +4,8 @@
 #include "platform/FileSearch.h"
 #include "platform/NativePath.h"
 
+#include <QList>
+
 #include <dlfcn.h>
 #include <link.h>
 #include <sys/stat.h>

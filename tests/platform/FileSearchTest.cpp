@@ -2,6 +2,8 @@
 #include "platform/NativePath.h"
 #include "support/TestFolder.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 #include <chrono>

@@ -2,6 +2,8 @@
 #include "platform/ProfileFile.h"
 #include "support/TestFolder.h"
 
+#include <QStringList>
+
 #include <gtest/gtest.h>
 
 namespace Sonmira {
