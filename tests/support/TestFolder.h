@@ -3,6 +3,13 @@
 #include <QByteArray>
 #include <QString>
 
+#include <ostream>
+
+// Makes the test library print text as text.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
 namespace Sonmira {
 
 // A new empty folder that goes with the object, contents and all. Names given here are native bytes

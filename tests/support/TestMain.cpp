@@ -9,6 +9,7 @@ using Application = QCoreApplication;
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cstdlib>
 
@@ -18,6 +19,7 @@ int main(int argc, char** argv) {
     // Everything a test may write lies in a folder of its own: home, settings, temporary files.
     const Sonmira::TestFolder folder;
     for (const char* name : {"home", "config", "tmp", "runtime", "data"}) folder.MakeFolder(name);
+    chmod(folder.Native("runtime").constData(), 0700);  // or the toolkit complains
     setenv("HOME", folder.Native("home").constData(), 1);
     setenv("XDG_CONFIG_HOME", folder.Native("config").constData(), 1);
     setenv("XDG_DATA_HOME", folder.Native("data").constData(), 1);

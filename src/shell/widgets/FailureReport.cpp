@@ -2,9 +2,8 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"
+#include "platform/ProcessEnd.h"
 #include "shell/Values.h"
-
-#include <unistd.h>
 
 namespace Sonmira {
 
@@ -29,7 +28,7 @@ void ReportUncaughtFailure(const Failure& failure) {
 }
 
 std::function<void()>& ProgramEnd() {
-    static std::function<void()> end = [] { _exit(1); };
+    static std::function<void()> end = [] { EndProcessNow(1); };
     return end;
 }
 
