@@ -18,6 +18,9 @@ namespace Sonmira {
 
 namespace {
 
+// No format pads its last frame with more than this.
+constexpr qint64 MostPadding = 4096;
+
 qint64 InFrames(qint64 duration, AVRational unit, int rate) {
     return av_rescale_q(duration, unit, AVRational{1, rate});
 }
@@ -92,18 +95,22 @@ std::optional<qint64> GaplessEntry(const MediaInput& input) {
 }  // namespace
 
 qint64 SoundLength(const MediaInput& input, int rate) {
-    if (const auto end = SoundEnd(input, rate)) return *end;
-    const qint64 scanned = HeadersOnlyEstimate(input) ? ScannedLength(input, rate) : 0;
+    const std::optional<qint64> end = SoundEnd(input, rate);
+    if (!HeadersOnlyEstimate(input)) return end.value_or(DeclaredLength(input, rate));
+    const qint64 scanned = ScannedLength(input, rate);
+    if (end && std::abs(scanned - *end) <= MostPadding) return *end;
     return scanned > 0 ? scanned : DeclaredLength(input, rate);
 }
 
 std::optional<qint64> SoundEnd(const MediaInput& input, int rate) {
-    if (!IsContainer(input, "mp4") || input.Sound().codecpar->codec_id != AV_CODEC_ID_AAC) return {};
+    const AVCodecID codec = input.Sound().codecpar->codec_id;
+    const bool isAac = IsContainer(input, "mp4") && codec == AV_CODEC_ID_AAC;
+    const bool isVorbis = IsContainer(input, "ogg") && codec == AV_CODEC_ID_VORBIS;
     const qint64 declared = DeclaredLength(input, rate);
+    if (declared <= 0 || !(isAac || isVorbis)) return {};
     // An entry that a later cut of the file made wrong would take sound away.
     const auto entry = GaplessEntry(input);
-    if (entry && std::abs(*entry - declared) <= 2 * 4096) return entry;
-    return declared > 0 ? std::optional(declared) : std::nullopt;
+    return entry && std::abs(*entry - declared) <= 2 * MostPadding ? entry : declared;
 }
 
 }  // namespace Sonmira

@@ -13,8 +13,8 @@ class MediaInput;
 // AVI and Ogg, whose links the headers do not count. 0 when nothing tells.
 qint64 SoundLength(const MediaInput& input, int rate);
 
-// Where AAC in MP4 ends by its gapless entry or its edit list; the decoder pads the last frame of the
-// format with up to 2047 frames of its own. None for other streams.
+// Where a stream ends whose decoder may go on a little: AAC in MP4, by its gapless entry or its edit list,
+// and a Vorbis stream of few packets, by its last page. None for other streams.
 std::optional<qint64> SoundEnd(const MediaInput& input, int rate);
 
 }  // namespace Sonmira

@@ -24,7 +24,6 @@ constexpr int MostRate = 6'200'000;
 MediaReader::MediaReader(QStringView path) : Input(std::make_shared<const InputFile>(path)), Decoder(Input) {
     DecodeFirst();
     if (Format().Rate < 1 || Format().Rate > MostRate || Format().Channels < 1) throw DamagedFile();
-    if (Ended && SoundLength(Input, Format().Rate) > 0) throw DamagedFile();
     End = SoundEnd(Input, Format().Rate);
 }
 
@@ -36,7 +35,10 @@ void MediaReader::DecodeFirst() {
     }
     Ended = true;
     LengthFound = 0;
-    if (Decoder.BadPackets() > 0) throw DamagedFile();
+    // The tag of an MP3 may rightly take all of its frames away.
+    const AVStream& sound = Input.Sound();
+    const bool claimsSound = sound.duration > 0 && sound.codecpar->codec_id != AV_CODEC_ID_MP3;
+    if (Decoder.BadPackets() > 0 || claimsSound) throw DamagedFile();
     Samples = std::make_unique<FrameSamples>(Decoder.Rate(), Decoder.Channels(), Decoder.SampleFormat());
 }
 

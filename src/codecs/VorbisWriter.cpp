@@ -178,9 +178,10 @@ private:
             while (Checked(vorbis_bitrate_flushpacket(&State.Value, &packet)) == 1) {
                 Checked(ogg_stream_packetin(&Stream.Value, &packet));
                 ogg_page page = {};
-                // The first packet of sound gets a page of its own. Readers take the place of the first
+                // The first frames of sound get a page of their own. Readers take the place of the first
                 // sample from the first page, which must not be the last one too: that one tells the end.
-                if (!FirstPageWritten && ogg_stream_flush(&Stream.Value, &page) != 0) {
+                const bool tellsPlace = packet.granulepos > 0 && packet.e_o_s == 0;
+                if (!FirstPageWritten && tellsPlace && ogg_stream_flush(&Stream.Value, &page) != 0) {
                     WritePage(page, file);
                     FirstPageWritten = true;
                 }

@@ -27,11 +27,24 @@ TEST(RateConversion, GivesExactlyTheFramesThatTheRatioAsksFor) {
     for (const auto& [from, to] :
          {std::pair(44100, 48000), std::pair(48000, 44100), std::pair(8000, 48000), std::pair(96000, 11025),
           std::pair(192000, 8000), std::pair(22050, 44100)}) {
-        for (const std::int64_t frames : {1LL, 2LL, 100LL, 1153LL, 44101LL}) {
-            const TestSound sound = Converted(MakeTone(from, 1, frames, 100), WavKind::Signed16, to, 1, 16);
-            EXPECT_EQ(sound.Frames(), (frames * to * 2 + from) / (2LL * from)) << from << " to " << to;
+        for (const qint64 frames : {0LL, 1LL, 2LL, 100LL, 1153LL, 44101LL}) {
+            const std::vector<float> sound(static_cast<std::size_t>(frames) * 2, 0.5F);
+            std::vector<float> converted;
+            Resampler resampler(from, to, 2, ResamplerPrecision::Bits20);
+            for (std::size_t at = 0; at < sound.size(); at += 6000) {
+                resampler.Convert(
+                    std::span(sound).subspan(at, std::min<std::size_t>(6000, sound.size() - at)), converted);
+            }
+            resampler.Finish(converted);
+            EXPECT_EQ(static_cast<qint64>(converted.size() / 2), (frames * to * 2 + from) / (2LL * from))
+                << frames << " frames from " << from << " to " << to;
         }
     }
+}
+
+TEST(RateConversion, IsPartOfTheConversionOfAFile) {
+    const TestSound sound = Converted(MakeTone(44100, 1, 44101, 100), WavKind::Signed16, 48000, 2, 16);
+    EXPECT_EQ(sound.Frames(), 48001);
 }
 
 TEST(RateConversion, KeepsAToneInPlaceAndInLevel) {

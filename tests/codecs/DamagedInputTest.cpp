@@ -9,7 +9,7 @@
 namespace Sonmira {
 namespace {
 
-constexpr qint64 Frames = 12000;
+constexpr qint64 Frames = 33000;
 
 class DamagedInput : public ::testing::TestWithParam<const char*> {
 protected:
