@@ -15,7 +15,9 @@ namespace Sonmira {
 namespace fs = std::filesystem;
 
 namespace {
-fs::path AsPath(const QByteArray& native) { return fs::path(native.toStdString()); }
+fs::path AsPath(const QByteArray& native) {
+    return fs::path(native.toStdString());
+}
 }  // namespace
 
 TestFolder::TestFolder() {
@@ -40,7 +42,9 @@ QByteArray TestFolder::Native(const QByteArray& name) const {
     return name.isEmpty() ? Root : Root + '/' + name;
 }
 
-QString TestFolder::Path(const QByteArray& name) const { return FromNative(Native(name)); }
+QString TestFolder::Path(const QByteArray& name) const {
+    return FromNative(Native(name));
+}
 
 QString TestFolder::MakeFolder(const QByteArray& name) const {
     fs::create_directories(AsPath(Native(name)));
@@ -61,6 +65,8 @@ QByteArray ContentOf(const QByteArray& nativePath) {
     return QByteArray::fromStdString(content.str());
 }
 
-bool NativeExists(const QByteArray& nativePath) { return fs::exists(fs::symlink_status(AsPath(nativePath))); }
+bool NativeExists(const QByteArray& nativePath) {
+    return fs::exists(fs::symlink_status(AsPath(nativePath)));
+}
 
 }  // namespace Sonmira
