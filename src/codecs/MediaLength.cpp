@@ -36,10 +36,14 @@ bool IsContainer(const MediaInput& input, std::string_view name) {
     return std::string_view(input.Container().iformat->name).find(name) != std::string_view::npos;
 }
 
+bool IsGuess(const MediaInput& input) {
+    return input.Container().duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
+}
+
 bool HeadersOnlyEstimate(const MediaInput& input) {
-    return input.Container().duration_estimation_method == AVFMT_DURATION_FROM_BITRATE ||
-           input.Sound().codecpar->codec_id == AV_CODEC_ID_MP3 || IsContainer(input, "avi") ||
-           IsContainer(input, "ogg") || DeclaredLength(input, input.Sound().codecpar->sample_rate) == 0;
+    return IsGuess(input) || input.Sound().codecpar->codec_id == AV_CODEC_ID_MP3 ||
+           IsContainer(input, "avi") || IsContainer(input, "ogg") ||
+           DeclaredLength(input, input.Sound().codecpar->sample_rate) == 0;
 }
 
 // Frames that the decoder drops at the start and at the end by a packet's side data: two 32-bit numbers.
@@ -107,7 +111,7 @@ std::optional<qint64> SoundEnd(const MediaInput& input, int rate) {
     const bool isAac = IsContainer(input, "mp4") && codec == AV_CODEC_ID_AAC;
     const bool isVorbis = IsContainer(input, "ogg") && codec == AV_CODEC_ID_VORBIS;
     const qint64 declared = DeclaredLength(input, rate);
-    if (declared <= 0 || !(isAac || isVorbis)) return {};
+    if (declared <= 0 || IsGuess(input) || !(isAac || isVorbis)) return {};
     // An entry that a later cut of the file made wrong would take sound away.
     const auto entry = GaplessEntry(input);
     return entry && std::abs(*entry - declared) <= 2 * MostPadding ? entry : declared;

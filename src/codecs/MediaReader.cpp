@@ -35,9 +35,11 @@ void MediaReader::DecodeFirst() {
     }
     Ended = true;
     LengthFound = 0;
-    // The tag of an MP3 may rightly take all of its frames away.
+    // A length that was only estimated claims nothing, and the tag of an MP3 may rightly take all of its
+    // frames away.
     const AVStream& sound = Input.Sound();
-    const bool claimsSound = sound.duration > 0 && sound.codecpar->codec_id != AV_CODEC_ID_MP3;
+    const bool claimsSound = sound.duration > 0 && sound.codecpar->codec_id != AV_CODEC_ID_MP3 &&
+                             Input.Container().duration_estimation_method != AVFMT_DURATION_FROM_BITRATE;
     if (Decoder.BadPackets() > 0 || claimsSound) throw DamagedFile();
     Samples = std::make_unique<FrameSamples>(Decoder.Rate(), Decoder.Channels(), Decoder.SampleFormat());
 }

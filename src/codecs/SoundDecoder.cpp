@@ -77,6 +77,12 @@ bool SoundDecoder::SendPacket() {
         Draining = true;
         return avcodec_send_packet(codec, nullptr) == 0;
     }
+    // Vorbis begins before time 0 with a packet that only primes the decoder. Where all packets share one
+    // page its time is not known and counts as 0; the end that follows from it comes too early by as much.
+    // Such a stream is decoded in full, and cut where its page says.
+    if (std::exchange(First, false) && codec->codec_id == AV_CODEC_ID_VORBIS && packet->pts == 0) {
+        codec->flags2 |= AV_CODEC_FLAG2_SKIP_MANUAL;
+    }
     const int code = avcodec_send_packet(codec, packet);
     av_packet_unref(packet);
     if (code == AVERROR(ENOMEM)) throw MediaFailure(code);

@@ -36,6 +36,7 @@ private:
 
     MediaInput& Input;
     std::unique_ptr<Parts> Libraries;
+    bool First = true;
     bool Draining = false;
     qint64 Bad = 0;
 };
