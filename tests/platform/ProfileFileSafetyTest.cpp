@@ -118,7 +118,7 @@ TEST(ProfileFileSafety, APipeInThePlaceOfTheFileIsNotWaitedFor) {
 
 TEST(ProfileFileSafety, ALargeBinaryFileIsReadAndKept) {
     const TestFolder folder;
-    QByteArray content(3 * 1024 * 1024, '\0');
+    QByteArray content(qsizetype{3} * 1024 * 1024, '\0');
     for (qsizetype i = 0; i < content.size(); ++i) content[i] = static_cast<char>((i * 7919) >> 5);
     const QString file = folder.MakeFile("a.ini", content);
     EXPECT_EQ(ReadProfileValue(file, u"no such", u"k"), QString());

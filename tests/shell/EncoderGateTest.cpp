@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 class EncoderGate : public ::testing::Test {
 protected:
     EncoderGate() { OverrideEncoderSystemFolder(Folder.Path()); }
-    ~EncoderGate() override { OverrideEncoderSystemFolder(QString()); }
+    void TearDown() override { OverrideEncoderSystemFolder(QString()); }
 
     TestFolder Folder;
 };
