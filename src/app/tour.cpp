@@ -69,12 +69,12 @@ void MakeAlbum(const fs::path& music) {
         writer.CloseFile();
     };
     writer.SetFormatPCM(Rate, 2, 16);
-    write(music / "01 - First tide.wav", 60, 0);
-    write(music / "02 - Paper boats.wav", 90, 5);
+    write(music / "01 - First tide.wav", 30, 0);
+    write(music / "02 - Paper boats.wav", 40, 5);
     writer.SetFormatOggVorbis(Rate, 2, {}, {}, {}, 400);
-    write(music / "Live at the Pier" / "Soundcheck.ogg", 45, 3);
+    write(music / "Live at the Pier" / "Soundcheck.ogg", 20, 3);
     writer.SetFormatMP3(Rate, 192, 2);
-    write(music / "Live at the Pier" / "Harbour lights.mp3", 45, 7);
+    write(music / "Live at the Pier" / "Harbour lights.mp3", 20, 7);
 }
 
 class Tour {
