@@ -11,7 +11,7 @@ namespace Sonmira {
 // report, here and nowhere else, so that none ever unwinds through the toolkit.
 template <class Sender, class Signal, class Handler>
 void OnEvent(Sender* sender, Signal signal, QObject* context, Handler handler) {
-    QObject::connect(sender, signal, context, [handler](auto&&... arguments) {
+    QObject::connect(sender, signal, context, [handler](auto&&... arguments) -> void {
         try {
             if constexpr (std::is_invocable_v<Handler, decltype(arguments)...>) {
                 handler(std::forward<decltype(arguments)>(arguments)...);
