@@ -1,6 +1,5 @@
 #pragma once
 
-#include <compare>
 #include <cstdint>
 
 // Which file a descriptor stands for, whatever names and links lead to it, and which files are being read.
@@ -10,7 +9,9 @@ namespace Sonmira {
 struct FileIdentity {
     std::uint64_t Device = 0;
     std::uint64_t Number = 0;
-    auto operator<=>(const FileIdentity&) const = default;
+    bool operator<(const FileIdentity& other) const {
+        return Device != other.Device ? Device < other.Device : Number < other.Number;
+    }
 };
 
 // Marks a file as being read for as long as the object lives; several may mark the same file.

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <mutex>
+#include <string_view>
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -20,6 +21,9 @@ namespace {
 
 constexpr int BufferSize = 64 * 1024;
 constexpr std::size_t MostOfOneAllocation = 256UL * 1024 * 1024;
+// PCM in a WAV file may be another format in disguise, such as DTS. A few frames of that show it; by itself
+// the library tries its whole list of formats on the first five megabytes, longer than it reads a song.
+constexpr int64_t BytesToKnowPcm = 128L * 1024;
 // Broken containers may fail at one packet and go on with the next; those that only fail end here.
 constexpr int MostFailuresInARow = 64;
 
@@ -119,6 +123,7 @@ public:
         const int code = avformat_open_input(&context, nullptr, nullptr, &options.Values);
         if (code < 0) throw FailureOf(code);
         Context.reset(context);
+        if (std::string_view(context->iformat->name) == "wav") context->probesize = BytesToKnowPcm;
         FindSound();
     }
 

@@ -15,7 +15,7 @@ namespace Sonmira {
 using namespace Qt::StringLiterals;
 
 namespace {
-constexpr std::size_t BufferSize = 256 * 1024;
+constexpr std::size_t BufferSize = std::size_t{256} * 1024;
 }
 
 OutputFile::OutputFile(QStringView path) {

@@ -44,7 +44,7 @@ QByteArray RawByFfmpeg(const QByteArray& nativePath, const QByteArray& format) {
 }
 
 std::int64_t FramesByFfmpeg(const QByteArray& nativePath, int channels) {
-    return RawByFfmpeg(nativePath, "s16le").size() / (2 * channels);
+    return RawByFfmpeg(nativePath, "s16le").size() / 2 / channels;
 }
 
 TestSound DecodedByFfmpeg(const QByteArray& nativePath) {

@@ -66,8 +66,9 @@ TEST(RateConversion, LetsNoToneFoldBack) {
 TEST(RateConversion, BetweenRatesTooFarApartIsRefusedOrWorks) {
     std::vector<float> converted;
     const std::vector<float> frames(1000, 0.5F);
-    for (const auto& [from, to] :
-         {std::pair(1, 384000), std::pair(6'200'000, 8000), std::pair(6'200'000, 1)}) {
+    for (const auto& rates : {std::pair(1, 384000), std::pair(6'200'000, 8000), std::pair(6'200'000, 1)}) {
+        const int from = rates.first;
+        const int to = rates.second;
         converted.clear();
         const bool works = PassOver([&] {
             Resampler resampler(from, to, 1, ResamplerPrecision::Bits20);

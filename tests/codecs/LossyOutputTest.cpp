@@ -46,7 +46,8 @@ INSTANTIATE_TEST_SUITE_P(Lengths, LossyOutputOfLength,
 class Mp3OutputAtRate : public ::testing::TestWithParam<std::pair<int, int>> {};
 
 TEST_P(Mp3OutputAtRate, KeepsTheLoudnessAndThePlaceOfTheSound) {
-    const auto [rate, kilobits] = GetParam();
+    const int rate = GetParam().first;
+    const int kilobits = GetParam().second;
     const TestFolder folder;
     TestSound sound = MakeTone(rate, 2, rate, 440, 0.5);
     const QString from = folder.MakeFile("in.wav", WavOf(sound, WavKind::Signed16));

@@ -11,7 +11,7 @@ namespace {
 const FormatSetting CdFormat = [](AudioFile& file) { file.SetFormatPCM(44100, 2, 16); };
 
 AudioBlock SecondOfSilence() {
-    return {SampleType::Int16, std::vector<std::byte>(44100 * 4)};
+    return {SampleType::Int16, std::vector<std::byte>(std::size_t{44100} * 4)};
 }
 
 int OpeningNumber(AudioFile& file, const QString& path) {

@@ -41,7 +41,7 @@ TEST(PcmPacker, KeepsSamplesThatFitAsTheyAre) {
 
 TEST(PcmPacker, KeepsAToneBelowTheLeastBitByDither) {
     const double level = std::pow(10, -96.0 / 20);
-    const TestSound tone = MakeTone(44100, 1, 5 * 44100, 1000, level);
+    const TestSound tone = MakeTone(44100, 1, 220500, 1000, level);
     std::vector<double> packed = Packed16(FloatBlock(tone.Samples));
     for (double& sample : packed) sample /= 32768.0;
     EXPECT_NEAR(LevelAt(packed, 44100, 1000) / level, 1.0, 0.15);
@@ -78,7 +78,7 @@ TEST(PcmPacker, GivesTheSameBytesHoweverTheSoundIsCut) {
 }
 
 TEST(PcmPacker, DithersWideIntegersToFewerBits) {
-    AudioBlock block{SampleType::Int32, std::vector<std::byte>(4 * 50000)};
+    AudioBlock block{SampleType::Int32, std::vector<std::byte>(std::size_t{4} * 50000)};
     auto* samples = static_cast<std::int32_t*>(static_cast<void*>(block.Bytes.data()));
     for (int i = 0; i < 50000; ++i) samples[i] = (1000 << 16) + (1 << 14);  // a quarter above 1000
     double mean = 0;

@@ -16,7 +16,8 @@ struct Width {
 class WavOutputOfEachWidth : public ::testing::TestWithParam<Width> {};
 
 TEST_P(WavOutputOfEachWidth, GivesEveryBitOfASourceOfTheSameWidth) {
-    const auto [kind, bits] = GetParam();
+    const WavKind kind = GetParam().Kind;
+    const int bits = GetParam().Bits;
     const TestFolder folder;
     for (const int rate : {1, 8000, 44100, 96000, 384000}) {
         for (const int channels : {1, 2}) {

@@ -101,7 +101,8 @@ QByteArray PcmOf(const TestSound& sound, WavKind kind) {
 QByteArray WavOf(const TestSound& sound, WavKind kind, WavHeader header, std::uint32_t speakers) {
     const QByteArray data = PcmOf(sound, kind);
     const auto size = static_cast<std::uint64_t>(data.size());
-    const auto frameSize = static_cast<std::uint64_t>(sound.Channels * BytesOfKind(kind));
+    const auto frameSize =
+        static_cast<std::uint64_t>(sound.Channels) * static_cast<std::uint64_t>(BytesOfKind(kind));
     const bool extensible = header == WavHeader::Extensible;
     const std::uint64_t tag = IsFloat(kind) ? 3 : 1;
     QByteArray wav("RIFF");

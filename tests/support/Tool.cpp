@@ -20,6 +20,7 @@ ToolResult RunTool(const QList<QByteArray>& arguments) {
 
     std::vector<QByteArray> copies(arguments.begin(), arguments.end());
     std::vector<char*> pointers;
+    pointers.reserve(copies.size() + 1);
     for (QByteArray& argument : copies) pointers.push_back(argument.data());
     pointers.push_back(nullptr);
 
