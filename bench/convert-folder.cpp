@@ -31,11 +31,11 @@ double SecondsSince(std::chrono::steady_clock::time_point start) {
 }
 
 bool SetFormat(AudioFile& fileWenc, const QString& format) {
-    if (format == OutputFormat::Mp3) {
+    if (format == FormatName::Mp3) {
         fileWenc.SetFormatMP3(44100, 128, 2);
-    } else if (format == OutputFormat::Ogg) {
+    } else if (format == FormatName::Ogg) {
         fileWenc.SetFormatOggVorbis(44100, 2, {}, {}, {}, 400);
-    } else if (format == OutputFormat::Wav) {
+    } else if (format == FormatName::Wav) {
         fileWenc.SetFormatPCM(44100, 2, 16);
     }
     return !fileWenc.FormatString().isEmpty();

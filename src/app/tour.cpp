@@ -28,6 +28,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -174,8 +175,15 @@ int main(int argc, char** argv) {
         return 2;
     }
     const fs::path root = fs::absolute(argv[1]);
+    // Only a folder that an earlier tour has made is made anew: whatever else is there is somebody's.
+    const fs::path marker = root / "made-by-the-tour";
+    if (fs::exists(root) && !fs::is_empty(root) && !fs::exists(marker)) {
+        std::fprintf(stderr, "sonmira_tour: %s is not empty\n", root.c_str());
+        return 2;
+    }
     fs::remove_all(root);
     fs::create_directories(root / "settings");
+    std::ofstream(marker) << "This folder is emptied by the next tour.\n";
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString((root / "settings").string()));
     QApplication application(argc, argv);
     QApplication::setApplicationVersion(QString::fromUtf16(SONMIRA_VERSION));

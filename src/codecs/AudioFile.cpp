@@ -9,6 +9,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <system_error>
 
 namespace Sonmira {
 
@@ -17,13 +18,16 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Runs one call of the libraries. What the C++ library throws there is memory that ran out, of which a
-// hostile file may be the cause: a failure of that file, not of the program.
+// hostile file may be the cause, or a thread that could not be had: a failure of that file, not of the
+// program.
 template <class Call>
 auto WithMemoryChecked(Call&& call) {
     try {
         return call();
     } catch (const std::bad_alloc&) {
     } catch (const std::length_error&) {
+    } catch (const std::system_error& error) {
+        throw Failure(FailureNumber::Component, QString::fromLocal8Bit(error.what()));
     }
     throw Failure(FailureNumber::Component, u"Not enough memory for this file"_s);
 }
@@ -95,7 +99,7 @@ void AudioFile::OpenForWrite(const QString& path) {
 
 void AudioFile::SetSourceFormat(int sampleRate, int channelCount) {
     if (!Writer->Open) throw Failure(FailureNumber::InvalidCall);
-    Writer->Open->SetSource({sampleRate, channelCount});
+    WithMemoryChecked([&] { Writer->Open->SetSource({sampleRate, channelCount}); });
 }
 
 void AudioFile::WriteBlock(const AudioBlock& block) {
@@ -114,12 +118,12 @@ void AudioFile::SetFormatPCM(int frequency, int channels, int bits) {
     if (IsPcmFormat(format)) Writer->Format = format;
 }
 
-void AudioFile::SetFormatMP3(int frequency, int kilobits, int channels) {
-    // Without the library the format cannot even be looked at: what was set before stays.
-    if (!LameLibrary::Load()) return;
+bool AudioFile::SetFormatMP3(int frequency, int kilobits, int channels) {
+    if (!LameLibrary::Load()) return false;
     const Mp3Format format{frequency, channels, kilobits};
     Writer->Format.reset();
     if (IsMp3Format(format)) Writer->Format = format;
+    return true;
 }
 
 void AudioFile::SetFormatOggVorbis(int frequency, int channels, std::optional<int> nominal,

@@ -44,8 +44,9 @@ public:
     // Formats. Rates in Hz, channels 1 or 2.
     // PCM WAV of 8 (unsigned), 16, 24 or 32 bits at 1 to 384000 Hz.
     void SetFormatPCM(int frequency, int channels, int bits);
-    // Constant bit rate MP3; `kilobits` one of the rates that MPEG audio knows for that frequency.
-    void SetFormatMP3(int frequency, int kilobits, int channels);
+    // Constant bit rate MP3; `kilobits` one of the rates that MPEG audio knows for that frequency. Returns
+    // whether the encoder library could be loaded; without it nothing changes and the earlier format stays.
+    bool SetFormatMP3(int frequency, int kilobits, int channels);
     // Ogg Vorbis in one of three shapes: by `quality` (0 to 1000, a thousandth of the encoder library's
     // base quality 0.0 to 1.0; 400 is what users know as quality 4), by a nominal bit rate alone, or
     // managed between a minimum and a maximum. Bit rates in kbit a second. `quality` wins where given.

@@ -16,7 +16,8 @@ public:
     // Opens any format that it can decode; a file that was open is closed first. Fails with a text for
     // the user when the file is missing, unreadable, or holds no sound that can be decoded.
     virtual void OpenForRead(const QString& path) = 0;
-    // The next frames, at most `size` bytes of them (at least one frame). Empty at the end of the file.
+    // The next frames, at most `size` bytes of them (at least one frame). Empty at the end of the file; fails
+    // there instead when the file holds clearly less than its header counts.
     virtual AudioBlock ReadBlock(qint64 size) = 0;
     // Closes the file; harmless when none is open.
     virtual void CloseFile() = 0;
@@ -27,7 +28,7 @@ public:
     // Bytes of one decoded frame, as ReadBlock gives them.
     virtual qint64 ByteRate() const = 0;
     // Frames of the whole file. Exact where the format tells, else from a scan of the packets; 0 only for
-    // a file without any sound.
+    // a file without any sound. A scan lets the event loop run meanwhile.
     virtual qint64 StreamLength() const = 0;
     // The same length in milliseconds.
     virtual qint64 Length() const = 0;

@@ -2,6 +2,8 @@
 
 #include "codecs/CHandle.h"
 #include "codecs/MediaInput.h"
+#include "codecs/SoundDecoder.h"
+#include "platform/EventLoop.h"
 
 #include <QByteArray>
 #include <QList>
@@ -71,6 +73,7 @@ qint64 ScannedLength(const MediaInput& input, int rate) {
     // Ogg packets say what remains of the last one both in its duration and as a number to skip.
     const bool skipsEnd = !IsContainer(input, "ogg");
     for (bool first = true; again.Read(*packet); first = false) {
+        YieldToEventLoop();  // a file of many hours takes seconds, in which the window must stay alive
         if (packet->duration > 0 && packet->duration <= longest) duration += packet->duration;
         const Skipped now = SkippedBy(*packet);
         // A stream that begins before time 0 has its delay there, in Ogg and MP4 often in both ways.
@@ -104,6 +107,15 @@ qint64 SoundLength(const MediaInput& input, int rate) {
     const qint64 scanned = ScannedLength(input, rate);
     if (end && std::abs(scanned - *end) <= MostPadding) return *end;
     return scanned > 0 ? scanned : DeclaredLength(input, rate);
+}
+
+qint64 LeastLength(const MediaInput& input, int rate) {
+    // Core Audio files and ASF round their times, and Musepack counts whole packets.
+    const bool isRough = IsContainer(input, "caf") || IsContainer(input, "asf") || IsContainer(input, "mpc");
+    if (isRough || HeadersOnlyEstimate(input)) return 0;
+    // Times in units of a clock slower than the sample rate are off by less than this.
+    const int tolerance = IsLossless(input.Sound().codecpar->codec_id) ? rate / 200 : rate;
+    return std::max<qint64>(SoundEnd(input, rate).value_or(DeclaredLength(input, rate)) - tolerance, 0);
 }
 
 std::optional<qint64> SoundEnd(const MediaInput& input, int rate) {

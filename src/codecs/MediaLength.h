@@ -13,6 +13,10 @@ class MediaInput;
 // AVI and Ogg, whose links the headers do not count. 0 when nothing tells.
 qint64 SoundLength(const MediaInput& input, int rate);
 
+// The fewest frames that an intact file gives, by a header that counts them; 0 where none does. A lossless
+// stream that gives less has lost sound; a lossy one is given a second, because its headers are less exact.
+qint64 LeastLength(const MediaInput& input, int rate);
+
 // Where a stream ends whose decoder may go on a little: AAC in MP4, by its gapless entry or its edit list,
 // and a Vorbis stream of few packets, by its last page. None for other streams.
 std::optional<qint64> SoundEnd(const MediaInput& input, int rate);

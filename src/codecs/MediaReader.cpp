@@ -1,6 +1,7 @@
 #include "codecs/MediaReader.h"
 
 #include "codecs/MediaLength.h"
+#include "codecs/WavClaim.h"
 
 #include <algorithm>
 
@@ -83,7 +84,13 @@ AudioBlock MediaReader::Read(qint64 size) {
         PendingStart += count;
         FramesGiven += static_cast<qint64>(count / FrameSize());
     } while (block.Bytes.size() < wanted && DecodeMore());
+    // Told at the very end, so that all that is there is given first.
+    if (block.Bytes.empty() && IsCutShort()) throw DamagedFile();
     return block;
+}
+
+bool MediaReader::IsCutShort() const {
+    return FramesGiven < LeastLength(Input, Format().Rate) || MissingWavBytes(*Input.File()) > 0;
 }
 
 qint64 MediaReader::Length() {

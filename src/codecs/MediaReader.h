@@ -20,7 +20,8 @@ public:
     explicit MediaReader(QStringView path);
 
     // The next frames: whole ones, one at least, and beyond that no more than `size` bytes and no more than
-    // a bounded amount. Empty at the end. Fails when the drive does.
+    // a bounded amount. Empty at the end. Fails when the drive does, and at the end when frames of a lossless
+    // file were damaged or a good part of a lossy one is missing: what was given is right but not whole.
     AudioBlock Read(qint64 size);
 
     const StreamFormat& Format() const { return Samples->Format(); }
@@ -33,6 +34,7 @@ private:
     void DecodeFirst();
     bool DecodeMore();
     std::size_t ReadyBytes();
+    bool IsCutShort() const;
 
     MediaInput Input;
     SoundDecoder Decoder;

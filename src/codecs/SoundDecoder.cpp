@@ -20,6 +20,12 @@ constexpr unsigned MostThreads = 8;
 
 }  // namespace
 
+bool IsLossless(int codec) {
+    const AVCodecDescriptor* about = avcodec_descriptor_get(static_cast<AVCodecID>(codec));
+    return about != nullptr && (about->props & AV_CODEC_PROP_LOSSLESS) != 0 &&
+           (about->props & AV_CODEC_PROP_LOSSY) == 0;
+}
+
 class SoundDecoder::Parts {
 public:
     explicit Parts(const AVStream& stream) {
@@ -29,6 +35,8 @@ public:
         if (!Codec || !Packet || !Frame) throw MediaFailure(AVERROR(ENOMEM));
         Check(avcodec_parameters_to_context(Codec.get(), stream.codecpar));
         Codec->pkt_timebase = stream.time_base;
+        // A lossless frame whose check sum does not fit is no sound of the file: it is left out and missed.
+        if (IsLossless(codec->id)) Codec->err_recognition = AV_EF_CRCCHECK | AV_EF_EXPLODE;
         if ((codec->capabilities & AV_CODEC_CAP_FRAME_THREADS) != 0) {
             Codec->thread_count =
                 static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads));

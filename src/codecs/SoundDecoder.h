@@ -6,6 +6,9 @@ struct AVFrame;
 
 namespace Sonmira {
 
+// Whether a codec gives back the very samples that went in. `codec` is one of FFmpeg's numbers.
+bool IsLossless(int codec);
+
 class MediaInput;
 
 // Decodes the sound stream of a media file frame by frame. Encoder delay and padding are taken off where

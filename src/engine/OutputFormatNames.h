@@ -4,11 +4,11 @@
 
 // The output formats as the format list names them. These texts are keywords: they are compared exactly,
 // stored in the settings and never translated.
-namespace Sonmira::OutputFormat {
+namespace Sonmira::FormatName {
 
 inline constexpr QStringView Mp3 = u"Mp3";
 inline constexpr QStringView Ogg = u"Ogg";
 inline constexpr QStringView Wav = u"Wav";
 inline constexpr QStringView Wma = u"Wma";
 
-}  // namespace Sonmira::OutputFormat
+}  // namespace Sonmira::FormatName

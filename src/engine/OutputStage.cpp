@@ -21,11 +21,11 @@ QString UniqueStem(const QString& stem, const QString& extension) {
 
 void OutputStage::Dispatch() {
     const QString format = View.ComboOutFormat();
-    if (format == OutputFormat::Mp3) {
+    if (format == FormatName::Mp3) {
         EncodeToMp3();
-    } else if (format == OutputFormat::Ogg) {
+    } else if (format == FormatName::Ogg) {
         EncodeToOgg();
-    } else if (format == OutputFormat::Wav) {
+    } else if (format == FormatName::Wav) {
         EncodeToWav();
     }
 }

@@ -14,11 +14,15 @@ namespace {
 
 constexpr int GeneralFailureLine = 96;
 
+double Divide(double dividend, double divisor) {
+    if (divisor == 0) throw Failure(FailureNumber::DivisionByZero);
+    return dividend / divisor;
+}
+
 // The part of the stream that is done, in percent: never 0, because a file in work has begun, and never
 // beyond 100, because a stream may hold more than its header says.
 int PercentOf(double position, double streamLength) {
-    if (streamLength == 0) throw Failure(FailureNumber::DivisionByZero);
-    const double percent = RoundHalfEven(position / streamLength * 100);
+    const double percent = RoundHalfEven(Divide(position, streamLength) * 100);
     return static_cast<int>(std::clamp(percent, 1.0, 100.0));
 }
 
@@ -40,7 +44,7 @@ bool CopyBlocks(RunState& run, RunView& view, Components components) {
         const AudioBlock block = source.ReadBlock(blockSize);
         if (block.IsEmpty()) break;
         components.FileWenc.WriteBlock(block);
-        position += static_cast<double>(block.Bytes.size()) / static_cast<double>(source.ByteRate());
+        position += Divide(static_cast<double>(block.Bytes.size()), static_cast<double>(source.ByteRate()));
         position = std::min(position, streamLength);
         ShowPercent(run, view, PercentOf(position, streamLength));
         view.Yield();

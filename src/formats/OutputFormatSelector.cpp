@@ -37,16 +37,17 @@ OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fil
 }
 
 void OutputFormatSelector::FillComboOutFormat() {
-    if (IsLameInstalled()) Panel.ComboOutFormat->addItem(OutputFormat::Mp3.toString());
-    Panel.ComboOutFormat->addItem(OutputFormat::Wav.toString());
-    Panel.ComboOutFormat->addItem(OutputFormat::Ogg.toString());
+    if (IsLameInstalled()) Panel.ComboOutFormat->addItem(FormatName::Mp3.toString());
+    Panel.ComboOutFormat->addItem(FormatName::Wav.toString());
+    Panel.ComboOutFormat->addItem(FormatName::Ogg.toString());
     // Adding the first item selects it in silence; nothing is selected until somebody selects it.
     Panel.ComboOutFormat->setCurrentIndex(-1);
 }
 
-void OutputFormatSelector::SetPlainMp3() {
-    FileWenc.SetFormatMP3(DefaultFrequency, DefaultKilobits, DefaultChannels);
+bool OutputFormatSelector::SetPlainMp3() {
+    const bool taken = FileWenc.SetFormatMP3(DefaultFrequency, DefaultKilobits, DefaultChannels);
     ShowFormat();
+    return taken;
 }
 
 void OutputFormatSelector::ShowFormat() {
@@ -55,16 +56,22 @@ void OutputFormatSelector::ShowFormat() {
 
 void OutputFormatSelector::ComboOutFormat_Click() {
     const QString format = Panel.ComboOutFormat->currentText();
-    if (format == OutputFormat::Mp3) {
-        SetPlainMp3();
-    } else if (format == OutputFormat::Wav) {
+    if (format == FormatName::Mp3) {
+        if (!SetPlainMp3()) {
+            // The library is there but cannot be loaded. The earlier format stays, and the list must say so,
+            // or its sound would be written under the wrong ending.
+            Panel.ComboOutFormat->setCurrentIndex(AppliedItem);
+            return;
+        }
+    } else if (format == FormatName::Wav) {
         Panel.TextOutFormat->clear();
         FileWenc.SetFormatPCM(DefaultFrequency, DefaultChannels, DefaultBits);
         ShowFormat();
-    } else if (format == OutputFormat::Ogg) {
+    } else if (format == FormatName::Ogg) {
         FileWenc.SetFormatOggVorbis(DefaultFrequency, DefaultChannels, {}, {}, {}, DefaultOggQuality);
         ShowFormat();
     }
+    AppliedItem = Panel.ComboOutFormat->currentIndex();
 }
 
 void OutputFormatSelector::CheckOutPath_Click() {

@@ -18,8 +18,9 @@ public:
 
     // Adds the items of the format list: Mp3 only where its encoder library is installed.
     void FillComboOutFormat();
-    // Puts plain MP3 (44100 Hz, 128 kbit, stereo) into the encoder and shows its text.
-    void SetPlainMp3();
+    // Puts plain MP3 (44100 Hz, 128 kbit, stereo) into the encoder and shows its text. Returns whether the
+    // encoder took it.
+    bool SetPlainMp3();
 
     void ComboOutFormat_Click();
     void CheckOutPath_Click();
@@ -30,6 +31,7 @@ private:
 
     OutputPanel& Panel;
     AudioFile& FileWenc;
+    int AppliedItem = -1;  // the item of the list whose format the encoder holds
 };
 
 }  // namespace Sonmira

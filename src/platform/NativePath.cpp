@@ -72,6 +72,10 @@ QString ShownPath(QStringView path) {
     return shown;
 }
 
+QString ShownName(QStringView name) {
+    return name.toString().replace(QChar(LiteralBackslash), u'\\');
+}
+
 QString PathFromShown(QStringView shown) {
     QString path = shown.toString().replace(u'/', u'\\');
     return path == u"\\" ? u"Z:\\"_s : path;
@@ -81,7 +85,9 @@ QString PathFromUrl(const QUrl& url) {
     if (url.scheme().compare(u"file", Qt::CaseInsensitive) != 0) return {};
     if (!url.host().isEmpty() && url.host().compare(u"localhost", Qt::CaseInsensitive) != 0) return {};
     // Only the encoded form still has the bytes that are no valid UTF-8.
-    const QByteArray native = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+    QByteArray native = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+    // A folder's address may end in a separator, its path does not.
+    while (native.size() > 1 && native.endsWith('/')) native.chop(1);
     if (!native.startsWith('/') || native.contains('\0')) return {};
     return FromNative(native);
 }

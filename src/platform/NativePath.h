@@ -18,6 +18,8 @@ QString FromNative(QByteArrayView bytes);
 
 // The form that people read (a path box, the status bar): separators as the desktop writes them.
 QString ShownPath(QStringView path);
+// The form of one name, such as a file's, that people read.
+QString ShownName(QStringView name);
 // What a user typed into a path box, as an inner path.
 QString PathFromShown(QStringView shown);
 

@@ -38,7 +38,7 @@ bool DirectoryExists(const QString& path) {
     QString name = path;
     if (name.endsWith(u'\\')) name.chop(1);
     // Without its backslash a root has no name to look for.
-    if (name.isEmpty() || name.endsWith(u':')) name = path;
+    if (name.isEmpty() || (name.size() == 2 && name[1] == u':')) name = path;
     return !FindFirstName(name, SearchFor::FilesAndFolders).isEmpty();
 }
 

@@ -68,7 +68,9 @@ void BatchConverter::ConnectEvents() {
     toolbar(5, [this] { StartRun(); });
     menu(Controls.cancel, [this] { cancel_Click(); });
     toolbar(6, [this] { cancel_Click(); });
-    menu(Controls.about, [this] { ShowAbout(this); });
+    menu(Controls.about, [this] {
+        if (!InputsLocked) ShowAbout(this);
+    });
     toolbar(8, [this] { ShowAbout(this); });
     menu(Controls.Quit, [this] {
         if (!Run.Busy) close();
@@ -130,8 +132,11 @@ void BatchConverter::closeEvent(QCloseEvent* event) {
     bool cancel = false;
     Form_QueryUnload(cancel);
     event->setAccepted(!cancel);
-    // A scan that is still going ends at its next entry instead of adding to a window that is gone.
-    if (!cancel) Items.StopScan = true;
+    if (cancel) return;
+    // A scan, or a run that has not accepted a file yet, ends at its next step instead of going on behind a
+    // window that is gone.
+    Items.StopScan = true;
+    Run.CancelAll = true;
 }
 
 void BatchConverter::Form_QueryUnload(bool& cancel) {

@@ -45,7 +45,7 @@ private:
     void LoadLanguage();
     void LoadSettings();
     void RestoreOutputFolder();
-    void RestoreOutputFormat();
+    void RestoreOutputFormat(const QString& wmaSupport);
     void Form_QueryUnload(bool& cancel);
     void ConnectEvents();
     void addfile_Click();

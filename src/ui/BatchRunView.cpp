@@ -45,7 +45,7 @@ void BatchRunView::SetRowText(int row, const QString& text) {
 }
 
 void BatchRunView::SetRowName(int row, const QString& name) {
-    Form.ListViewFiles->Rows().SetText(row, FileListModel::FilenameColumn, name);
+    Form.ListViewFiles->Rows().SetText(row, FileListModel::FilenameColumn, ShownName(name));
 }
 
 void BatchRunView::SetRowProgress(int row, const QString& text) {
@@ -71,7 +71,7 @@ void BatchRunView::ShowFolder(const QString& text) {
     Form.Label30->setText(ShownPath(text));
 }
 void BatchRunView::ShowFileName(const QString& text) {
-    Form.LabelFileName->setText(text);
+    Form.LabelFileName->setText(ShownName(text));
 }
 void BatchRunView::ShowDuration(const QString& text) {
     Form.LabelDuration->setText(text);

@@ -53,12 +53,17 @@ void BatchConverter::LoadSettings() {
         if (SavedValue(u"LAUNCH"_s, u"VALUE"_s) != u"True") {
             WriteIniValue(SettingsFile, u"LAUNCH"_s, u"VALUE"_s, u"True"_s);
         }
-        Run.WmaSupported = SavedValue(u"WMA"_s, u"WMASUPPORT"_s) == u"True";
+        QString wmaSupport = SavedValue(u"WMA"_s, u"WMASUPPORT"_s);
+        if (wmaSupport.isEmpty()) {
+            wmaSupport = u"False"_s;
+            WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, wmaSupport);
+        }
+        Run.WmaSupported = wmaSupport == u"True";
         Run.Busy = Run.CancelAll = false;
         FormatSelector.SetPlainMp3();
         RestoreOutputFolder();
         FormatSelector.FillComboOutFormat();
-        RestoreOutputFormat();
+        RestoreOutputFormat(wmaSupport);
     });
     Deb::Unload();
 }
@@ -71,18 +76,18 @@ void BatchConverter::RestoreOutputFolder() {
     if (!mode.isEmpty()) Controls.Picture9->CheckOutPath->setChecked(mode == u"TRUE");
 }
 
-void BatchConverter::RestoreOutputFormat() {
+void BatchConverter::RestoreOutputFormat(const QString& wmaSupport) {
     ChoiceList& list = *Controls.Picture9->ComboOutFormat;
     QString format = SavedValue(u"AudioConverter"_s, u"Format"_s);
     if (!format.isEmpty()) {
-        if (format == OutputFormat::Wma && !ToFlag(SavedValue(u"WMA"_s, u"WMASUPPORT"_s))) {
-            format = OutputFormat::Mp3.toString();
+        if (format == FormatName::Wma && !ToFlag(wmaSupport)) {
+            format = FormatName::Mp3.toString();
         }
-        if (format == OutputFormat::Mp3 && !IsLameInstalled()) format = OutputFormat::Wav.toString();
+        if (format == FormatName::Mp3 && !IsLameInstalled()) format = FormatName::Wav.toString();
         list.SelectText(format);
         return;
     }
-    list.SelectText((IsLameInstalled() ? OutputFormat::Mp3 : OutputFormat::Wav).toString());
+    list.SelectText((IsLameInstalled() ? FormatName::Mp3 : FormatName::Wav).toString());
     // On a first start the encoder is given plain MP3 once more, whatever the list shows.
     FormatSelector.SetPlainMp3();
 }

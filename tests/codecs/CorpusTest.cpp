@@ -49,6 +49,10 @@ TEST_P(RealInput, IsReadWithItsFormatAndLength) {
         EXPECT_THROW(file.OpenForRead(path), Failure);
         return;
     }
+    if (real.Path.contains("early-eof")) {
+        EXPECT_THROW(ReadWhole(path), Failure) << "less sound than its header counts";
+        return;
+    }
     const ReadFile file = ReadWhole(path);
     // Musepack's own packets do not say how much they hold; such files have a decoder of their own.
     if (real.Path.endsWith(".mpc")) return;

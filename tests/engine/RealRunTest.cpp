@@ -108,6 +108,25 @@ TEST_F(RealRun, ADamagedFileGetsAnErrorRowAndTheRunGoesOn) {
     EXPECT_TRUE(Host.ControlsEnabled);
 }
 
+TEST_F(RealRun, AFileThatLostSoundKeepsItsSource) {
+    const QByteArray wav = WavOf(MakeNoise(44100, 2, 3 * 44100), WavKind::Signed16);
+    Folder.MakeFile("Music/cut.wav", wav.first(wav.size() / 3));
+    Folder.MakeFile("whole.wav", wav);
+    ASSERT_EQ(
+        RunTool({"flac", "-s", "-o", Folder.Native("Music/hole.flac"), Folder.Native("whole.wav")}).ExitCode,
+        0);
+    QByteArray flac = ContentOf(Folder.Native("Music/hole.flac"));
+    flac.replace(flac.size() / 2, 5000, QByteArray(5000, '\x55'));
+    Folder.MakeFile("Music/hole.flac", flac);
+    AddMusic();
+    Host.RemoveOriginal = true;
+    Convert(u"Wav"_s);
+    for (const HeadlessHost::Row& row : Host.Rows) EXPECT_EQ(row.Icon, u"error"_s) << row.Name.toStdString();
+    EXPECT_TRUE(NativeExists(Folder.Native("Music/cut.wav")));
+    EXPECT_TRUE(NativeExists(Folder.Native("Music/hole.flac")));
+    EXPECT_GT(ContentOf(Folder.Native("out/Music/hole.wav")).size(), 44) << "what could be read is there";
+}
+
 TEST_F(RealRun, AnEmptyWavIsConvertedToAnEmptyOne) {
     Folder.MakeFile("Music/a.wav", WavOf(MakeSilence(44100, 2, 0), WavKind::Signed16));
     AddMusic();

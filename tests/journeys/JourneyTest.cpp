@@ -51,7 +51,7 @@ TEST(Journey, TheProgramStartsAndKeepsThreeSettingsWhenItsWindowIsClosed) {
         "\"$0\" & program=$!; "
         "window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Sonmira V2' | tail -1); "
         "xdotool windowactivate --sync \"$window\"; sleep 0.5; xdotool key ctrl+q; "
-        "timeout 20 tail --pid=$program -f /dev/null";
+        "(sleep 20; kill -9 $program 2>/dev/null) & wait $program";
     const ToolResult closed = OnDisplay({"bash", "-c", script, Program("sonmira")});
     ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
     LocateSettingsFile();

@@ -114,7 +114,7 @@ TEST_F(QtDialogs, TheOpenDialogShowsWhatItWasGiven) {
     });
     Dialogs().OpenFiles({u"Add a file"_s, u"WAV Files(*.wav)|*.wav;*.WAV|"_s, Folder.Path()});
     EXPECT_EQ(title, u"Add a file"_s);
-    EXPECT_EQ(filters, QStringList({u"WAV Files (*.wav)"_s, u"All files (*)"_s}));
+    EXPECT_EQ(filters, QStringList({u"WAV Files (*.wav)"_s}));
     EXPECT_EQ(FromNative(start.toUtf8()), Folder.Path());
 }
 
@@ -147,13 +147,12 @@ TEST_F(QtDialogs, ACancelledFolderDialogGivesTheEmptyText) {
 }
 
 TEST(NameFilters, ReplaceThePatternsOfTheDescription) {
-    EXPECT_EQ(
-        NameFiltersOf(u"Audio files (*.wav;*.mp3)|*.wav;*.mp3;*.mp+|MP3 Files(*.mp3)|*.mp3|"_s),
-        QStringList({u"Audio files (*.wav *.mp3 *.mp+)"_s, u"MP3 Files (*.mp3)"_s, u"All files (*)"_s}));
+    EXPECT_EQ(NameFiltersOf(u"Audio files (*.wav;*.mp3)|*.wav;*.mp3;*.mp+|MP3 Files(*.mp3)|*.mp3|"_s),
+              QStringList({u"Audio files (*.wav *.mp3 *.mp+)"_s, u"MP3 Files (*.mp3)"_s}));
 }
 
 TEST(NameFilters, TakeADescriptionWithoutPatterns) {
-    EXPECT_EQ(NameFiltersOf(u"Sound|*.wav"_s), QStringList({u"Sound (*.wav)"_s, u"All files (*)"_s}));
+    EXPECT_EQ(NameFiltersOf(u"Sound|*.wav"_s), QStringList({u"Sound (*.wav)"_s}));
 }
 
 TEST(NameFilters, NameAPatternOnceWhateverItsCase) {
@@ -161,8 +160,8 @@ TEST(NameFilters, NameAPatternOnceWhateverItsCase) {
 }
 
 TEST(NameFilters, PassWhatIsNoPair) {
-    EXPECT_EQ(NameFiltersOf(u"Sound||Other"_s), QStringList{u"All files (*)"_s});
-    EXPECT_EQ(NameFiltersOf(QString()), QStringList{u"All files (*)"_s});
+    EXPECT_EQ(NameFiltersOf(u"Sound||Other"_s), QStringList());
+    EXPECT_EQ(NameFiltersOf(QString()), QStringList());
 }
 
 }  // namespace

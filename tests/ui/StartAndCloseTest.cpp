@@ -1,6 +1,7 @@
 #include "MainWindowTest.h"
 #include "platform/Folders.h"
 #include "shell/widgets/Deb.h"
+#include "shell/widgets/FailureReport.h"
 #include "shell/widgets/Main.h"
 
 #include <QMenu>
@@ -80,6 +81,36 @@ TEST_F(StartAndClose, WithoutTheEncoderMp3IsNotOfferedAndASavedOneBecomesWav) {
     EXPECT_EQ(Format(), u"Wav"_s);
     Window->close();
     EXPECT_EQ(Setting(u"Format"_s), u"Wav"_s);
+}
+
+TEST_F(StartAndClose, AMissingWmaSupportIsWrittenAsFalseAtOnce) {
+    Save(u"Format"_s, u"Wma"_s);
+    Open();
+    EXPECT_EQ(ReadIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s), u"False"_s);
+    EXPECT_EQ(Format(), u"Mp3"_s);
+}
+
+TEST_F(StartAndClose, ALanguageFileThatIsTooShortEndsInTheFailureReport) {
+    Shipped.MakeFile("English.lng", "File\nAdd\n");
+    QString said;
+    bool ended = false;
+    Dialogs().ShowMessage = [&](const QString& text, MessageIcon /*icon*/, const QString& /*title*/) {
+        said = text;
+    };
+    ProgramEnd() = [&] { ended = true; };
+    EXPECT_EQ(Main([] { return std::make_unique<BatchConverter>(); }), nullptr);
+    EXPECT_TRUE(ended);
+    EXPECT_TRUE(said.contains(u"9 : Subscript out of range")) << said.toStdString();
+}
+
+TEST_F(StartAndClose, AnEncoderLibraryThatCannotBeLoadedKeepsTheEarlierFormatInTheList) {
+    OverrideEncoderSystemFolder(Folder.MakeFolder("broken-encoder"));
+    Folder.MakeFile("broken-encoder/libmp3lame.so.0", "no library");
+    Open();
+    Panel().ComboOutFormat->SelectText(u"Ogg"_s);
+    Panel().ComboOutFormat->SelectText(u"Mp3"_s);
+    EXPECT_EQ(Format(), u"Ogg"_s);
+    EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"Vorbis"));
 }
 
 TEST_F(StartAndClose, ASavedWmaWithoutItsSupportBecomesMp3) {

@@ -115,6 +115,19 @@ TEST_F(Stop, TheWindowRefusesToCloseDuringARunButKeepsItsSettings) {
     EXPECT_TRUE(Window->close());
 }
 
+TEST_F(Stop, ClosingBeforeAnyFileWasAcceptedEndsTheRun) {
+    for (int n = 0; n < 300; ++n)
+        Folder.MakeFile("Music/bad" + QByteArray::number(n) + ".mp3", QByteArray(9000, 'x'));
+    AddFolderByCommand(Folder.Path("Music"));
+    QTimer close;
+    close.setSingleShot(true);
+    QObject::connect(&close, &QTimer::timeout, Window.get(), [this] { Window->close(); });
+    close.start(1);
+    ClickToolbar(5);
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_LT(Rows().RowCount(), 300);
+}
+
 TEST_F(Stop, CommandsDoNothingDuringARun) {
     MakeLongWav("Music/a.wav", 20);
     AddFolderByCommand(Folder.Path("Music"));

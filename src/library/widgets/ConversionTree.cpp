@@ -37,7 +37,7 @@ void ConversionTree::AddNode(const QString& parentKey, const QString& key, const
     QTreeWidgetItem* const parent = NodeOf(parentKey);
     if (parent == nullptr) throw Failure(FailureNumber::KeyNotFound);
     const QIcon image = Images.At(imageKey);
-    auto* node = new QTreeWidgetItem(parent, {text});
+    auto* node = new QTreeWidgetItem(parent, {ShownName(text)});
     node->setIcon(0, image);
     Nodes.insert(key, node);
 }

@@ -89,7 +89,7 @@ QStringList NameFiltersOf(const QString& filter) {
         const QStringList patterns = WithoutDoubles(parts[i + 1].split(u';', Qt::SkipEmptyParts));
         if (!patterns.isEmpty()) filters += description.trimmed() + u" ("_s + patterns.join(u' ') + u')';
     }
-    return filters << u"All files (*)"_s;
+    return filters;
 }
 
 void InstallQtDialogs() {

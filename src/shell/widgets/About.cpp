@@ -18,7 +18,7 @@ void ShowAbout(QWidget* owner) {
     about.setObjectName(u"About"_s);
     about.setWindowTitle(u"Sonmira"_s);
     auto* logo = new QLabel(&about);
-    logo->setPixmap(OwnIcon(u"logo").pixmap(QSize(180, 90), about.devicePixelRatioF()));
+    logo->setPixmap(OwnIcon(u"logo").pixmap(QSize(120, 60), about.devicePixelRatioF()));
     logo->setAccessibleName(u"Sonmira"_s);
     auto* version = new QLabel(u"Version "_s + QCoreApplication::applicationVersion(), &about);
     version->setObjectName(u"LabelVersion"_s);

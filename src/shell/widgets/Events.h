@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Failure.h"
+#include "platform/NarrowText.h"
 #include "shell/widgets/FailureReport.h"
 
 #include <QObject>
@@ -20,6 +21,8 @@ void OnEvent(Sender* sender, Signal signal, QObject* context, Handler handler) {
             }
         } catch (const Failure& failure) {
             ReportUncaughtFailure(failure);
+        } catch (const std::exception& error) {
+            ReportUncaughtFailure(Failure(FailureNumber::InvalidCall, FromNarrow(error.what())));
         }
     });
 }

@@ -1,7 +1,9 @@
 #include "shell/widgets/Main.h"
 
+#include "platform/Failure.h"
 #include "shell/Settings.h"
 #include "shell/widgets/Deb.h"
+#include "shell/widgets/FailureReport.h"
 
 #include <QCoreApplication>
 
@@ -11,9 +13,15 @@ std::unique_ptr<QWidget> Main(const std::function<std::unique_ptr<QWidget>()>& l
     LocateSettingsFile();
     Deb::Instance().show();
     QCoreApplication::processEvents();  // so that the logo paints
-    std::unique_ptr<QWidget> window = loadMainWindow();
-    window->show();
-    return window;
+    try {
+        std::unique_ptr<QWidget> window = loadMainWindow();
+        window->show();
+        return window;
+    } catch (const Failure& failure) {
+        Deb::Unload();  // or it would stand before the report
+        ReportUncaughtFailure(failure);
+        return nullptr;
+    }
 }
 
 }  // namespace Sonmira

@@ -11,7 +11,10 @@ PathBox::PathBox(QWidget* parent) : QLineEdit(parent) {
 
 void PathBox::SetText(const QString& path) {
     Inner = path;
+    // The program may set the text while the user types in it; the cursor stays where it was.
+    const int cursor = cursorPosition();
     setText(ShownPath(path));
+    if (hasFocus()) setCursorPosition(cursor);
 }
 
 }  // namespace Sonmira
