@@ -163,9 +163,27 @@ TEST_F(JobDrivers, SourcesOfConvertedFilesAreRemovedWhereThatIsChecked) {
 TEST_F(JobDrivers, ARemovedRecordIsCountedAndPaintsTheRowBeforeIt) {
     AddMusic({"a.wav", "b.wav"});
     Items.Records.MarkRemoved(3);
+    Source.OpenFails = true;  // the first file fails; the removed one has no failure of its own to show
     Convert();
-    EXPECT_EQ(Host.Rows.size(), 1U);
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
     EXPECT_EQ(Host.Count, u"2 / 2"_s);
+}
+
+TEST_F(JobDrivers, ARemovedRecordStillLosesItsSourceWhereThatIsChecked) {
+    AddMusic({"a.wav", "b.wav"});
+    Items.Records.MarkRemoved(3);
+    Host.RemoveOriginal = true;
+    Convert();
+    EXPECT_FALSE(NativeExists(Folder.Native("Music/b.wav")));
+}
+
+TEST_F(JobDrivers, AHiddenFileIsRefusedAsNotFound) {
+    AddMusic({".a.wav"});
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Progress, u"line 95"_s);
+    EXPECT_FALSE(Run.Busy);
 }
 
 TEST_F(JobDrivers, OutputsOfOneStemUnderTheRootAreNumbered) {

@@ -102,6 +102,46 @@ TEST_F(AddFiles, ADropTakesFilesAndFoldersInTheirOrder) {
     EXPECT_EQ(Nodes(), (std::vector<QString>{u"z.wav"_s, u"Music"_s, u"Music\\x.ogg"_s, u"a.wav"_s}));
 }
 
+TEST_F(AddFiles, AFolderOfMpcFilesComesInWithoutThemWhileADropTakesThem) {
+    const QString file = Folder.MakeFile("Music/a.mpc");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Host.FileCount, 0);
+    AddDropped(Items, Host, {file});
+    EXPECT_EQ(Host.FileCount, 1);
+}
+
+TEST_F(AddFiles, AScannedNameWithoutADotHasARecordOnly) {
+    Folder.MakeFile("Music/xwav");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Items.Records.UpperBound(), 2);
+    EXPECT_EQ(Nodes(), std::vector<QString>{u"Music"_s});
+    EXPECT_EQ(Host.FileCount, 0);
+}
+
+TEST_F(AddFiles, AFileThatAScanFoundIsNotAddedByTheDialogAgain) {
+    const QString file = Folder.MakeFile("Music/a.wav");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    AddFileRecord(Items, Host, file);
+    EXPECT_EQ(Items.Records.UpperBound(), 2);
+}
+
+TEST_F(AddFiles, AStopEndsADropBetweenTwoPaths) {
+    Folder.MakeFile("Music/Rock/a.wav");
+    Host.AtYield = [this] { Items.StopScan = true; };
+    AddDropped(Items, Host, {Folder.Path("Music"), Folder.MakeFile("z.wav")});
+    EXPECT_FALSE(Items.Records.HoldsPath(Folder.Path("z.wav")));
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(AddFiles, ARecordBeyond16BitsKeepsParentZeroAndTheScanGoesOn) {
+    for (int n = Items.Records.UpperBound(); n < 32767; ++n) Items.Records.Append({});
+    Folder.MakeFile("Music/Rock/a.wav");
+    Folder.MakeFolder("Other");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Last().Index, 0);
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
 TEST_F(AddFiles, AStopIsHeardWhenASubfolderIsFinished) {
     Folder.MakeFile("Music/A/1.wav");
     Folder.MakeFile("Music/A/2.wav");

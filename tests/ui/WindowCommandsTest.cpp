@@ -33,17 +33,24 @@ TEST_F(WindowCommands, FilesPickedInTheDialogAreAddedAndItsFolderIsRemembered) {
 }
 
 TEST_F(WindowCommands, ACancelledDialogChangesNothing) {
+    WriteIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s, u"\\music\\"_s);
     Dialogs().OpenFiles = [](const OpenDialogRequest& /*request*/) { return std::optional<QStringList>(); };
     ClickToolbar(2);
     AddFolderByCommand({});
     EXPECT_EQ(Window->Gathered().Records.UpperBound(), 0);
-    EXPECT_EQ(ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s), QString());
+    EXPECT_EQ(ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s), u"\\music\\"_s);
 }
 
 TEST_F(WindowCommands, NewEmptiesTheCollection) {
     Folder.MakeFile("Music/a.wav");
     AddFolderByCommand(Folder.Path("Music"));
+    Form().LabelFileName->setText(u"a.wav"_s);
+    Form().Label29->setText(u"1 / 1"_s);
+    Rows().AddRow();
     ClickToolbar(1);
+    EXPECT_EQ(Rows().RowCount(), 0);
+    EXPECT_TRUE(Form().LabelFileName->text().isEmpty());
+    EXPECT_TRUE(Form().Label29->text().isEmpty());
     EXPECT_EQ(Nodes(), QStringList{u"My Conversion"_s});
     EXPECT_EQ(Window->Gathered().Records.UpperBound(), 0);
     EXPECT_EQ(Form().LabelDirCount->text(), u"0"_s);
@@ -101,6 +108,8 @@ TEST_F(WindowCommands, SourcesGoToTheTrashWhereThatIsChecked) {
     EXPECT_EQ(IconOf(1), u"converted"_s);
     EXPECT_TRUE(NativeExists(Folder.Native("out/Music/a.mp3")));
     EXPECT_FALSE(NativeExists(Folder.Native("Music/a.wav")));
+    const QByteArray trash = qgetenv("XDG_DATA_HOME") + "/Trash/files/a.wav";
+    EXPECT_TRUE(NativeExists(trash)) << trash.constData();
 }
 
 TEST_F(WindowCommands, OnlyTheStopIsFreeWhileTheInputsAreLocked) {
