@@ -12,9 +12,10 @@ namespace {
 using namespace Qt::StringLiterals;
 
 class StartAndClose : public MainWindowTest {
-protected:
+public:
     ~StartAndClose() override { OverrideEncoderSystemFolder({}); }
 
+protected:
     void Save(const QString& key, const QString& value) {
         WriteIniValue(SettingsFile, u"AudioConverter"_s, key, value);
     }
