@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 QString UniqueStem(const QString& stem, const QString& extension) {
     if (!FileExists(stem + extension)) return stem;
     for (int n = 1;; ++n) {
-        const QString numbered = stem + u'(' + PlainNumber(n) + u')';
+        QString numbered = stem + u'(' + PlainNumber(n) + u')';
         if (!FileExists(numbered + extension)) return numbered;
     }
 }
