@@ -1,0 +1,73 @@
+#include "platform/ShellLaunch.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// A desktop whose opener writes down what it was given.
+class ShellLaunch : public ::testing::Test {
+protected:
+    ShellLaunch() { setenv("PATH", Folder.Native("bin").constData(), 1); }
+
+    void HaveOpener(const QByteArray& name, const QByteArray& body) {
+        Folder.MakeFile("bin/" + name, "#!/bin/sh\n" + body);
+        chmod(Folder.Native("bin/" + name).constData(), 0755);
+    }
+    // What the opener wrote, as soon as it has.
+    QByteArray Written() const {
+        for (int tries = 0; tries < 500 && !NativeExists(Folder.Native("done")); ++tries) usleep(10'000);
+        return ContentOf(Folder.Native("opened"));
+    }
+    QByteArray Recording() const {
+        return "pwd > '" + Folder.Native("opened") + "'; for a; do echo \"$a\" >> '" +
+               Folder.Native("opened") + "'; done; : > '" + Folder.Native("done") + "'\n";
+    }
+
+    TestFolder Folder;
+};
+
+TEST_F(ShellLaunch, HandsAPathOverInTheSystemsFormWithItsFolder) {
+    HaveOpener("xdg-open", Recording());
+    const QString target = Folder.MakeFile("caf\xE9 song.wav");
+    EXPECT_TRUE(LaunchWithDesktop(target, Folder.Path()));
+    EXPECT_EQ(Written(), Folder.Native() + '\n' + Folder.Native("caf\xE9 song.wav") + '\n');
+}
+
+TEST_F(ShellLaunch, HandsAWebAddressOverAsItStands) {
+    HaveOpener("xdg-open", Recording());
+    EXPECT_TRUE(LaunchWithDesktop(u"https://example.org/a.php?d=1&s=2"_s, Folder.Path()));
+    EXPECT_EQ(Written(), Folder.Native() + "\nhttps://example.org/a.php?d=1&s=2\n");
+}
+
+TEST_F(ShellLaunch, TakesTheDesktopsSecondOpenerWhereTheFirstIsMissing) {
+    HaveOpener("gio", Recording());
+    EXPECT_TRUE(LaunchWithDesktop(u"https://example.org/"_s, Folder.Path()));
+    EXPECT_EQ(Written(), Folder.Native() + "\nopen\nhttps://example.org/\n");
+}
+
+TEST_F(ShellLaunch, IsSilentWhereNothingTakesTheTarget) {
+    ::testing::internal::CaptureStderr();
+    LaunchWithDesktop(Folder.Path("none.txt"), Folder.Path());
+    LaunchWithDesktop(QString(), QString());
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(ShellLaunch, NeverWaitsForTheOpener) {
+    HaveOpener("xdg-open", "/bin/sleep 2\n" + Recording());
+    const auto start = std::chrono::steady_clock::now();
+    LaunchWithDesktop(Folder.Path("x"), Folder.Path());
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+    Written();
+}
+
+}  // namespace
+}  // namespace Sonmira
