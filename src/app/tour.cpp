@@ -19,7 +19,9 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QScreen>
+#include <QTabWidget>
 #include <QTimer>
 #include <QToolBar>
 #include <QtTest/QTest>
@@ -78,11 +80,40 @@ void MakeAlbum(const fs::path& music) {
     write(music / "Live at the Pier" / "Harbour lights.mp3", 20, 7);
 }
 
+// Waits for a window of that name, which opens in the middle of something else, and then runs `work` on it.
+void WhenShown(const QString& name, const std::function<void(QWidget&)>& work) {
+    auto* poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, poll, [=] {
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (window->objectName() != name || !window->isVisible()) continue;
+            poll->stop();
+            poll->deleteLater();
+            work(*window);
+            return;
+        }
+    });
+    poll->start(50);
+}
+
+// The pictures of single windows that the help document shows.
+void HelpPicture(QWidget& window, const fs::path& root, const char* name) {
+    window.grab().save(FromNarrow((root / "pictures" / (std::string(name) + ".png")).string()));
+}
+
+// The first start asks for the language.
+void ChooseEnglish(const fs::path& root) {
+    WhenShown(u"Form1"_s, [root](QWidget& form) {
+        QTest::qWait(200);
+        HelpPicture(form, root, "language");
+        auto* list = form.findChild<QListWidget*>(u"ListView1"_s);
+        const QRect english = list->visualItemRect(list->currentItem());
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, english.center());
+    });
+}
+
 class Tour {
 public:
-    Tour(BatchConverter& shown, fs::path root) : Window(shown), Root(std::move(root)) {
-        fs::create_directories(Root / "pictures");
-    }
+    Tour(BatchConverter& shown, fs::path root) : Window(shown), Root(std::move(root)) {}
 
     // Returns whether every row was converted.
     bool Play() {
@@ -92,9 +123,13 @@ public:
         Picture("3-added");
         ChooseOutput();
         Picture("4-format-chosen");
+        HelpPicture(*Window.Form().Picture9, Root, "formats");
         Convert();
         Picture("6-converted");
-        return EveryRowConverted();
+        const bool converted = EveryRowConverted();
+        ShowTag();
+        Picture("7-tag");
+        return converted;
     }
 
 private:
@@ -144,9 +179,16 @@ private:
             if (rows.RowCount() < 2) return;
             half.stop();
             Picture("5-converting");
+            HelpPicture(Window, Root, "main");
         });
         half.start(20);
         Click(5);
+    }
+
+    void ShowTag() {
+        Window.Form().SSTab1->setCurrentIndex(1);
+        Window.Tags().LoadTagPanel(
+            FromNative((Root / "Converted" / "Music" / "Live at the Pier" / "Harbour lights.mp3").string()));
     }
 
     bool EveryRowConverted() {
@@ -183,6 +225,7 @@ int main(int argc, char** argv) {
     }
     fs::remove_all(root);
     fs::create_directories(root / "settings");
+    fs::create_directories(root / "pictures");
     std::ofstream(marker) << "This folder is emptied by the next tour.\n";
     qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString((root / "settings").string()));
     QApplication application(argc, argv);
@@ -191,6 +234,7 @@ int main(int argc, char** argv) {
     InstallQtDialogs();
 
     MakeAlbum(root / "Music");
+    ChooseEnglish(root);
     BatchConverter* shown = nullptr;
     const std::unique_ptr<QWidget> window = Main([&] {
         auto made = std::make_unique<BatchConverter>();
@@ -198,10 +242,12 @@ int main(int argc, char** argv) {
         return made;
     });
     const bool converted = Tour(*shown, root).Play();
-    window->close();
     for (const auto& entry : fs::recursive_directory_iterator(root / "Converted")) {
         if (entry.is_regular_file()) std::printf("output     %s\n", entry.path().c_str());
     }
     std::printf(converted ? "The album is converted.\n" : "The tour failed.\n");
-    return converted ? 0 : 1;
+    std::fflush(stdout);
+    // Closing the main window ends the program at once, with success.
+    if (converted) window->close();
+    return 1;
 }

@@ -23,20 +23,28 @@ Control* Make(QWidget* parent, const QString& name) {
     return control;
 }
 
+// The same with its design caption, which stands until a language file is loaded.
+template <class Control>
+Control* Make(QWidget* parent, const QString& name, const QString& caption) {
+    auto* control = Make<Control>(parent, name);
+    control->setText(caption);
+    return control;
+}
+
 }  // namespace
 
 OutputPanel::OutputPanel(QWidget* parent)
     : QWidget(parent),
-      Label11(Make<QLabel>(this, u"Label11"_s)),
-      CheckOutPath(Make<QCheckBox>(this, u"CheckOutPath"_s)),
-      Label5(Make<QLabel>(this, u"Label5"_s)),
+      Label11(Make<QLabel>(this, u"Label11"_s, u"Output configuration :"_s)),
+      CheckOutPath(Make<QCheckBox>(this, u"CheckOutPath"_s, u"Save in the original's directory"_s)),
+      Label5(Make<QLabel>(this, u"Label5"_s, u"- Output path :"_s)),
       TextOutPath(Make<PathBox>(this, u"TextOutPath"_s)),
       CmdSelectPath(Make<QToolButton>(this, u"CmdSelectPath"_s)),
-      Label6(Make<QLabel>(this, u"Label6"_s)),
+      Label6(Make<QLabel>(this, u"Label6"_s, u"- Output format :"_s)),
       ComboOutFormat(Make<ChoiceList>(this, u"ComboOutFormat"_s)),
-      Label7(Make<QLabel>(this, u"Label7"_s)),
+      Label7(Make<QLabel>(this, u"Label7"_s, u"- Format parameter :"_s)),
       TextOutFormat(Make<QLineEdit>(this, u"TextOutFormat"_s)),
-      Check2(Make<QCheckBox>(this, u"Check2"_s)) {
+      Check2(Make<QCheckBox>(this, u"Check2"_s, u"Remove original file after conversion"_s)) {
     setObjectName(u"Picture9"_s);
     QFont bold = Label11->font();
     bold.setBold(true);

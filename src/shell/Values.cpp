@@ -81,13 +81,6 @@ ScannedNumber ScanNumber(QStringView text) {
     return {isNegative ? -value : value, at};
 }
 
-double WholeNumber(QStringView text) {
-    const QStringView number = WithoutBlanks(text);
-    const ScannedNumber scanned = ScanNumber(number);
-    if (scanned.Length == 0 || scanned.Length != number.size()) throw Failure(FailureNumber::TypeMismatch);
-    return scanned.Value;
-}
-
 template <class Integer>
 Integer Rounded(double number) {
     const double whole = RoundHalfEven(number);
@@ -104,11 +97,18 @@ double LeadingNumber(QStringView text) {
     return ScanNumber(WithoutLeadingBlanks(text)).Value;
 }
 
+double ToNumber(QStringView text) {
+    const QStringView number = WithoutBlanks(text);
+    const ScannedNumber scanned = ScanNumber(number);
+    if (scanned.Length == 0 || scanned.Length != number.size()) throw Failure(FailureNumber::TypeMismatch);
+    return scanned.Value;
+}
+
 qint16 ToInteger16(QStringView text) {
-    return ToInteger16(WholeNumber(text));
+    return ToInteger16(ToNumber(text));
 }
 qint32 ToInteger32(QStringView text) {
-    return ToInteger32(WholeNumber(text));
+    return ToInteger32(ToNumber(text));
 }
 qint16 ToInteger16(double number) {
     return Rounded<qint16>(number);
@@ -121,7 +121,7 @@ bool ToFlag(QStringView text) {
     const QStringView flag = WithoutBlanks(text);
     if (flag.compare(u"True", Qt::CaseInsensitive) == 0) return true;
     if (flag.compare(u"False", Qt::CaseInsensitive) == 0) return false;
-    return WholeNumber(flag) != 0;
+    return ToNumber(flag) != 0;
 }
 
 QString FlagText(bool flag) {

@@ -10,8 +10,10 @@ namespace Sonmira {
 // not belong to a decimal number (sign, digits, one point, an exponent). No number gives 0. Never fails.
 double LeadingNumber(QStringView text);
 
-// The whole text as a number, with blanks around it allowed, rounded with halves to even. Fails with
-// TypeMismatch when the text is empty or no number, with Overflow when it does not fit.
+// The whole text as a number, with blanks around it allowed. Fails with TypeMismatch when the text is empty
+// or no number.
+double ToNumber(QStringView text);
+// The same, rounded with halves to even; fails with Overflow where it does not fit.
 qint16 ToInteger16(QStringView text);
 qint32 ToInteger32(QStringView text);
 qint16 ToInteger16(double number);

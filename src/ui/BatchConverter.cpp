@@ -9,16 +9,15 @@
 #include "library/widgets/FileList.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Paths.h"
-#include "shell/Settings.h"
-#include "shell/widgets/About.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/PathBox.h"
 
 #include <QAction>
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QLabel>
+#include <QTabWidget>
+#include <QToolBar>
 #include <QToolButton>
 
 namespace Sonmira {
@@ -26,11 +25,6 @@ namespace Sonmira {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The least size in twips; 15 twips are one logical pixel at every scale.
-constexpr double LeastWidth = 9195.0;
-constexpr double LeastHeight = 8400.0;
-constexpr double TwipsPerPixel = 15.0;
 
 constexpr int FolderDialogTitleLine = 18;
 
@@ -40,11 +34,13 @@ BatchConverter::BatchConverter()
     : Controls(*this),
       CollectionShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
       RunShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
-      FormatSelector(*Controls.Picture9, FileWenc) {
+      FormatSelector(*Controls.Picture9, FileWenc),
+      Languages(*Controls.Languer),
+      TagPage(Controls.TagPage) {
     setObjectName(u"BatchConverter"_s);
-    setMinimumSize(qRound(LeastWidth / TwipsPerPixel), qRound(LeastHeight / TwipsPerPixel));
     resize(960, 640);
     ConnectEvents();
+    ConnectShellCommands();
     Form_Load();
 }
 
@@ -55,6 +51,8 @@ void BatchConverter::ConnectEvents() {
     const auto menu = [this](QAction* command, auto handler) {
         OnEvent(command, &QAction::triggered, this, handler);
     };
+    // Comes before the command itself: whatever a button does, the tag in memory gives way to it.
+    OnEvent(Controls.Toolbar1, &QToolBar::actionTriggered, this, [this] { TagPage.HideMemory(); });
     const auto newConversion = [this] {
         if (InputsFree()) NewConversion();
     };
@@ -68,15 +66,9 @@ void BatchConverter::ConnectEvents() {
     toolbar(5, [this] { StartRun(); });
     menu(Controls.cancel, [this] { cancel_Click(); });
     toolbar(6, [this] { cancel_Click(); });
-    menu(Controls.about, [this] {
-        if (!InputsLocked) ShowAbout(this);
-    });
-    toolbar(8, [this] { ShowAbout(this); });
-    menu(Controls.Quit, [this] {
-        if (!Run.Busy) close();
-    });
     OnEvent(Controls.StopImg, &QToolButton::clicked, this, [this] { SkipFile(Run); });
     OnEvent(Controls.ClearImg, &QToolButton::clicked, this, [this] { ClearRowsWhenIdle(Run, RunShown); });
+    OnEvent(Controls.SSTab1, &QTabWidget::currentChanged, this, [this] { SSTab1_Click(); });
     OnEvent(Controls.TreeView1, &ConversionTree::FilesDropped, this,
             [this](const QStringList& paths) { AddDrop(paths); });
 }
@@ -117,6 +109,11 @@ void BatchConverter::cancel_Click() {
     CancelEverything(Run, Items);
 }
 
+void BatchConverter::SSTab1_Click() {
+    TagPage.HideMemory();
+    if (Controls.SSTab1->currentWidget() == Controls.TagPage.Picture2) TagPage.Open();
+}
+
 void BatchConverter::SetControlsEnabled(bool enabled) {
     InputsLocked = !enabled;
     for (const int button : {1, 2, 3, 4, 5, 7, 8}) Controls.ToolbarButton(button)->setEnabled(enabled);
@@ -126,27 +123,6 @@ void BatchConverter::SetControlsEnabled(bool enabled) {
     panel.CmdSelectPath->setEnabled(enabled);
     panel.CheckOutPath->setEnabled(enabled);
     panel.Check2->setEnabled(enabled);
-}
-
-void BatchConverter::closeEvent(QCloseEvent* event) {
-    bool cancel = false;
-    Form_QueryUnload(cancel);
-    event->setAccepted(!cancel);
-    if (cancel) return;
-    // A scan, or a run that has not accepted a file yet, ends at its next step instead of going on behind a
-    // window that is gone.
-    Items.StopScan = true;
-    Run.CancelAll = true;
-}
-
-void BatchConverter::Form_QueryUnload(bool& cancel) {
-    const auto keep = [](const QString& key, const QString& value) {
-        WriteIniValue(SettingsFile, u"AudioConverter"_s, key, value);
-    };
-    keep(u"OutputPath"_s, RunShown.TextOutPath());
-    keep(u"Modepath"_s, RunShown.CheckOutPath() ? u"TRUE"_s : u"FALSE"_s);
-    keep(u"Format"_s, RunShown.ComboOutFormat());
-    if (Run.Busy) cancel = true;
 }
 
 }  // namespace Sonmira

@@ -4,6 +4,8 @@
 #include "engine/RunState.h"
 #include "formats/OutputFormatSelector.h"
 #include "library/Collection.h"
+#include "shell/widgets/LanguageMenu.h"
+#include "tags/TagPanel.h"
 #include "ui/BatchCollectionView.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/BatchRunView.h"
@@ -24,6 +26,8 @@ public:
     BatchConverterForm& Form() { return Controls; }
     const RunState& State() const { return Run; }
     const Collection& Gathered() const { return Items; }
+    TagPanel& Tags() { return TagPage; }
+    const LanguageMenu& LanguageItems() const { return Languages; }
 
     // Empties the collection, the tree and the list of rows.
     void NewConversion();
@@ -42,15 +46,22 @@ protected:
 
 private:
     void Form_Load();
-    void LoadLanguage();
+    void ChooseLanguage();
+    void ApplyLanguageOf(int index);
     void LoadSettings();
     void RestoreOutputFolder();
     void RestoreOutputFormat(const QString& wmaSupport);
     void Form_QueryUnload(bool& cancel);
+    void Form_Unload();
     void ConnectEvents();
+    void ConnectShellCommands();
+    void LangueName_Click(int index);
+    void acceptWma_Click();
+    void about_Click();
     void addfile_Click();
     void adddirectory_Click();
     void cancel_Click();
+    void SSTab1_Click();
 
     // Whether a command may start, add or empty something.
     bool InputsFree() const { return !Run.Busy && !Items.ScanRunning && !InputsLocked; }
@@ -63,6 +74,8 @@ private:
     BatchCollectionView CollectionShown;
     BatchRunView RunShown;
     OutputFormatSelector FormatSelector;
+    LanguageMenu Languages;
+    TagPanel TagPage;
     bool InputsLocked = false;
 };
 

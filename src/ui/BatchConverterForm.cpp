@@ -9,7 +9,6 @@
 #include <QBoxLayout>
 #include <QGridLayout>
 #include <QLabel>
-#include <QMenuBar>
 #include <QProgressBar>
 #include <QSplitter>
 #include <QStatusBar>
@@ -29,14 +28,12 @@ Control* Named(Control* control, const QString& name) {
     return control;
 }
 
-QAction* Command(QMenu* menu, const QString& name, QStringView icon) {
-    QAction* const action = Named(menu->addAction(QString()), name);
-    if (!icon.isEmpty()) action->setIcon(OwnIcon(icon));
-    return action;
+QLabel* Caption(const QString& name, const QString& text) {
+    return Named(new QLabel(text), name);
 }
 
-QLabel* Heading(const QString& name) {
-    auto* label = Named(new QLabel, name);
+QLabel* Heading(const QString& name, const QString& text = {}) {
+    QLabel* const label = Caption(name, text);
     QFont bold = label->font();
     bold.setBold(true);
     label->setFont(bold);
@@ -61,8 +58,7 @@ QToolButton* ImageButton(const QString& name, QStringView icon, const QString& a
 
 }  // namespace
 
-BatchConverterForm::BatchConverterForm(QMainWindow& window) {
-    BuildMenus(window);
+BatchConverterForm::BatchConverterForm(QMainWindow& window) : BatchMenus(window), TagPage(window) {
     BuildToolbar(window);
     BuildCollection();
     BuildRun();
@@ -82,22 +78,6 @@ BatchConverterForm::BatchConverterForm(QMainWindow& window) {
 
 QAction* BatchConverterForm::ToolbarButton(int n) const {
     return Toolbar1->actions().at(n - 1);
-}
-
-void BatchConverterForm::BuildMenus(QMainWindow& window) {
-    file = Named(window.menuBar()->addMenu(QString()), u"file"_s);
-    addfile = Command(file, u"addfile"_s, u"add-file");
-    adddirectory = Command(file, u"adddirectory"_s, u"add-directory");
-    mynew = Command(file, u"mynew"_s, u"new");
-    file->addSeparator();
-    Quit = Command(file, u"Quit"_s, {});
-    ActionMenu = Named(window.menuBar()->addMenu(QString()), u"ActionMenu"_s);
-    ConvertAll = Command(ActionMenu, u"ConvertAll"_s, u"convert");
-    cancel = Command(ActionMenu, u"cancel"_s, u"cancel");
-    Informations = Named(window.menuBar()->addMenu(QString()), u"Informations"_s);
-    about = Command(Informations, u"about"_s, u"information");
-    addfile->setShortcut(QKeySequence::Open);
-    Quit->setShortcut(QKeySequence::Quit);
 }
 
 void BatchConverterForm::BuildToolbar(QMainWindow& window) {
@@ -131,12 +111,12 @@ void BatchConverterForm::BuildToolbar(QMainWindow& window) {
 
 void BatchConverterForm::BuildCollection() {
     Picture7 = Named(new QWidget, u"Picture7"_s);
-    Label31 = Heading(u"Label31"_s);
+    Label31 = Heading(u"Label31"_s, u"Files to convert :"_s);
     TreeView1 = Named(new ConversionTree, u"TreeView1"_s);
     TreeView1->setAccessibleName(u"Files to convert"_s);
-    Label1 = Named(new QLabel, u"Label1"_s);
+    Label1 = Caption(u"Label1"_s, u"Directories:"_s);
     LabelDirCount = Heading(u"LabelDirCount"_s);
-    Label2 = Named(new QLabel, u"Label2"_s);
+    Label2 = Caption(u"Label2"_s, u"Files:"_s);
     Label4 = Heading(u"Label4"_s);
 
     auto* counts = new QHBoxLayout;
@@ -149,9 +129,10 @@ void BatchConverterForm::BuildCollection() {
 }
 
 void BatchConverterForm::BuildRun() {
-    Label32 = Named(new QLabel, u"Label32"_s);
+    Label26 = Heading(u"Label26"_s, u"Conversion information :"_s);
+    Label32 = Caption(u"Label32"_s, u"File:"_s);
     LabelFileName = LongText(u"LabelFileName"_s);
-    Label27 = Named(new QLabel, u"Label27"_s);
+    Label27 = Caption(u"Label27"_s, u"Duration:"_s);
     LabelDuration = LongText(u"LabelDuration"_s);
     auto* current = new QGridLayout;
     current->addWidget(Label32, 0, 0);
@@ -163,11 +144,14 @@ void BatchConverterForm::BuildRun() {
     Picture5 = Named(new QWidget, u"Picture5"_s);
     ListViewFiles = Named(new FileList, u"ListViewFiles"_s);
     ListViewFiles->setAccessibleName(u"Conversion progress"_s);
+    ListViewFiles->Rows().SetHeader(FileListModel::TrackColumn, u"Track"_s);
+    ListViewFiles->Rows().SetHeader(FileListModel::FilenameColumn, u"Filename"_s);
+    ListViewFiles->Rows().SetHeader(FileListModel::ProgressColumn, u"Progress"_s);
     mpb = Named(new QProgressBar, u"mpb"_s);
     mpb->setTextVisible(false);
     mpb->setFixedHeight(8);
     mpb->setAccessibleName(u"Progress of the current file"_s);
-    Label28 = Named(new QLabel, u"Label28"_s);
+    Label28 = Caption(u"Label28"_s, u"Directory :"_s);
     Label30 = LongText(u"Label30"_s);
     Label29 = Heading(u"Label29"_s);
     ClearImg = ImageButton(u"ClearImg"_s, u"clear", u"Clear the list"_s);
@@ -187,11 +171,13 @@ void BatchConverterForm::BuildRun() {
     Picture9 = new OutputPanel;
     Picture1 = Named(new QWidget, u"Picture1"_s);
     auto* column = new QVBoxLayout(Picture1);
+    column->addWidget(Label26);
     column->addLayout(current);
     column->addWidget(Picture5, 1);
     column->addWidget(Picture9);
     SSTab1 = Named(new QTabWidget, u"SSTab1"_s);
-    SSTab1->addTab(Picture1, QString());
+    SSTab1->addTab(Picture1, u"Conversion information"_s);
+    SSTab1->addTab(TagPage.Picture2, u"Tag information"_s);
 }
 
 }  // namespace Sonmira

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "tags/TagPanelForm.h"
+#include "ui/BatchMenus.h"
+
 #include <QMainWindow>
 
-class QAction;
 class QLabel;
-class QMenu;
 class QProgressBar;
 class QSplitter;
 class QStatusBar;
@@ -19,25 +20,13 @@ class FileList;
 class OutputPanel;
 
 // The controls of the main window under their design names, laid out and without behaviour. All belong to
-// the window that the form was built on. What the user reads comes from the language file, except design
-// captions that no line covers.
-struct BatchConverterForm {
+// the window that the form was built on. What the user reads comes from the language file; the design
+// captions stand until one is loaded, and where no line covers them.
+struct BatchConverterForm : BatchMenus {
     explicit BatchConverterForm(QMainWindow& window);
 
     // Button n of the toolbar, counted from 1; 4 and 7 are separators.
     QAction* ToolbarButton(int n) const;
-
-    // Menus.
-    QMenu* file;
-    QAction* addfile;
-    QAction* adddirectory;
-    QAction* mynew;
-    QAction* Quit;
-    QMenu* ActionMenu;
-    QAction* ConvertAll;
-    QAction* cancel;
-    QMenu* Informations;
-    QAction* about;
 
     QToolBar* Toolbar1;
     QStatusBar* StatusBar1;
@@ -56,6 +45,7 @@ struct BatchConverterForm {
     // The run, on the right.
     QTabWidget* SSTab1;
     QWidget* Picture1;
+    QLabel* Label26;
     QLabel* Label32;
     QLabel* LabelFileName;
     QLabel* Label27;
@@ -70,8 +60,10 @@ struct BatchConverterForm {
     QToolButton* ClearImg;
     OutputPanel* Picture9;
 
+    // The tag page, beside the page of the run.
+    TagPanelForm TagPage;
+
 private:
-    void BuildMenus(QMainWindow& window);
     void BuildToolbar(QMainWindow& window);
     void BuildCollection();
     void BuildRun();

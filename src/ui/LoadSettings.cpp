@@ -4,17 +4,19 @@
 #include "formats/OutputPanel.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
+#include "platform/NamedMutex.h"
 #include "shell/EncoderGate.h"
-#include "shell/LanguageFiles.h"
 #include "shell/Paths.h"
 #include "shell/Settings.h"
 #include "shell/Values.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Deb.h"
+#include "shell/widgets/Form1.h"
+#include "shell/widgets/MinMaxInfo.h"
 #include "shell/widgets/PathBox.h"
 #include "ui/BatchConverter.h"
-#include "ui/LanguageTargets.h"
 
+#include <QAction>
 #include <QCheckBox>
 #include <QCoreApplication>
 
@@ -23,6 +25,13 @@ namespace Sonmira {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The least size in twips.
+constexpr double LeastWidth = 9195.0;
+constexpr double LeastHeight = 8400.0;
+
+// The place in the language menu that is taken for one run when the picker was closed without a choice.
+constexpr QStringView PlaceWithoutChoice = u"6";
 
 QString SavedValue(const QString& section, const QString& key) {
     return ReadIniValue(SettingsFile, section, key);
@@ -33,18 +42,29 @@ QString SavedValue(const QString& section, const QString& key) {
 void BatchConverter::Form_Load() {
     const QStringList version = QCoreApplication::applicationVersion().split(u'.');
     setWindowTitle(u"Sonmira V"_s + version.value(0) + u'.' + version.value(1));
-    LoadLanguage();
+    HookMinMaxInfo(*this, LeastWidth, LeastHeight);
+    Languages.FillLanguageMenu();
+    CreateNamedMutex(u"Tolvane_SonmiraPack");
+    CreateNamedMutex(u"Global\\Tolvane_SonmiraPack");
+    ChooseLanguage();
+    TagPage.AddGenres();
     NewConversion();
     LoadSettings();
+    TagPage.UseVersion1();
 }
 
-void BatchConverter::LoadLanguage() {
-    const std::vector<LanguageFile> files = FindLanguageFiles();
-    const double saved = LeadingNumber(SavedValue(u"LANGUE"_s, u"VALUE"_s));
-    const bool known = saved >= 0 && saved < static_cast<double>(files.size());
-    const QString path = files.empty() ? ProgramFolder() + u"\\Lang\\English.lng"_s
-                                       : files[known ? static_cast<std::size_t>(saved) : 0].Path;
-    ApplyLanguage(path, Controls);
+void BatchConverter::ChooseLanguage() {
+    const auto saved = [] { return SavedValue(u"LANGUE"_s, u"VALUE"_s); };
+    QString place = saved();
+    if (place.isEmpty()) {
+        Deb::Unload();  // the logo would stand before the picker
+        Form1(this).exec();
+        place = saved();
+    }
+    if (place.isEmpty()) place = PlaceWithoutChoice.toString();
+    const int index = ToInteger16(LeadingNumber(place));
+    // Without a file at that place the design captions stay, and nothing is loaded at all.
+    if (index <= Languages.HighestIndex()) ApplyLanguageOf(index);
 }
 
 void BatchConverter::LoadSettings() {
@@ -59,6 +79,7 @@ void BatchConverter::LoadSettings() {
             WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, wmaSupport);
         }
         Run.WmaSupported = wmaSupport == u"True";
+        Controls.acceptWma->setChecked(Run.WmaSupported);
         Run.Busy = Run.CancelAll = false;
         FormatSelector.SetPlainMp3();
         RestoreOutputFolder();

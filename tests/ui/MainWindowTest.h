@@ -4,10 +4,12 @@
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
 #include "platform/Dialogs.h"
+#include "platform/Processes.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Settings.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/PathBox.h"
+#include "support/ModalAnswer.h"
 #include "support/TestAudio.h"
 #include "support/TestFolder.h"
 #include "ui/BatchConverter.h"
@@ -43,7 +45,25 @@ protected:
         Folder.MakeFolder("settings");
         SettingsFile = SettingsFolder + QStringLiteral("Sonmira.ini");
         Folder.MakeFolder("out");
+        // Not the first start, which asks for a language.
+        WriteIniValue(SettingsFile, QStringLiteral("LANGUE"), QStringLiteral("VALUE"), QStringLiteral(" 0"));
+        Processes().List = [] { return std::vector<RunningProcess>{{QStringLiteral("Sonmira"), OwnId}}; };
+        Processes().End = [this](qint64 id) {
+            Ended.push_back(id);
+            return true;
+        };
         Dialogs().BrowseForFolder = [this](const QString& /*title*/) { return FolderToChoose; };
+    }
+
+    ~MainWindowTest() override {
+        Window.reset();
+        Processes() = RealProcesses;
+    }
+
+    // Closes the window as a user does. The test lives on behind the forced end, so the farewell comes, too.
+    bool CloseWindow() {
+        const ModalAnswer farewell(QStringLiteral("LameEncoder"), [](QWidget& notice) { notice.close(); });
+        return Window->close();
     }
 
     BatchConverter& Open() {
@@ -78,6 +98,9 @@ protected:
         return ReadIniValue(SettingsFile, QStringLiteral("AudioConverter"), key);
     }
 
+    static constexpr qint64 OwnId = 4711;
+    const ProcessFunctions RealProcesses = Processes();
+    std::vector<qint64> Ended;  // processes that were ended by force
     TestFolder Folder;
     TestFolder Shipped;
     QString FolderToChoose;

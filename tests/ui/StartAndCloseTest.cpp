@@ -49,7 +49,7 @@ TEST_F(StartAndClose, FolderModeAndFormatComeBack) {
     Panel().TextOutPath->SetText(Folder.Path("out"));
     Panel().CheckOutPath->setChecked(true);
     Panel().ComboOutFormat->SelectText(u"Ogg"_s);
-    EXPECT_TRUE(Window->close());
+    EXPECT_TRUE(CloseWindow());
     EXPECT_EQ(Setting(u"Modepath"_s), u"TRUE"_s);
 
     Open();
@@ -58,7 +58,7 @@ TEST_F(StartAndClose, FolderModeAndFormatComeBack) {
     EXPECT_EQ(Format(), u"Ogg"_s);
     EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"Vorbis"));
     Panel().CheckOutPath->setChecked(false);
-    Window->close();
+    CloseWindow();
     EXPECT_EQ(Setting(u"Modepath"_s), u"FALSE"_s);
 }
 
@@ -80,7 +80,7 @@ TEST_F(StartAndClose, WithoutTheEncoderMp3IsNotOfferedAndASavedOneBecomesWav) {
     Open();
     EXPECT_EQ(Formats(), (QStringList{u"Wav"_s, u"Ogg"_s}));
     EXPECT_EQ(Format(), u"Wav"_s);
-    Window->close();
+    CloseWindow();
     EXPECT_EQ(Setting(u"Format"_s), u"Wav"_s);
 }
 

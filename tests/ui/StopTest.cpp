@@ -105,14 +105,14 @@ TEST_F(Stop, TheWindowRefusesToCloseDuringARunButKeepsItsSettings) {
     AddFolderByCommand(Folder.Path("Music"));
     bool closed = true;
     WhenReached(1, [&] {
-        closed = Window->close();
+        closed = CloseWindow();
         EXPECT_EQ(Setting(u"Format"_s), u"Mp3"_s);
         ClickToolbar(6);
     });
     ClickToolbar(5);
     EXPECT_FALSE(closed);
     EXPECT_TRUE(Window->isVisible());
-    EXPECT_TRUE(Window->close());
+    EXPECT_TRUE(CloseWindow());
 }
 
 TEST_F(Stop, ClosingBeforeAnyFileWasAcceptedEndsTheRun) {
@@ -121,7 +121,7 @@ TEST_F(Stop, ClosingBeforeAnyFileWasAcceptedEndsTheRun) {
     AddFolderByCommand(Folder.Path("Music"));
     QTimer close;
     close.setSingleShot(true);
-    QObject::connect(&close, &QTimer::timeout, Window.get(), [this] { Window->close(); });
+    QObject::connect(&close, &QTimer::timeout, Window.get(), [this] { CloseWindow(); });
     close.start(1);
     ClickToolbar(5);
     EXPECT_FALSE(Window->isVisible());

@@ -1,5 +1,7 @@
 #include "shell/widgets/ChoiceList.h"
 
+#include "platform/Failure.h"
+
 namespace Sonmira {
 
 ChoiceList::ChoiceList(QWidget* parent) : QComboBox(parent) {
@@ -8,8 +10,12 @@ ChoiceList::ChoiceList(QWidget* parent) : QComboBox(parent) {
 
 void ChoiceList::SelectText(const QString& text) {
     const int index = findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
-    if (index < 0) return;
-    setCurrentIndex(index);
+    if (index >= 0) SelectPlace(index);
+}
+
+void ChoiceList::SelectPlace(int place) {
+    if (place < -1 || place >= count()) throw Failure(FailureNumber::InvalidPropertyValue);
+    setCurrentIndex(place);
     Q_EMIT Click();
 }
 

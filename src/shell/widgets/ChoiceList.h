@@ -14,6 +14,9 @@ public:
 
     // Selects the item of exactly that text. Without one nothing is selected and nothing is raised.
     void SelectText(const QString& text);
+    // Selects the item of that place, counted from 0; -1 selects nothing. Any other place that the list does
+    // not have fails with InvalidPropertyValue.
+    void SelectPlace(int place);
 
 Q_SIGNALS:
     void Click();

@@ -18,18 +18,34 @@ void CallHandler(const Handler& handler, Arguments&&... arguments) {
     }
 }
 
-// Connects a signal to an event handler. A failure that the handler lets through ends in the failure
-// report, here and nowhere else, so that none ever unwinds through the toolkit.
+// Runs what an event asked for. A failure that it lets through ends in the failure report, here and nowhere
+// else, so that none ever unwinds through the toolkit.
+template <class Work>
+void GuardEvent(const Work& work) {
+    try {
+        work();
+    } catch (const Failure& failure) {
+        ReportUncaughtFailure(failure);
+    } catch (const std::exception& error) {
+        ReportUncaughtFailure(Failure(FailureNumber::InvalidCall, FromNarrow(error.what())));
+    }
+}
+
+// Runs a handler that answers for its own failures: the user is told, and the program goes on.
+template <class Work>
+void WithFailureBox(const Work& work) {
+    try {
+        work();
+    } catch (const Failure& failure) {
+        ShowFailureBox(failure);
+    }
+}
+
+// Connects a signal to an event handler under GuardEvent.
 template <class Sender, class Signal, class Handler>
 void OnEvent(Sender* sender, Signal signal, QObject* context, Handler handler) {
     QObject::connect(sender, signal, context, [handler](auto&&... arguments) -> void {
-        try {
-            CallHandler(handler, std::forward<decltype(arguments)>(arguments)...);
-        } catch (const Failure& failure) {
-            ReportUncaughtFailure(failure);
-        } catch (const std::exception& error) {
-            ReportUncaughtFailure(Failure(FailureNumber::InvalidCall, FromNarrow(error.what())));
-        }
+        GuardEvent([&] { CallHandler(handler, std::forward<decltype(arguments)>(arguments)...); });
     });
 }
 

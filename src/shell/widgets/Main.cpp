@@ -1,18 +1,22 @@
 #include "shell/widgets/Main.h"
 
 #include "platform/Failure.h"
+#include "shell/EncoderGate.h"
 #include "shell/Settings.h"
 #include "shell/widgets/Deb.h"
 #include "shell/widgets/FailureReport.h"
+#include "shell/widgets/LameEncoder.h"
 
 #include <QCoreApplication>
 
 namespace Sonmira {
 
 std::unique_ptr<QWidget> Main(const std::function<std::unique_ptr<QWidget>()>& loadMainWindow) {
+    Deb& logo = Deb::Instance();
     LocateSettingsFile();
-    Deb::Instance().show();
+    logo.show();
     QCoreApplication::processEvents();  // so that the logo paints
+    if (!IsLameInstalled()) LameEncoder::ShowNotice();
     try {
         std::unique_ptr<QWidget> window = loadMainWindow();
         window->show();

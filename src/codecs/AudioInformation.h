@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QString>
+
+namespace Sonmira {
+
+// The fields of a tag, as people edit them. Texts hold no padding; an absent text is empty.
+struct TagValues {
+    // The genre number that stands for none and for free text.
+    static constexpr qint16 OtherGenre = 12;
+
+    QString Title;
+    QString Artist;
+    QString Album;
+    QString Comment;
+    QString Copyright;
+    QString URL;
+    QString EncodedBy;
+    QString Composer;
+    QString GenreString;
+    QString OriginalArtist;
+    qint16 Genre = OtherGenre;  // place in the genre table, 0 to 147
+    qint32 Year = 0;            // 0: none
+    qint16 Track = 0;           // 0: none; files of the kind WMA count their first track as 0
+};
+
+// The tags of one file at a time: loaded into the fields, changed there, saved from them. Reads and writes
+// ID3v1 and ID3v2 (MP3, AAC), Vorbis comments (Ogg, FLAC), APEv2 (APE, Musepack), ASF attributes (WMA), MP4
+// atoms (M4A, ALAC) and, in WAV files, ID3v2 beside the INFO list.
+class AudioInformation : public TagValues {
+public:
+    // Which kind of tag the next LoadTag or SaveTag concerns: 1 is ID3v1, 2 is ID3v2. For files that have one
+    // kind of tag both mean that one. Other numbers fail with InvalidPropertyValue.
+    void SetTagKind(qint16 kind);
+    qint16 TagKind() const { return Kind; }
+
+    // Fills all fields from the file; a file without a tag gives empty texts, the genre "other" and zeros.
+    // Fails only for a folder and for a file that is missing or cannot be opened, and leaves the fields then.
+    void LoadTag(const QString& path);
+
+    // Writes the fields into the file. Only what differs from what stands there is changed, so that nothing
+    // that the fields cannot name (pictures, further values, unknown frames) is lost; a field that the format
+    // cannot hold is passed over. A text is cut at its first NUL, which is padding. The file is changed
+    // in a copy that replaces it at the end: a failure leaves it as it was. Fails where there is no such
+    // file, no room, or no tag in files of that format.
+    void SaveTag(const QString& path);
+
+    // The name of a genre, 0 to 147, in the order of ID3v1 and its first extension; else the empty text.
+    static QString GenreName(int index);
+
+private:
+    qint16 Kind = 1;
+};
+
+}  // namespace Sonmira

@@ -1,0 +1,97 @@
+#include "codecs/SafeRewrite.h"
+
+#include "codecs/CHandle.h"
+#include "codecs/Descriptor.h"
+#include "codecs/FileFailure.h"
+
+#include <fcntl.h>
+#include <sys/sendfile.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace Sonmira {
+
+namespace {
+
+// Where the file itself lies, behind any links.
+QByteArray RealPath(const QByteArray& file) {
+    const CHandle<char, std::free> real(realpath(file.constData(), nullptr));
+    if (!real) throw ReadingFailure(errno);
+    return {real.get()};
+}
+
+// The copy, which is removed unless it has taken the file's place.
+class TemporaryCopy {
+public:
+    explicit TemporaryCopy(const QByteArray& file)
+        : Name(file.left(file.lastIndexOf('/') + 1) + ".sonmira-XXXXXX"),
+          Handle(mkostemp(Name.data(), O_CLOEXEC)) {
+        if (!Handle.IsOpen()) throw WritingFailure(errno);
+    }
+    ~TemporaryCopy() {
+        if (!Name.isEmpty()) unlink(Name.constData());
+    }
+    TemporaryCopy(const TemporaryCopy&) = delete;
+    TemporaryCopy& operator=(const TemporaryCopy&) = delete;
+
+    const QByteArray& Path() const { return Name; }
+
+    void FillFrom(int source, qint64 size) {
+        for (qint64 left = size; left > 0;) {
+            const ssize_t copied = sendfile(Handle.Number(), source, nullptr, static_cast<std::size_t>(left));
+            if (copied < 0 && errno == EINTR) continue;
+            if (copied < 0) throw WritingFailure(errno);
+            if (copied == 0) break;  // the file has become shorter meanwhile
+            left -= copied;
+        }
+    }
+
+    void TakeManners(int source, const struct stat& status) const {
+        // Only the system's administrator may give a file away; everybody else keeps what he makes.
+        [[maybe_unused]] const int owned = fchown(Handle.Number(), status.st_uid, status.st_gid);
+        fchmod(Handle.Number(), status.st_mode & 07777);
+        QByteArray names(4096, '\0');
+        const ssize_t size = flistxattr(source, names.data(), static_cast<std::size_t>(names.size()));
+        for (qsizetype at = 0; at < size; at += static_cast<qsizetype>(strlen(names.constData() + at)) + 1) {
+            QByteArray value(65536, '\0');
+            const char* const name = names.constData() + at;
+            const ssize_t length =
+                fgetxattr(source, name, value.data(), static_cast<std::size_t>(value.size()));
+            if (length >= 0) {
+                fsetxattr(Handle.Number(), name, value.constData(), static_cast<std::size_t>(length), 0);
+            }
+        }
+    }
+
+    // What was written by name is on the disk before the name changes hands.
+    void Replace(const QByteArray& file) {
+        if (fsync(Handle.Number()) != 0) throw WritingFailure(errno);
+        if (rename(Name.constData(), file.constData()) != 0) throw WritingFailure(errno);
+        Name.clear();
+    }
+
+private:
+    QByteArray Name;
+    Descriptor Handle;
+};
+
+}  // namespace
+
+void RewriteThroughCopy(const QByteArray& file, const std::function<void(const QByteArray& copy)>& change) {
+    const QByteArray real = RealPath(file);
+    // A rename needs no right to write the file itself, so that right is asked for here.
+    if (access(real.constData(), W_OK) != 0) throw WritingFailure(errno);
+    const Descriptor source(open(real.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (!source.IsOpen() || fstat(source.Number(), &status) != 0) throw ReadingFailure(errno);
+    TemporaryCopy copy(real);
+    copy.FillFrom(source.Number(), status.st_size);
+    change(copy.Path());
+    copy.TakeManners(source.Number(), status);
+    copy.Replace(real);
+}
+
+}  // namespace Sonmira

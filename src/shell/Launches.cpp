@@ -1,0 +1,58 @@
+#include "shell/Launches.h"
+
+#include "platform/Folders.h"
+#include "platform/ShellLaunch.h"
+#include "shell/LanguageFiles.h"
+#include "shell/Settings.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The domain is reserved for examples: whoever publishes the program puts the real host here.
+constexpr QStringView Host = u"https://sonmira.example";
+
+// The line by which a language file says which language it is, and what the French file has there.
+constexpr int LanguageMarkerLine = 93;
+constexpr QStringView FrenchMarker = u"Français";
+
+// The place of French in the language menu.
+constexpr double FrenchIndex = 1;
+
+void OpenPage(QStringView path) {
+    ShellOpen(Host.toString() + path.toString(), ProgramFolder());
+}
+
+}  // namespace
+
+bool ShellOpen(const QString& target, const QString& folder, bool /*ignored*/) {
+    return LaunchWithDesktop(target, folder);
+}
+
+void OpenHelp() {
+    ShellOpen(ProgramFolder() + u"\\Sonmira.chm"_s, ProgramFolder());
+}
+
+void OpenQuestions() {
+    // The menu's place and the loaded texts are two different things that may disagree; this command goes by
+    // the one, the home page by the other.
+    const double language = ToNumber(ReadIniValue(SettingsFile, u"LANGUE"_s, u"VALUE"_s));
+    OpenPage(language == FrenchIndex ? u"/FAQ/FAQ_Sonmira.htm" : u"/FAQ/FAQ_SonmiraEn.htm");
+}
+
+void OpenHomePage() {
+    OpenPage(LanguageLines[LanguageMarkerLine] == FrenchMarker ? u"/" : u"/indexEn.html");
+}
+
+QString EncoderPage() {
+    return Host.toString() + u"/lame_encoder_download.htm"_s;
+}
+
+QString EncoderDownload() {
+    return Host.toString() + u"/download_soft.php?d=5197&s=22"_s;
+}
+
+}  // namespace Sonmira

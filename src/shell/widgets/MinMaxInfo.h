@@ -1,0 +1,17 @@
+#pragma once
+
+class QWidget;
+
+namespace Sonmira {
+
+// Sizes of windows are kept in twips: 15 are one logical pixel, at every scale of the screen.
+inline constexpr double TwipsPerPixel = 15.0;
+
+// Holds a window at that size (in twips) at least and at the size of the screen at most. The screen is looked
+// at once: a later change of it is not seen.
+void HookMinMaxInfo(QWidget& window, double minWidth, double minHeight);
+
+// Lets the window take any size again.
+void UnhookMinMaxInfo(QWidget& window);
+
+}  // namespace Sonmira

@@ -1,0 +1,115 @@
+#include "tags/TagPanel.h"
+
+#include "platform/Failure.h"
+#include "shell/Paths.h"
+#include "shell/Values.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/Events.h"
+#include "tags/TagMemory.h"
+#include "tags/TagPanelForm.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+
+namespace Sonmira {
+
+TagPanel::TagPanel(TagPanelForm& form) : Form(form) {
+    ConnectEvents();
+}
+
+void TagPanel::ConnectEvents() {
+    const auto button = [this](int n, auto handler) {
+        OnEvent(Form.ToolbarButton(n), &QAction::triggered, this, handler);
+    };
+    button(1, [this] { Copy(); });
+    button(2, [this] { Paste(); });
+    button(3, [this] { ToggleMemory(); });
+    button(5, [this] {
+        if (!CurrentTagFile.isEmpty()) LoadTagPanel(QString(CurrentTagFile));
+    });
+    button(7, [this] {
+        if (!CurrentTagFile.isEmpty()) SaveTagPanel();
+    });
+    OnEvent(Form.Command3, &QPushButton::clicked, this, [this] { SaveTagPanel(); });
+    OnEvent(Form.Fields->infoGenre, &ChoiceList::Click, this, [this] { infoGenre_Click(); });
+    for (int index = 0; index < 2; ++index) {
+        OnEvent(Form.Fields->Option1[static_cast<std::size_t>(index)], &QRadioButton::toggled, this,
+                [this, index](bool on) {
+                    if (on) Option1_Click(index);
+                });
+    }
+}
+
+void TagPanel::AddGenres() {
+    Form.Fields->AddGenres();
+}
+
+void TagPanel::UseVersion1() {
+    Information.SetTagKind(1);
+    Form.Fields->ApplyTagKind(Information.TagKind());
+}
+
+void TagPanel::Open() {
+    // Selecting the option is a click on it, which shows the current file again; it comes where the option
+    // changes only.
+    Form.Fields->Option1[1]->setChecked(true);
+    Information.SetTagKind(2);
+    Form.Fields->ApplyTagKind(Information.TagKind());
+}
+
+void TagPanel::LoadTagPanel(const QString& path) {
+    CurrentTagFile = path;
+    const bool shown = PassOver([&] {
+        Information.LoadTag(path);
+        Form.Fields->infoGenreS->clear();
+        // The object counts the tracks of these files from 0, the screen from 1.
+        Form.Fields->Show(Information, EndsInUpper(path, u"WMA") ? 1 : 0);
+    });
+    if (!shown) Form.Fields->Clear();
+    Form.Command3->setEnabled(shown);
+}
+
+void TagPanel::SaveTagPanel() {
+    PassOver([this] {
+        Form.Fields->Give(Information);
+        // The number goes back as it went out, also for files whose tracks count from 0: their track moves up
+        // by one with each load and save, which is how it has always been.
+        Form.Fields->infoTrack->setText(PlainNumber(Information.Track));
+        Form.Command3->setEnabled(false);
+        Information.SaveTag(CurrentTagFile);
+    });
+}
+
+void TagPanel::Option1_Click(int index) {
+    Information.SetTagKind(static_cast<qint16>(index + 1));
+    Form.Fields->ApplyTagKind(Information.TagKind());
+    if (!CurrentTagFile.isEmpty()) LoadTagPanel(QString(CurrentTagFile));
+}
+
+void TagPanel::infoGenre_Click() {
+    if (Information.TagKind() == 2) Form.Fields->infoGenreS->setText(Form.Fields->infoGenre->currentText());
+}
+
+void TagPanel::Copy() {
+    Form.Picture4->Remember(Form.Fields->Texts());
+}
+
+void TagPanel::Paste() {
+    Form.Fields->SetTexts(Form.Picture4->Texts());
+}
+
+void TagPanel::ToggleMemory() {
+    if (Form.Picture4->isHidden()) {
+        Form.ShowMemory();
+    } else {
+        HideMemory();
+    }
+}
+
+void TagPanel::HideMemory() {
+    Form.Picture4->hide();
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "codecs/AudioInformation.h"
+
+#include <QObject>
+
+namespace Sonmira {
+
+struct TagPanelForm;
+
+// The behaviour of the tag page: the tag of one file, shown, changed and saved without converting it, and a
+// memory of one tag. Nothing here ever says a word: what fails empties the fields or leaves the file alone.
+class TagPanel : public QObject {
+    Q_OBJECT
+
+public:
+    // The form outlives the panel.
+    explicit TagPanel(TagPanelForm& form);
+
+    // The steps of the window's load: the genres, and version 1 in force.
+    void AddGenres();
+    void UseVersion1();
+    // The page is opened: version 2 is in force again.
+    void Open();
+
+    // Shows the tag of a file and remembers its path, also where that fails: the fields are empty then.
+    void LoadTagPanel(const QString& path);
+    // Saves the fields to the file that is shown. Where a field is no number nothing is saved.
+    void SaveTagPanel();
+
+    void HideMemory();
+
+    // Shared with the conversion, which reads and writes tags through the same object.
+    AudioInformation& Tag() { return Information; }
+    const QString& CurrentFile() const { return CurrentTagFile; }
+
+private:
+    void ConnectEvents();
+    void Option1_Click(int index);
+    void infoGenre_Click();
+    void Copy();
+    void Paste();
+    void ToggleMemory();
+
+    TagPanelForm& Form;
+    AudioInformation Information;
+    QString CurrentTagFile;  // outlives the file's place in the collection
+};
+
+}  // namespace Sonmira
