@@ -1,8 +1,12 @@
+#include "platform/NativePath.h"
 #include "shell/Settings.h"
 #include "support/TestFolder.h"
 #include "support/Tool.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
 
 namespace Sonmira {
 namespace {
@@ -33,7 +37,7 @@ TEST(Journey, TheTourEndsWithConvertedFilesOfTheRightLength) {
     const ToolResult tour = OnDisplay({Program("sonmira_tour"), folder.Native("tour")});
     ASSERT_EQ(tour.ExitCode, 0) << tour.Output.constData() << tour.Errors.constData();
     for (const char* picture : {"1-started", "2-choosing-the-folder", "3-added", "4-format-chosen",
-                                "5-converting", "6-converted"}) {
+                                "5-converting", "6-converted", "7-tag"}) {
         EXPECT_GT(ContentOf(folder.Native("tour/pictures/" + QByteArray(picture) + ".png")).size(), 5000)
             << picture;
     }
@@ -45,22 +49,94 @@ TEST(Journey, TheTourEndsWithConvertedFilesOfTheRightLength) {
     EXPECT_TRUE(NativeExists(music + "/Empty"));
 }
 
-TEST(Journey, TheProgramStartsAndKeepsThreeSettingsWhenItsWindowIsClosed) {
-    // Waits for the main window, closes it as a user does, and waits for the program to end.
-    const QByteArray script =
-        "\"$0\" & program=$!; "
-        "window=$(timeout 60 xdotool search --sync --onlyvisible --name '^Sonmira V2' | tail -1); "
-        "xdotool windowactivate --sync \"$window\"; sleep 0.5; xdotool key ctrl+q; "
-        "(sleep 20; kill -9 $program 2>/dev/null) & wait $program";
-    const ToolResult closed = OnDisplay({"bash", "-c", script, Program("sonmira")});
-    ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+// The settings file, where the entry routine looks for it.
+QByteArray SettingsContent() {
     LocateSettingsFile();
-    const auto saved = [](const QString& key) {
-        return ReadIniValue(SettingsFile, u"AudioConverter"_s, key);
-    };
-    EXPECT_EQ(saved(u"Format"_s), u"Mp3"_s);
-    EXPECT_EQ(saved(u"Modepath"_s), u"FALSE"_s);
-    EXPECT_FALSE(saved(u"OutputPath"_s).isEmpty());
+    return ContentOf(ToNative(SettingsFile)).replace("\r\n", "\n");
+}
+
+// Starts the program on a display of its own and plays `script`, in which $program is its process; waits for
+// its end, and ends it after a while in any case. `wait_for NAME` prints the id of the window of that title.
+ToolResult Play(const QByteArray& script, const QByteArray& program = Program("sonmira")) {
+    const QByteArray frame =
+        "wait_for() { timeout 60 xdotool search --sync --onlyvisible --name \"$1\" | tail -1; }; "
+        "press() { xdotool windowactivate --sync \"$1\"; sleep 0.3; xdotool key \"$2\"; }; "
+        "\"$0\" & program=$!; " +
+        script + "; (sleep 20; kill -9 $program 2>/dev/null) & wait $program";
+    return OnDisplay({"bash", "-c", frame, program});
+}
+
+TEST(Journey, AFirstStartAsksForTheLanguageAndKeepsThreeSettingsAtTheClose) {
+    const TestFolder folder;
+    // Return takes the marked row, which is English.
+    const ToolResult closed = Play(
+        "press \"$(wait_for '^Sonmira - Language')\" Return; "
+        "window=$(wait_for '^Sonmira V2.1$'); sleep 0.3; "
+        "cp \"$XDG_CONFIG_HOME/SonmiraPack/Sonmira.ini\" '" +
+        folder.Native("before") + "'; press \"$window\" ctrl+q");
+    ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+    EXPECT_EQ(ContentOf(folder.Native("before")).replace("\r\n", "\n"),
+              "[LANGUE]\nVALUE= 0\n[LAUNCH]\nVALUE=True\n[WMA]\nWMASUPPORT=False\n");
+    const QByteArray after = SettingsContent();
+    EXPECT_TRUE(after.contains("Format=Mp3\n")) << after.constData();
+    EXPECT_TRUE(after.contains("Modepath=FALSE\n"));
+    EXPECT_TRUE(after.contains("OutputPath="));
+}
+
+TEST(Journey, APickerThatIsClosedIsThereAgainAtTheNextStart) {
+    for (int start = 1; start <= 2; ++start) {
+        const ToolResult closed = Play(
+            "press \"$(wait_for '^Sonmira - Language')\" Escape; "
+            "press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q");
+        ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+        EXPECT_FALSE(SettingsContent().contains("LANGUE"));
+    }
+}
+
+TEST(Journey, ASettingsFileEditedByHandSurvives) {
+    LocateSettingsFile();
+    const QByteArray edited =
+        "; my settings\r\n[langue]\r\nvalue= 2\n\n[Mine]\nkept = \"as it is\" ; and this\r\nno key here\n"
+        "[AUDIOCONVERTER]\nformat=Ogg\r\nOther=1\n";
+    std::ofstream(ToNative(SettingsFile).toStdString(), std::ios::binary) << edited.toStdString();
+    const ToolResult closed = Play("press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q");
+    ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+    const QByteArray after = ContentOf(ToNative(SettingsFile));
+    EXPECT_TRUE(
+        after.startsWith("; my settings\r\n[langue]\r\nvalue= 2\n\n[Mine]\nkept = \"as it is\" ; and this\r\n"
+                         "no key here\n[AUDIOCONVERTER]\nformat=Ogg\r\nOther=1\n"))
+        << after.constData();
+    EXPECT_TRUE(after.contains("Modepath=FALSE"));
+}
+
+TEST(Journey, TheSettingsLieBesideTheProgramWhereTheirFolderIsMissing) {
+    const TestFolder folder;
+    // A copy of the program, with its languages, in a folder of its own.
+    const ToolResult copied = RunTool({"cp", "-r", Program("sonmira"), Program("Lang"), folder.Native()});
+    ASSERT_EQ(copied.ExitCode, 0);
+    qputenv("XDG_CONFIG_HOME", folder.Native("no such folder"));
+    const ToolResult closed = Play(
+        "press \"$(wait_for '^Sonmira - Language')\" Return; press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q",
+        folder.Native("sonmira"));
+    ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+    EXPECT_TRUE(ContentOf(folder.Native("Sonmira.ini")).contains("Format=Mp3"));
+}
+
+TEST(Journey, TheHelpDocumentHoldsEveryPage) {
+    const TestFolder folder;
+    const ToolResult extracted = RunTool({"extract_chmLib", Program("Sonmira.chm"), folder.Native("pages")});
+    ASSERT_EQ(extracted.ExitCode, 0) << extracted.Errors.constData();
+    int pages = 0;
+    for (const auto& file : std::filesystem::recursive_directory_iterator(SONMIRA_HELP)) {
+        const std::string ending = file.path().extension().string();
+        if (ending != ".html" && ending != ".css" && ending != ".png") continue;
+        const auto name = std::filesystem::relative(file.path(), SONMIRA_HELP).string();
+        EXPECT_EQ(ContentOf(folder.Native("pages/" + QByteArray::fromStdString(name))),
+                  ContentOf(QByteArray::fromStdString(file.path().string())))
+            << name;
+        ++pages;
+    }
+    EXPECT_GE(pages, 15);
 }
 
 }  // namespace

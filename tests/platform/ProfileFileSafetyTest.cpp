@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <filesystem>
 #include <thread>
 
@@ -135,43 +136,56 @@ TEST(ProfileFileSafety, AFileTooLargeForSettingsIsLeftAlone) {
     EXPECT_FALSE(WriteProfileValue(file, u"S", u"k", u"2"));
 }
 
-void WriteTwoHundred(const QString& file, const QString& prefix) {
-    for (int i = 0; i < 200; ++i) {
+void WriteAThousand(const QString& file, const QString& prefix) {
+    for (int i = 0; i < 1000; ++i) {
         if (!WriteProfileValue(file, u"S", prefix + QString::number(i), QString::number(i))) _exit(1);
     }
 }
 
-void ExpectTwoHundred(const QString& file, const QString& prefix) {
-    for (int i = 0; i < 200; ++i) {
+void ExpectAThousand(const QString& file, const QString& prefix) {
+    for (int i = 0; i < 1000; ++i) {
         EXPECT_EQ(ReadProfileValue(file, u"S", prefix + QString::number(i)), QString::number(i));
     }
 }
 
-TEST(ProfileFileSafety, TwoProgramsThatWriteAtOnceLoseNothing) {
+// Whether the content is what some number of whole writes leave behind.
+bool IsWhole(const QByteArray& content) {
+    return content.isEmpty() || (content.startsWith("[S]") && content.endsWith('\n'));
+}
+
+TEST(ProfileFileSafety, TwoProgramsThatWriteAtOnceLoseNothingAndNobodySeesAHalfWrittenFile) {
     const TestFolder folder;
     const QString file = folder.Path("a.ini");
+    std::atomic<bool> done = false;
+    std::atomic<int> halves = 0;
+    std::thread reader([&] {
+        while (!done) halves += IsWhole(ContentOf(folder.Native("a.ini"))) ? 0 : 1;
+    });
     const pid_t other = fork();
     ASSERT_GE(other, 0);
     if (other == 0) {
-        WriteTwoHundred(file, u"other"_s);
+        WriteAThousand(file, u"other"_s);
         _exit(0);
     }
-    WriteTwoHundred(file, u"own"_s);
+    WriteAThousand(file, u"own"_s);
     int status = -1;
     waitpid(other, &status, 0);
     EXPECT_EQ(status, 0);
-    ExpectTwoHundred(file, u"own"_s);
-    ExpectTwoHundred(file, u"other"_s);
+    done = true;
+    reader.join();
+    EXPECT_EQ(halves, 0);
+    ExpectAThousand(file, u"own"_s);
+    ExpectAThousand(file, u"other"_s);
 }
 
 TEST(ProfileFileSafety, TwoThreadsThatWriteAtOnceLoseNothing) {
     const TestFolder folder;
     const QString file = folder.Path("a.ini");
-    std::thread other([&] { WriteTwoHundred(file, u"other"_s); });
-    WriteTwoHundred(file, u"own"_s);
+    std::thread other([&] { WriteAThousand(file, u"other"_s); });
+    WriteAThousand(file, u"own"_s);
     other.join();
-    ExpectTwoHundred(file, u"own"_s);
-    ExpectTwoHundred(file, u"other"_s);
+    ExpectAThousand(file, u"own"_s);
+    ExpectAThousand(file, u"other"_s);
 }
 
 TEST(ProfileFileSafety, AWriteWaitsForTheLockOfTheFolder) {

@@ -19,6 +19,11 @@ protected:
     void Save(const QString& key, const QString& value) {
         WriteIniValue(SettingsFile, u"AudioConverter"_s, key, value);
     }
+    // What the entry routine finds where it looks for the settings.
+    static void HaveChosenALanguage() {
+        LocateSettingsFile();
+        WriteIniValue(SettingsFile, u"LANGUE"_s, u"VALUE"_s, u" 0"_s);
+    }
     void TakeEncoderAway() { OverrideEncoderSystemFolder(Folder.MakeFolder("no-encoder")); }
     QString Format() { return Panel().ComboOutFormat->currentText(); }
     QStringList Formats() {
@@ -93,6 +98,7 @@ TEST_F(StartAndClose, AMissingWmaSupportIsWrittenAsFalseAtOnce) {
 
 TEST_F(StartAndClose, ALanguageFileThatIsTooShortEndsInTheFailureReport) {
     Shipped.MakeFile("English.lng", "File\nAdd\n");
+    HaveChosenALanguage();
     QString said;
     bool ended = false;
     Dialogs().ShowMessage = [&](const QString& text, MessageIcon /*icon*/, const QString& /*title*/) {
@@ -139,6 +145,7 @@ TEST_F(StartAndClose, ASavedFormatThatIsNoneSelectsNothing) {
 }
 
 TEST_F(StartAndClose, TheLogoStandsUntilTheSettingsAreRestored) {
+    HaveChosenALanguage();
     bool logoStood = false;
     const std::unique_ptr<QWidget> window = Main([&] {
         for (const QWidget* widget : QApplication::topLevelWidgets()) {
