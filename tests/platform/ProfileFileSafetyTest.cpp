@@ -136,14 +136,14 @@ TEST(ProfileFileSafety, AFileTooLargeForSettingsIsLeftAlone) {
     EXPECT_FALSE(WriteProfileValue(file, u"S", u"k", u"2"));
 }
 
-void WriteAThousand(const QString& file, const QString& prefix) {
-    for (int i = 0; i < 1000; ++i) {
+void WriteNumbered(const QString& file, const QString& prefix, int count) {
+    for (int i = 0; i < count; ++i) {
         if (!WriteProfileValue(file, u"S", prefix + QString::number(i), QString::number(i))) _exit(1);
     }
 }
 
-void ExpectAThousand(const QString& file, const QString& prefix) {
-    for (int i = 0; i < 1000; ++i) {
+void ExpectNumbered(const QString& file, const QString& prefix, int count) {
+    for (int i = 0; i < count; ++i) {
         EXPECT_EQ(ReadProfileValue(file, u"S", prefix + QString::number(i)), QString::number(i));
     }
 }
@@ -164,28 +164,28 @@ TEST(ProfileFileSafety, TwoProgramsThatWriteAtOnceLoseNothingAndNobodySeesAHalfW
     const pid_t other = fork();
     ASSERT_GE(other, 0);
     if (other == 0) {
-        WriteAThousand(file, u"other"_s);
+        WriteNumbered(file, u"other"_s, 1000);
         _exit(0);
     }
-    WriteAThousand(file, u"own"_s);
+    WriteNumbered(file, u"own"_s, 1000);
     int status = -1;
     waitpid(other, &status, 0);
     EXPECT_EQ(status, 0);
     done = true;
     reader.join();
     EXPECT_EQ(halves, 0);
-    ExpectAThousand(file, u"own"_s);
-    ExpectAThousand(file, u"other"_s);
+    ExpectNumbered(file, u"own"_s, 1000);
+    ExpectNumbered(file, u"other"_s, 1000);
 }
 
 TEST(ProfileFileSafety, TwoThreadsThatWriteAtOnceLoseNothing) {
     const TestFolder folder;
     const QString file = folder.Path("a.ini");
-    std::thread other([&] { WriteAThousand(file, u"other"_s); });
-    WriteAThousand(file, u"own"_s);
+    std::thread other([&] { WriteNumbered(file, u"other"_s, 200); });
+    WriteNumbered(file, u"own"_s, 200);
     other.join();
-    ExpectAThousand(file, u"own"_s);
-    ExpectAThousand(file, u"other"_s);
+    ExpectNumbered(file, u"own"_s, 200);
+    ExpectNumbered(file, u"other"_s, 200);
 }
 
 TEST(ProfileFileSafety, AWriteWaitsForTheLockOfTheFolder) {
