@@ -6,6 +6,7 @@
 #include "codecs/MemoryChecked.h"
 #include "codecs/OutputFormat.h"
 #include "codecs/VorbisWriter.h"
+#include "codecs/WmaFormats.h"
 #include "platform/Failure.h"
 
 namespace Sonmira {
@@ -35,7 +36,11 @@ AudioFile::~AudioFile() = default;
 
 void AudioFile::OpenForRead(const QString& path) {
     Reader.reset();
-    Reader = WithMemoryChecked([&] { return std::make_unique<Reading>(path); });
+    auto opened = WithMemoryChecked([&] { return std::make_unique<Reading>(path); });
+    if (!WmaEnabled && IsWma(opened->Media.Media())) {
+        throw Failure(FailureNumber::Component, u"The reading of WMA files is switched off"_s);
+    }
+    Reader = std::move(opened);
 }
 
 AudioBlock AudioFile::ReadBlock(qint64 size) {
@@ -110,6 +115,18 @@ void AudioFile::SetFormatOggVorbis(int frequency, int channels, std::optional<in
     const VorbisFormat format{frequency, channels, nominal, minimum, maximum, quality};
     Writer->Format.reset();
     if (IsVorbisFormat(format)) Writer->Format = format;
+}
+
+void AudioFile::SelectWmaFormat(int number) {
+    Writer->Format.reset();
+    if (!WmaEnabled) return;
+    if (const auto format = WmaFormatOf(number)) Writer->Format = *format;
+}
+
+void AudioFile::EnableWma(bool enabled) {
+    WmaEnabled = enabled;
+    const bool isWma = Writer->Format && std::holds_alternative<WmaFormat>(*Writer->Format);
+    if (!enabled && isWma) Writer->Format.reset();
 }
 
 QString AudioFile::FormatString() const {
