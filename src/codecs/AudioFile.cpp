@@ -3,36 +3,15 @@
 #include "codecs/FileWriting.h"
 #include "codecs/LameLibrary.h"
 #include "codecs/MediaReader.h"
+#include "codecs/MemoryChecked.h"
 #include "codecs/OutputFormat.h"
 #include "codecs/VorbisWriter.h"
+#include "codecs/WmaFormats.h"
 #include "platform/Failure.h"
-
-#include <new>
-#include <stdexcept>
-#include <system_error>
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// Runs one call of the libraries. What the C++ library throws there is memory that ran out, of which a
-// hostile file may be the cause, or a thread that could not be had: a failure of that file, not of the
-// program.
-template <class Call>
-auto WithMemoryChecked(Call&& call) {
-    try {
-        return call();
-    } catch (const std::bad_alloc&) {
-    } catch (const std::length_error&) {
-    } catch (const std::system_error& error) {
-        throw Failure(FailureNumber::Component, QString::fromLocal8Bit(error.what()));
-    }
-    throw Failure(FailureNumber::Component, u"Not enough memory for this file"_s);
-}
-
-}  // namespace
 
 class AudioFile::Reading {
 public:
@@ -57,7 +36,11 @@ AudioFile::~AudioFile() = default;
 
 void AudioFile::OpenForRead(const QString& path) {
     Reader.reset();
-    Reader = WithMemoryChecked([&] { return std::make_unique<Reading>(path); });
+    auto opened = WithMemoryChecked([&] { return std::make_unique<Reading>(path); });
+    if (!WmaEnabled && IsWma(opened->Media.Media())) {
+        throw Failure(FailureNumber::Component, u"The reading of WMA files is switched off"_s);
+    }
+    Reader = std::move(opened);
 }
 
 AudioBlock AudioFile::ReadBlock(qint64 size) {
@@ -132,6 +115,18 @@ void AudioFile::SetFormatOggVorbis(int frequency, int channels, std::optional<in
     const VorbisFormat format{frequency, channels, nominal, minimum, maximum, quality};
     Writer->Format.reset();
     if (IsVorbisFormat(format)) Writer->Format = format;
+}
+
+void AudioFile::SelectWmaFormat(int number) {
+    Writer->Format.reset();
+    if (!WmaEnabled) return;
+    if (const auto format = WmaFormatOf(number)) Writer->Format = *format;
+}
+
+void AudioFile::EnableWma(bool enabled) {
+    WmaEnabled = enabled;
+    const bool isWma = Writer->Format && std::holds_alternative<WmaFormat>(*Writer->Format);
+    if (!enabled && isWma) Writer->Format.reset();
 }
 
 QString AudioFile::FormatString() const {

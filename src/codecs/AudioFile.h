@@ -9,7 +9,7 @@ namespace Sonmira {
 
 // The audio file object. The program has two: one reads (FileRenc), one writes (FileWenc); each can do
 // both. It reads whatever FFmpeg's libraries read and writes PCM WAV, MP3 (through the encoder library in
-// the system folder, loaded at run time) and Ogg Vorbis.
+// the system folder, loaded at run time), Ogg Vorbis and Windows Media Audio.
 //
 // The output format is set once and stays for all files until another is set. A refused format leaves
 // FormatString empty and OpenForWrite failing; nothing else about the object changes.
@@ -54,6 +54,14 @@ public:
                             std::optional<int> minimum = {}, std::optional<int> maximum = {},
                             std::optional<int> quality = {});
 
+    // Windows Media Audio in the format of that number, 1 to 51 (WmaFormats.h). Refused while WMA support is
+    // off.
+    void SelectWmaFormat(int number);
+
+    // Switches WMA support; it is on unless switched off. Without it WMA files are refused by OpenForRead,
+    // whatever their names, and a WMA format is none.
+    void EnableWma(bool enabled);
+
     // One line about the current format; empty when the last one set was refused or none was set.
     QString FormatString() const;
 
@@ -62,6 +70,7 @@ private:
     class Writing;
     std::unique_ptr<Reading> Reader;
     std::unique_ptr<Writing> Writer;
+    bool WmaEnabled = true;
 };
 
 }  // namespace Sonmira

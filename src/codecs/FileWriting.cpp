@@ -18,6 +18,9 @@ ResamplerPrecision PrecisionFor(const OutputFormat& format) {
 FileWriting::FileWriting(QStringView path, const OutputFormat& format)
     : Format(format), Encoder(MakeSoundWriter(format)), File(path) {}
 
+FileWriting::FileWriting(OutputFile file, const OutputFormat& format)
+    : Format(format), Encoder(MakeSoundWriter(format)), File(std::move(file)) {}
+
 void FileWriting::SetSource(StreamFormat source) {
     if (Worker) throw Failure(FailureNumber::InvalidCall);
     if (source.Rate < 1 || source.Channels < 1) throw Failure(FailureNumber::InvalidCall);

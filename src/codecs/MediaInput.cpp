@@ -182,6 +182,19 @@ const AVStream& MediaInput::Sound() const {
     return *Libraries->Sound;
 }
 
+bool IsWma(const MediaInput& input) {
+    switch (input.Sound().codecpar->codec_id) {
+        case AV_CODEC_ID_WMAV1:
+        case AV_CODEC_ID_WMAV2:
+        case AV_CODEC_ID_WMAPRO:
+        case AV_CODEC_ID_WMALOSSLESS:
+        case AV_CODEC_ID_WMAVOICE:
+            return true;
+        default:
+            return std::string_view(input.Container().iformat->name) == "asf";
+    }
+}
+
 Failure MediaFailure(int code) {
     switch (code) {
         case AVERROR_STREAM_NOT_FOUND:

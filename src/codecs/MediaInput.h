@@ -38,6 +38,9 @@ private:
     std::unique_ptr<Parts> Libraries;
 };
 
+// Whether the file is one of Windows Media: in the ASF container, or with a codec of that family in another.
+bool IsWma(const MediaInput& input);
+
 // What an error code of FFmpeg's libraries says to people.
 Failure MediaFailure(int code);
 // The file holds sound, but none that can be decoded.

@@ -22,7 +22,9 @@ constexpr int MostRate = 6'200'000;
 
 }  // namespace
 
-MediaReader::MediaReader(QStringView path) : Input(std::make_shared<const InputFile>(path)), Decoder(Input) {
+MediaReader::MediaReader(QStringView path) : MediaReader(std::make_shared<const InputFile>(path)) {}
+
+MediaReader::MediaReader(std::shared_ptr<const InputFile> file) : Input(std::move(file)), Decoder(Input) {
     DecodeFirst();
     if (Format().Rate < 1 || Format().Rate > MostRate || Format().Channels < 1) throw DamagedFile();
     End = SoundEnd(Input, Format().Rate);
@@ -91,6 +93,19 @@ AudioBlock MediaReader::Read(qint64 size) {
 
 bool MediaReader::IsCutShort() const {
     return FramesGiven < LeastLength(Input, Format().Rate) || MissingWavBytes(*Input.File()) > 0;
+}
+
+bool MediaReader::IsExact() const {
+    return IsLossless(Input.Sound().codecpar->codec_id);
+}
+
+int MediaReader::Bits() const {
+    if (!IsExact()) return 16;
+    if (Samples->Type() == SampleType::Float32) return 32;
+    const AVCodecParameters& sound = *Input.Sound().codecpar;
+    const int told = sound.bits_per_raw_sample > 0 ? sound.bits_per_raw_sample : sound.bits_per_coded_sample;
+    const int held = Samples->Type() == SampleType::Int16 ? 16 : 32;
+    return told > 0 ? std::min((told + 7) / 8 * 8, held) : held;
 }
 
 qint64 MediaReader::Length() {

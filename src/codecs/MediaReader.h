@@ -3,6 +3,7 @@
 #include "codecs/FrameSamples.h"
 #include "codecs/MediaInput.h"
 #include "codecs/SoundDecoder.h"
+#include "codecs/SoundReader.h"
 
 #include <QStringView>
 
@@ -14,21 +15,24 @@ namespace Sonmira {
 // Reads the sound of one file of any format that FFmpeg's libraries know, as blocks of interleaved frames
 // in the width of the decoder. What cannot be decoded in a damaged file is left out; a file of which
 // nothing can be decoded is refused.
-class MediaReader {
+class MediaReader final : public SoundReader {
 public:
-    // Opens the file at an inner path and decodes its first frames. Fails with a text for people.
+    // Opens the file at an inner path, or one that is open already, and decodes its first frames. Fails with
+    // a text for people.
     explicit MediaReader(QStringView path);
+    explicit MediaReader(std::shared_ptr<const InputFile> file);
 
-    // The next frames: whole ones, one at least, and beyond that no more than `size` bytes and no more than
-    // a bounded amount. Empty at the end. Fails when the drive does, and at the end when frames of a lossless
-    // file were damaged or a good part of a lossy one is missing: what was given is right but not whole.
-    AudioBlock Read(qint64 size);
+    AudioBlock Read(qint64 size) override;
+    const StreamFormat& Format() const override { return Samples->Format(); }
+    int Bits() const override;
+    qint64 Length() override;
 
-    const StreamFormat& Format() const { return Samples->Format(); }
     // Bytes of one frame.
     std::size_t FrameSize() const { return Samples->FrameSize(); }
-    // Frames of the whole file, found out at the first call; may take a reading of the file.
-    qint64 Length();
+    // The container and its sound stream, for what they say beside the sound.
+    const MediaInput& Media() const { return Input; }
+    // Whether the file gives back the very samples that it was made from.
+    bool IsExact() const;
 
 private:
     void DecodeFirst();

@@ -22,6 +22,8 @@ public:
     void Write(std::span<const std::byte> bytes);
     // Overwrites bytes that were written before, from byte `position` on.
     void Patch(qint64 position, std::span<const std::byte> bytes);
+    // The open file, for a program that writes it in this object's place.
+    int Number() const { return File.Number(); }
     // Bytes written so far.
     qint64 Size() const { return Written; }
     // Puts everything on its way to the disk and closes. The file is closed even when this fails.

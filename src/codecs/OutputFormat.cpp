@@ -44,6 +44,10 @@ struct TextWriter {
         return u"Ogg Vorbis %1, %2"_s.arg(StreamText(format.Frequency, format.Channels),
                                           VorbisRateText(format));
     }
+    QString operator()(const WmaFormat& format) const {
+        return u"Windows Media Audio %1, %2 kbit/s"_s.arg(StreamText(format.Frequency, format.Channels))
+            .arg(format.Kilobits);
+    }
 };
 
 }  // namespace

@@ -31,7 +31,14 @@ struct VorbisFormat {
     std::optional<int> Quality = {};  // 0 to 1000, thousandths of the library's base quality
 };
 
-using OutputFormat = std::variant<PcmFormat, Mp3Format, VorbisFormat>;
+// Windows Media Audio, version 2, at a constant bit rate in kbit a second.
+struct WmaFormat {
+    int Frequency = 44100;
+    int Channels = 2;
+    int Kilobits = 128;
+};
+
+using OutputFormat = std::variant<PcmFormat, Mp3Format, VorbisFormat, WmaFormat>;
 
 int FrequencyOf(const OutputFormat& format);
 int ChannelsOf(const OutputFormat& format);

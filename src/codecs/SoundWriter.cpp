@@ -3,6 +3,7 @@
 #include "codecs/Mp3Writer.h"
 #include "codecs/VorbisWriter.h"
 #include "codecs/WavWriter.h"
+#include "codecs/WmaWriter.h"
 
 namespace Sonmira {
 
@@ -17,6 +18,9 @@ struct WriterMaker {
     }
     std::unique_ptr<SoundWriter> operator()(const VorbisFormat& format) const {
         return std::make_unique<VorbisWriter>(format);
+    }
+    std::unique_ptr<SoundWriter> operator()(const WmaFormat& format) const {
+        return std::make_unique<WmaWriter>(format);
     }
 };
 

@@ -19,8 +19,6 @@ public:
     void Finish(OutputFile& file) override;
 
 private:
-    std::vector<std::byte> Header(qint64 dataSize) const;
-
     PcmFormat Format;
     qint64 Most;
     PcmPacker Packer;

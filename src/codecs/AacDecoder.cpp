@@ -1,0 +1,29 @@
+#include "codecs/AacDecoder.h"
+
+#include "codecs/InputFile.h"
+#include "codecs/MemoryChecked.h"
+#include "codecs/WavDecoding.h"
+
+namespace Sonmira {
+
+void AacDecoder::SetInputFile(const QString& path) {
+    Input.clear();
+    // Opening decodes the first frames.
+    WithMemoryChecked([&] { OpenByMediaReader(std::make_shared<const InputFile>(path)); });
+    Input = path;
+}
+
+void AacDecoder::SetOutputFile(const QString& path) {
+    Output = path;
+}
+
+qint16 AacDecoder::DecodeToWav() {
+    Stopped = false;
+    const bool whole = DecodeIntoWav(Input, Output, OpenByMediaReader, [this](qint64 done, qint64 total) {
+        if (Progress) Progress(PercentOf(done, total));
+        return !Stopped;
+    });
+    return whole ? 1 : 0;
+}
+
+}  // namespace Sonmira

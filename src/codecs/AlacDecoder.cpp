@@ -1,0 +1,52 @@
+#include "codecs/AlacDecoder.h"
+
+#include "codecs/MediaReader.h"
+#include "codecs/MemoryChecked.h"
+#include "codecs/WavDecoding.h"
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+namespace Sonmira {
+
+qint16 AlacDecoder::IsAlac(const QString& path) {
+    bool is = false;
+    PassOver([&] {
+        WithMemoryChecked([&] {
+            const MediaInput input(std::make_shared<const InputFile>(path));
+            is = input.Sound().codecpar->codec_id == AV_CODEC_ID_ALAC;
+        });
+    });
+    return is ? 1 : 0;
+}
+
+qint16 AlacDecoder::DecodeToWav(const QString& path, const QString& outputPath) {
+    DecodeIntoWav(path, outputPath, OpenByMediaReader, [this](qint64 done, qint64 total) {
+        const ProgressCount count(done, total);
+        if (Progress) Progress(count.Done, count.Total);
+        return true;
+    });
+    return 1;
+}
+
+qint16 AlacDecoder::TrackInfo(const QString& path, double& duration, qint32& rate, qint32& channels,
+                              qint32& bits) {
+    duration = 0;
+    rate = 0;
+    channels = 0;
+    bits = 0;
+    const bool read = PassOver([&] {
+        WithMemoryChecked([&] {
+            MediaReader reader(path);
+            const qint64 frames = reader.Length();
+            rate = reader.Format().Rate;
+            channels = reader.Format().Channels;
+            bits = reader.Bits();
+            duration = static_cast<double>(frames / rate);
+        });
+    });
+    return read ? 1 : 0;
+}
+
+}  // namespace Sonmira

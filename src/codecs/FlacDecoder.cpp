@@ -1,0 +1,64 @@
+#include "codecs/FlacDecoder.h"
+
+#include "codecs/MediaReader.h"
+#include "codecs/MemoryChecked.h"
+#include "codecs/WavDecoding.h"
+#include "platform/NarrowText.h"
+
+#include <initializer_list>
+#include <utility>
+
+extern "C" {
+#include <libavformat/avformat.h>
+}
+
+namespace Sonmira {
+
+namespace {
+
+// The first of `names` that the file has. Comments belong to the container, or in Ogg to the stream.
+QString CommentOf(const MediaInput& input, std::initializer_list<const char*> names) {
+    for (const AVDictionary* comments : {input.Container().metadata, input.Sound().metadata}) {
+        for (const char* name : names) {
+            const AVDictionaryEntry* entry = av_dict_get(comments, name, nullptr, 0);
+            if (entry != nullptr && *entry->value != '\0') return FromNarrow(entry->value);
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+void FlacDecoder::SetInputFile(const QString& path) {
+    Input.clear();
+    Comments = {};
+    WithMemoryChecked([&] {
+        const MediaReader reader(path);
+        const MediaInput& media = reader.Media();
+        Comments = {CommentOf(media, {"title"}),
+                    CommentOf(media, {"artist"}),
+                    CommentOf(media, {"album"}),
+                    CommentOf(media, {"date", "year"}),
+                    CommentOf(media, {"comment", "description"}),
+                    CommentOf(media, {"genre"})};
+    });
+    Input = path;
+}
+
+void FlacDecoder::SetOutputFile(const QString& path) {
+    Output = path;
+}
+
+void FlacDecoder::DecodeToWav() {
+    Stopped = false;
+    DecodeIntoWav(Input, Output, OpenByMediaReader, [this](qint64 done, qint64 total) {
+        if (Progress) Progress(PercentOf(done, total));
+        return !Stopped;
+    });
+}
+
+qint32 FlacDecoder::TrackLength(const QString& path) {
+    return WholeSeconds(path, OpenByMediaReader);
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,80 @@
+#include "codecs/WavDecoding.h"
+
+#include "codecs/FileWriting.h"
+#include "codecs/MediaReader.h"
+#include "codecs/MemoryChecked.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Sonmira {
+
+namespace {
+
+// Small enough that a stop is heard at once, large enough that a block costs nothing beside its sound.
+constexpr qint64 BlockSize = 128LL * 1024;
+
+bool Copy(SoundReader& reader, FileWriting& wav, const WavProgress& progress) {
+    const qint64 total = reader.Length();
+    const auto channels = static_cast<std::size_t>(reader.Format().Channels);
+    qint64 done = 0;
+    while (true) {
+        AudioBlock block = reader.Read(BlockSize);
+        if (block.IsEmpty()) return true;
+        done += static_cast<qint64>(block.Bytes.size() / (BytesOf(block.Type) * channels));
+        wav.Write(std::move(block));
+        if (!progress(std::min(done, total), total)) return false;
+    }
+}
+
+}  // namespace
+
+bool DecodeIntoWav(QStringView path, QStringView outputPath, const SoundOpening& open,
+                   const WavProgress& progress) {
+    return WithMemoryChecked([&] {
+        auto input = std::make_shared<const InputFile>(path);
+        OutputFile output(outputPath);
+        const std::unique_ptr<SoundReader> reader = open(std::move(input));
+        const StreamFormat source = reader->Format();
+        FileWriting wav(std::move(output),
+                        PcmFormat{source.Rate, std::min(source.Channels, 2), reader->Bits()});
+        wav.SetSource(source);
+        bool whole = false;
+        try {
+            whole = Copy(*reader, wav, progress);
+        } catch (const Failure&) {
+            PassOver([&] { wav.Close(); });
+            throw;
+        }
+        wav.Close();
+        return whole;
+    });
+}
+
+std::unique_ptr<SoundReader> OpenByMediaReader(std::shared_ptr<const InputFile> file) {
+    return std::make_unique<MediaReader>(std::move(file));
+}
+
+qint16 PercentOf(qint64 done, qint64 total) {
+    if (total <= 0) return 0;
+    return static_cast<qint16>(std::clamp<qint64>(done * 100 / total, 0, 100));
+}
+
+ProgressCount::ProgressCount(qint64 done, qint64 total) {
+    const qint64 unit = total / std::numeric_limits<qint32>::max() + 1;
+    Done = static_cast<qint32>(std::min(done, total) / unit);
+    Total = static_cast<qint32>(total / unit);
+}
+
+qint32 WholeSeconds(QStringView path, const SoundOpening& open) {
+    qint64 seconds = 0;
+    PassOver([&] {
+        WithMemoryChecked([&] {
+            const auto reader = open(std::make_shared<const InputFile>(path));
+            seconds = reader->Length() / reader->Format().Rate;
+        });
+    });
+    return static_cast<qint32>(std::min<qint64>(seconds, std::numeric_limits<qint32>::max()));
+}
+
+}  // namespace Sonmira

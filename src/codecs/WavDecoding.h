@@ -1,0 +1,45 @@
+#pragma once
+
+#include "codecs/SoundReader.h"
+
+#include <QStringView>
+
+#include <functional>
+#include <memory>
+
+namespace Sonmira {
+
+class InputFile;
+
+using SoundOpening = std::function<std::unique_ptr<SoundReader>(std::shared_ptr<const InputFile>)>;
+// Told after each block how many frames are done and how many the file has (0 when nothing tells). Returns
+// whether to go on.
+using WavProgress = std::function<bool(qint64 done, qint64 total)>;
+
+// Decodes the file at an inner path into a PCM WAV file of its own rate and width, with more channels than
+// two mixed to two. Returns false when the progress ended it; the WAV then holds what was decoded so far.
+//
+// The WAV is created before anything is decoded, so that whoever waits for it finds it. It stays empty when
+// the input cannot be decoded at all, and holds what could be decoded when it fails later. Fails before it
+// is created when there is no input or when the output is the input.
+bool DecodeIntoWav(QStringView path, QStringView outputPath, const SoundOpening& open,
+                   const WavProgress& progress);
+
+// By FFmpeg's decoders.
+std::unique_ptr<SoundReader> OpenByMediaReader(std::shared_ptr<const InputFile> file);
+
+// `done` of `total` in percent, 0 to 100.
+qint16 PercentOf(qint64 done, qint64 total);
+
+// A count of frames, and where it lies in the whole, as the 32-bit numbers of a progress event. They are
+// scaled down where they do not fit.
+struct ProgressCount {
+    ProgressCount(qint64 done, qint64 total);
+    qint32 Done = 0;
+    qint32 Total = 0;
+};
+
+// The whole seconds of a file, cut; 0 for a file that cannot be read.
+qint32 WholeSeconds(QStringView path, const SoundOpening& open);
+
+}  // namespace Sonmira

@@ -1,0 +1,45 @@
+#include "codecs/WavHeader.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace Sonmira {
+
+namespace {
+
+class LittleEndianBytes {
+public:
+    void Name(std::string_view name) {
+        for (const char c : name) Bytes.push_back(static_cast<std::byte>(c));
+    }
+    void Number(std::uint64_t value, int bytes) {
+        for (int i = 0; i < bytes; ++i) Bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
+    }
+    std::vector<std::byte> Bytes;
+};
+
+}  // namespace
+
+std::vector<std::byte> WavHeader(const PcmFormat& format, qint64 dataSize) {
+    const auto data = static_cast<std::uint64_t>(dataSize);
+    const auto channels = static_cast<std::uint64_t>(format.Channels);
+    const auto rate = static_cast<std::uint64_t>(format.Frequency);
+    const auto bits = static_cast<std::uint64_t>(format.Bits);
+    const std::uint64_t whole = static_cast<std::uint64_t>(WavHeaderSize) - 8 + data + data % 2;
+    LittleEndianBytes header;
+    header.Name("RIFF");
+    header.Number(std::min<std::uint64_t>(whole, UnknownWavSize), 4);
+    header.Name("WAVEfmt ");
+    header.Number(16, 4);
+    header.Number(1, 2);  // PCM
+    header.Number(channels, 2);
+    header.Number(rate, 4);
+    header.Number(rate * channels * bits / 8, 4);
+    header.Number(channels * bits / 8, 2);
+    header.Number(bits, 2);
+    header.Name("data");
+    header.Number(data, 4);
+    return std::move(header.Bytes);
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,180 @@
+#include "Conversion.h"
+#include "codecs/AacDecoder.h"
+#include "codecs/AlacDecoder.h"
+#include "codecs/FlacDecoder.h"
+#include "codecs/FlacEncoder.h"
+#include "codecs/MpcDecoder.h"
+#include "codecs/MpcEncoder.h"
+#include "platform/Failure.h"
+#include "support/Tool.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <chrono>
+#include <random>
+
+namespace Sonmira {
+namespace {
+
+constexpr auto MostTime = std::chrono::seconds(10);
+constexpr long MostKilobytes = 300 * 1024;
+
+// One component at work on a file as the run of a file uses it: its length first, then its sound.
+struct Component {
+    const char* Name;
+    // What makes an intact file of "in.wav"; empty where that is the file.
+    QList<QByteArray> Command;
+    void (*Use)(const QString& from, const QString& to);
+};
+
+void PrintTo(const Component& component, std::ostream* stream) {
+    *stream << component.Name;
+}
+
+void UseAac(const QString& from, const QString& to) {
+    AacDecoder decoder;
+    decoder.SetInputFile(from);
+    decoder.SetOutputFile(to);
+    decoder.DecodeToWav();
+}
+
+void UseAlac(const QString& from, const QString& to) {
+    double duration = 0;
+    qint32 rate = 0;
+    qint32 channels = 0;
+    qint32 bits = 0;
+    EXPECT_GE(AlacDecoder().IsAlac(from), 0);
+    AlacDecoder().TrackInfo(from, duration, rate, channels, bits);
+    AlacDecoder().DecodeToWav(from, to);
+}
+
+void UseFlac(const QString& from, const QString& to) {
+    FlacDecoder decoder;
+    EXPECT_GE(FlacDecoder().TrackLength(from), 0);
+    decoder.SetInputFile(from);
+    decoder.SetOutputFile(to);
+    decoder.DecodeToWav();
+}
+
+void UseMpc(const QString& from, const QString& to) {
+    EXPECT_GE(MpcDecoder().TrackLength(from), 0);
+    MpcDecoder().DecodeToWav(from, to);
+}
+
+void UseFlacEncoder(const QString& from, const QString& to) {
+    FlacEncoder().EncodeFromWav(from, to, 5);
+}
+
+void UseMpcEncoder(const QString& from, const QString& to) {
+    MpcEncoder().EncodeFromWav(from, to);
+}
+
+void UseWma(const QString& from, const QString& to) {
+    ConvertFile(from, to, [](AudioFile& file) { file.SelectWmaFormat(43); });
+}
+
+class HostileComponent : public ::testing::TestWithParam<Component> {
+protected:
+    void SetUp() override {
+        Folder.MakeFile("in.wav", WavOf(MakeSweep(22050, 2, 40000), WavKind::Signed16));
+        QList<QByteArray> command = GetParam().Command;
+        if (command.isEmpty()) {
+            Intact = ContentOf(Folder.Native("in.wav")).first(40'000);
+            return;
+        }
+        if (command.first() == "mpcenc") {
+            Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 80000), WavKind::Signed16));
+        } else {
+            command = QList<QByteArray>{"ffmpeg", "-v", "error", "-i"} +
+                      QList<QByteArray>{Folder.Native("in.wav")} + command;
+        }
+        if (command.first() == "mpcenc") command += Folder.Native("in.wav");
+        command += Folder.Native(FileName());
+        ASSERT_EQ(RunTool(command).ExitCode, 0);
+        Intact = ContentOf(Folder.Native(FileName()));
+        ASSERT_GT(Intact.size(), 1000);
+    }
+
+    QByteArray FileName() const { return QByteArray("a.") + GetParam().Name; }
+
+    // Whatever it is, it must end well or with a text, soon.
+    void Use(const QByteArray& content) {
+        const QString path = Folder.MakeFile(QByteArray("hostile.") + GetParam().Name, content);
+        const auto start = std::chrono::steady_clock::now();
+        try {
+            GetParam().Use(path, Folder.Path("out"));
+        } catch (const Failure& failure) {
+            EXPECT_FALSE(failure.Description.isEmpty());
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - start, MostTime);
+    }
+
+    void TearDown() override {
+#ifndef __SANITIZE_ADDRESS__
+        rusage usage = {};
+        getrusage(RUSAGE_SELF, &usage);
+        EXPECT_LT(usage.ru_maxrss, MostKilobytes);
+#endif
+    }
+
+    TestFolder Folder;
+    QByteArray Intact;
+};
+
+TEST_P(HostileComponent, CutAtAnyKilobyteEndsWell) {
+    for (qsizetype size = 0; size < Intact.size(); size += 1024) Use(Intact.first(size));
+}
+
+TEST_P(HostileComponent, OfRandomBytesEndsWell) {
+    std::mt19937 random(20240301);
+    for (int round = 0; round < 20; ++round) {
+        QByteArray bytes(round * 3000, '\0');
+        for (char& byte : bytes) byte = static_cast<char>(random());
+        // Some with the first bytes of a good file, so that it is taken for one.
+        if (round % 2 == 0) bytes.replace(0, 8 * round, Intact.first(8 * round));
+        Use(bytes);
+    }
+}
+
+TEST_P(HostileComponent, WithHugeNumbersInItsHeaderEndsWell) {
+    for (qsizetype at = 0; at < 200; at += 2) {
+        for (const char byte : {'\xFF', '\x7F'}) {
+            QByteArray lying = Intact;
+            lying.replace(at, 4, QByteArray(4, byte));
+            Use(lying);
+        }
+    }
+}
+
+TEST_P(HostileComponent, WithChangedBytesEndsWell) {
+    std::mt19937 random(20240302);
+    for (int round = 0; round < 60; ++round) {
+        QByteArray damaged = Intact;
+        const qsizetype area = round % 2 == 0 ? std::min<qsizetype>(damaged.size(), 600) : damaged.size();
+        for (int change = 0; change < 1 + round; ++change) {
+            damaged[static_cast<qsizetype>(random() % static_cast<unsigned>(area))] =
+                static_cast<char>(random());
+        }
+        Use(damaged);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, HostileComponent,
+                         ::testing::Values(Component{"aac", {"-c:a", "aac"}, UseAac},
+                                           Component{"m4a", {"-c:a", "aac"}, UseAac},
+                                           Component{"latm", {"-c:a", "aac", "-f", "latm"}, UseAac},
+                                           Component{"alac", {"-c:a", "alac", "-f", "mov"}, UseAlac},
+                                           Component{"caf", {"-c:a", "alac"}, UseAlac},
+                                           Component{"flac", {"-c:a", "flac"}, UseFlac},
+                                           Component{"oga", {"-c:a", "flac"}, UseFlac},
+                                           Component{"mpc", {"mpcenc", "--silent", "--overwrite"}, UseMpc},
+                                           Component{"wma", {"-c:a", "wmav2"}, UseWma},
+                                           Component{"mp3", {"-c:a", "libmp3lame"}, UseWma},
+                                           Component{"avi", {"-c:a", "ac3"}, UseWma},
+                                           Component{"flacenc", {}, UseFlacEncoder},
+                                           Component{"mpcenc", {}, UseMpcEncoder}),
+                         [](const auto& component) { return std::string(component.param.Name); });
+
+}  // namespace
+}  // namespace Sonmira
