@@ -1,8 +1,7 @@
 #include "codecs/WavWriter.h"
 
+#include "codecs/LittleEndianBytes.h"
 #include "platform/Failure.h"
-
-#include <string_view>
 
 namespace Sonmira {
 
@@ -11,17 +10,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 HeaderSize = 44;
-
-class LittleEndianBytes {
-public:
-    void Name(std::string_view name) {
-        for (const char c : name) Bytes.push_back(static_cast<std::byte>(c));
-    }
-    void Number(std::uint64_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) Bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
-    }
-    std::vector<std::byte> Bytes;
-};
 
 }  // namespace
 
