@@ -13,15 +13,12 @@ constexpr qint64 HeaderSize = 44;
 
 }  // namespace
 
-WavWriter::WavWriter(const PcmFormat& format, qint64 most)
-    : Format(format), Most(most), Packer(format.Bits) {}
-
 // Fields as "Multimedia Programming Interface and Data Specifications 1.0" (1991) gives them.
-std::vector<std::byte> WavWriter::Header(qint64 dataSize) const {
+std::vector<std::byte> PlainWavHeader(const PcmFormat& format, qint64 dataSize) {
     const auto data = static_cast<std::uint64_t>(dataSize);
-    const auto channels = static_cast<std::uint64_t>(Format.Channels);
-    const auto rate = static_cast<std::uint64_t>(Format.Frequency);
-    const auto bits = static_cast<std::uint64_t>(Format.Bits);
+    const auto channels = static_cast<std::uint64_t>(format.Channels);
+    const auto rate = static_cast<std::uint64_t>(format.Frequency);
+    const auto bits = static_cast<std::uint64_t>(format.Bits);
     LittleEndianBytes header;
     header.Name("RIFF");
     header.Number(HeaderSize - 8 + data + data % 2, 4);
@@ -38,8 +35,11 @@ std::vector<std::byte> WavWriter::Header(qint64 dataSize) const {
     return header.Bytes;
 }
 
+WavWriter::WavWriter(const PcmFormat& format, qint64 most)
+    : Format(format), Most(most), Packer(format.Bits) {}
+
 void WavWriter::Write(const AudioBlock& block, OutputFile& file) {
-    if (file.Size() == 0) file.Write(Header(0));
+    if (file.Size() == 0) file.Write(PlainWavHeader(Format, 0));
     Packed.clear();
     Packer.Pack(block, Packed);
     if (file.Size() - HeaderSize + static_cast<qint64>(Packed.size()) > Most) {
@@ -49,10 +49,10 @@ void WavWriter::Write(const AudioBlock& block, OutputFile& file) {
 }
 
 void WavWriter::Finish(OutputFile& file) {
-    if (file.Size() == 0) file.Write(Header(0));
+    if (file.Size() == 0) file.Write(PlainWavHeader(Format, 0));
     const qint64 dataSize = file.Size() - HeaderSize;
     if (dataSize % 2 != 0) file.Write(std::vector<std::byte>(1));
-    file.Patch(0, Header(dataSize));
+    file.Patch(0, PlainWavHeader(Format, dataSize));
 }
 
 }  // namespace Sonmira

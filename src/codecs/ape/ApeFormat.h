@@ -47,6 +47,7 @@ struct ApeSound {
     int Bits = 16;     // 8 (unsigned), 16 or 24, packed as in WAV files
 
     int BlockBytes() const { return Channels * Bits / 8; }
+    bool operator==(const ApeSound&) const = default;
 };
 
 // Flags word of a frame that is coded in a special way.

@@ -1,6 +1,5 @@
 #include "codecs/ape/ApeInput.h"
 
-#include "codecs/FileFailure.h"
 #include "codecs/InputFile.h"
 #include "codecs/MediaReader.h"
 #include "codecs/PcmPacker.h"
@@ -16,17 +15,6 @@ namespace {
 
 // Head and tail are counted in 32 bits, and nobody keeps more beside the sound.
 constexpr qint64 MostVerbatim = 1LL << 30;
-
-std::size_t ReadSome(const InputFile& file, qint64 position, std::span<std::byte> target) {
-    std::size_t done = 0;
-    while (done < target.size()) {
-        const std::ptrdiff_t count = file.ReadAt(position + static_cast<qint64>(done), target.subspan(done));
-        if (count < 0) throw ReadingFailure(static_cast<int>(-count));
-        if (count == 0) break;
-        done += static_cast<std::size_t>(count);
-    }
-    return done;
-}
 
 // The bytes of a file as they are.
 class PlainInput final : public ApeInput {
@@ -47,7 +35,7 @@ public:
     std::size_t Read(std::span<std::byte> target) override {
         const qint64 left = Count * Format.BlockBytes() - Position;
         const auto wanted = static_cast<std::size_t>(std::min<qint64>(left, std::ssize(target)));
-        const std::size_t count = ReadSome(*File, Head + Position, target.first(wanted));
+        const std::size_t count = File->ReadFully(Head + Position, target.first(wanted));
         if (count < wanted) throw DamagedFile();
         Position += static_cast<qint64>(count);
         return count;
@@ -62,12 +50,12 @@ public:
 
 private:
     void ReadAll(qint64 position, std::span<std::byte> target) {
-        if (ReadSome(*File, position, target) < target.size()) throw DamagedFile();
+        if (File->ReadFully(position, target) < target.size()) throw DamagedFile();
     }
     // An empty sound followed by chunks looks like one of unknown size.
     bool IsChunkAt(qint64 position) {
         std::array<std::byte, 4> name{};
-        if (ReadSome(*File, position, name) < name.size()) return false;
+        if (File->ReadFully(position, name) < name.size()) return false;
         return std::memcmp(name.data(), "LIST", 4) == 0 || std::memcmp(name.data(), "id3 ", 4) == 0 ||
                std::memcmp(name.data(), "ID3 ", 4) == 0;
     }
@@ -131,7 +119,7 @@ private:
 std::unique_ptr<ApeInput> OpenApeInput(QStringView path) {
     auto file = std::make_unique<const InputFile>(path);
     const auto layout = WavLayoutOf(
-        [&](qint64 position, std::span<std::byte> target) { return ReadSome(*file, position, target); });
+        [&](qint64 position, std::span<std::byte> target) { return file->ReadFully(position, target); });
     if (layout && layout->DataStart < MostVerbatim) {
         auto input = std::make_unique<PlainInput>(std::move(file), *layout);
         if (input->TailBytes() < MostVerbatim) return input;

@@ -34,12 +34,8 @@ ApeFrameEncoder::ApeFrameEncoder(const ApeLevel& level, const ApeSound& sound, c
     : Level(level),
       Sound(sound),
       Kernels(kernels),
-      Values(MakeApeAligned<std::int32_t>(ApeChunkSteps * ApeLaneCount)) {
-    for (int i = 0; i < level.FilterCount; ++i) {
-        const ApeFilterShape& shape = level.Filters[static_cast<std::size_t>(i)];
-        Filters.emplace_back(shape.Order, shape.Shift);
-    }
-}
+      Filters(MakeApeFilters(level)),
+      Values(MakeApeAligned<std::int32_t>(ApeChunkSteps * ApeLaneCount)) {}
 
 // Finds out what of the frame is coded, and how.
 void ApeFrameEncoder::Begin(Frame& frame) const {
@@ -82,7 +78,7 @@ void ApeFrameEncoder::Encode(ApeFrameGroup& group, ApeWorkState& state) {
         CodeLanes(from);
         for (std::size_t i = 0; i < FrameCount; ++i) {
             const std::size_t left = Frames[i].Blocks - std::min(from, Frames[i].Blocks);
-            state.BlocksDone += static_cast<qint64>(std::min(left, ApeChunkSteps));
+            state.BlocksDone += static_cast<std::int64_t>(std::min(left, ApeChunkSteps));
         }
     }
     group.Frames.clear();

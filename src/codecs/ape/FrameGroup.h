@@ -14,6 +14,7 @@ struct ApeFrameGroup {
     std::vector<std::byte> Pcm;                     // as in the WAV file, all frames in a row
     std::size_t Blocks = 0;                         // of all frames; all but the last frame are full
     std::vector<std::vector<std::uint8_t>> Frames;  // the coded form of each
+    int Damaged = 0;                                // frames that could not be decoded
 };
 
 constexpr std::size_t MostApeFramesOfAGroup(int channels) {
@@ -22,7 +23,7 @@ constexpr std::size_t MostApeFramesOfAGroup(int channels) {
 
 // What a worker tells while it works, and is told.
 struct ApeWorkState {
-    std::atomic<qint64> BlocksDone = 0;
+    std::atomic<std::int64_t> BlocksDone = 0;
     std::atomic<bool> Stop = false;
 };
 

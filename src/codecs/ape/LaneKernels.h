@@ -110,6 +110,9 @@ void LaneRestore(ApePredictorLanes& state, std::int32_t* values, std::size_t ste
     high.Save();
 }
 
+// Tap pairs of one turn of the loop; every filter has a multiple of it.
+constexpr std::size_t Unrolled = 8;
+
 // Order 0 stands for one that is known at run time only.
 template <class Vector, int FixedOrder, bool IsForward>
 void LaneFilter(ApeFilterLanes& state, std::int32_t* values, std::size_t steps) {
@@ -128,22 +131,28 @@ void LaneFilter(ApeFilterLanes& state, std::int32_t* values, std::size_t steps) 
     for (std::size_t step = 0; step < steps; ++step, values += ApeLaneCount) {
         const std::int32_t* input = history - ApeLaneCount;
         const std::int32_t* adaption = adaptions - 2 * ApeLaneCount;
+        std::int32_t* weight = weights;
         Vector sum = rounding;
         const auto tap = [&](std::size_t group, Vector amount) __attribute__((always_inline)) {
-            std::int32_t* const place = weights + group * ApeLaneCount;
-            const Vector weight = Vector::Load(place).PlusHalves(amount.HalvesSignedBy(sign));
-            weight.Store(place);
-            sum = sum + Vector::Load(input - group * 2 * ApeLaneCount).PairSums(weight);
+            std::int32_t* const place = weight + group * ApeLaneCount;
+            const Vector adapted = Vector::Load(place).PlusHalves(amount.HalvesSignedBy(sign));
+            adapted.Store(place);
+            sum = sum + Vector::Load(input - group * 2 * ApeLaneCount).PairSums(adapted);
         };
-        const auto adaptionOf = [&](std::size_t group) __attribute__((always_inline)) {
+        const auto amountOf = [&](std::size_t group) __attribute__((always_inline)) {
             return Vector::Load(adaption - group * 2 * ApeLaneCount);
         };
-        tap(0, adaptionOf(0).TimesHalves(nearest));
-        for (std::size_t group = 1; group < 4; ++group) {
-            const Vector amount = adaptionOf(group);
-            tap(group, amount.PlusHalves(amount));
+        tap(0, amountOf(0).TimesHalves(nearest));
+        for (std::size_t group = 1; group < 4; ++group)
+            tap(group, amountOf(group).PlusHalves(amountOf(group)));
+        for (std::size_t group = 4; group < Unrolled; ++group) tap(group, amountOf(group));
+        for (std::size_t left = groups - Unrolled; left > 0; left -= Unrolled) {
+            weight += Unrolled * ApeLaneCount;
+            input -= Unrolled * 2 * ApeLaneCount;
+            adaption -= Unrolled * 2 * ApeLaneCount;
+#pragma GCC unroll 8
+            for (std::size_t group = 0; group < Unrolled; ++group) tap(group, amountOf(group));
         }
-        for (std::size_t group = 4; group < groups; ++group) tap(group, adaptionOf(group));
 
         const Vector given = Vector::Load(values);
         const Vector expected = sum.ShiftedRightBy(state.Shift);

@@ -1,7 +1,5 @@
 #include "codecs/ape/Lanes.h"
 
-#include "codecs/ape/ApeFormat.h"
-
 #include <algorithm>
 
 namespace Sonmira {
@@ -23,6 +21,15 @@ void ApeFilterLanes::Reset() {
     std::fill_n(Steps.get(), HistoryGroups() * ApeLaneCount, 0);
     Average.fill(0);
     LastSign.fill(0);
+}
+
+std::vector<ApeFilterLanes> MakeApeFilters(const ApeLevel& level) {
+    std::vector<ApeFilterLanes> filters;
+    for (int i = 0; i < level.FilterCount; ++i) {
+        const ApeFilterShape& shape = level.Filters[static_cast<std::size_t>(i)];
+        filters.emplace_back(shape.Order, shape.Shift);
+    }
+    return filters;
 }
 
 }  // namespace Sonmira

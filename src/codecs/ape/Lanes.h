@@ -1,10 +1,13 @@
 #pragma once
 
+#include "codecs/ape/ApeFormat.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <vector>
 
 // What the inner loops of the encoder and the decoder work on: eight independent streams side by side, one
 // a lane. A stream is one channel of one frame; frames depend on nothing before them. Without that the loops
@@ -18,7 +21,7 @@ namespace Sonmira {
 
 inline constexpr std::size_t ApeLaneCount = 8;
 // Most steps of one call of a kernel.
-inline constexpr std::size_t ApeChunkSteps = 256;
+inline constexpr std::size_t ApeChunkSteps = 128;
 
 using ApeLaneValues = std::array<std::int32_t, ApeLaneCount>;
 
@@ -70,6 +73,9 @@ struct alignas(64) ApeFilterLanes {
 
     std::size_t HistoryGroups() const { return static_cast<std::size_t>(Order) + 2; }
 };
+
+// The filters of a level, in the order in which an encoder applies them.
+std::vector<ApeFilterLanes> MakeApeFilters(const ApeLevel& level);
 
 // Weight of the step of `age` inputs ago.
 constexpr int ApeStepWeight(int age) {

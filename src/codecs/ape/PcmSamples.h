@@ -25,7 +25,7 @@ std::int32_t ApeSampleAt(const std::byte* from) {
 
 template <int Bits>
 void PutApeSample(std::byte* to, std::int32_t sample) {
-    const auto value = static_cast<std::uint32_t>(Bits == 8 ? sample + 128 : sample);
+    const std::uint32_t value = static_cast<std::uint32_t>(sample) + (Bits == 8 ? 128 : 0);
     for (int i = 0; i < Bits / 8; ++i) to[i] = static_cast<std::byte>(value >> (8 * i));
 }
 

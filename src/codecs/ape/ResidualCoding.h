@@ -39,39 +39,37 @@ inline unsigned ApePivotShift(std::uint32_t pivot) {
     return static_cast<unsigned>(std::max(static_cast<int>(std::bit_width(pivot)) - 16, 0));
 }
 
-// The encoder's numbers in registers, for as long as a loop runs.
+// The encoder's numbers in registers, for as long as a loop runs: whatever is not inlined works on a copy.
 class ApeEncoding {
 public:
-    explicit ApeEncoding(ApeRangeEncoder& coder)
-        : Coder(coder), Low(coder.Low), Range(coder.Range), Last(coder.Last), Out(coder.Out) {}
-    void Save() {
-        Coder.Low = Low;
-        Coder.Range = Range;
-        Coder.Last = Last;
-        Coder.Out = Out;
+    explicit ApeEncoding(const ApeRangeEncoder& coder)
+        : Low(coder.Low), Range(coder.Range), Last(coder.Last), Out(coder.Out) {}
+    void Save(ApeRangeEncoder& coder) const {
+        coder.Low = Low;
+        coder.Range = Range;
+        coder.Last = Last;
+        coder.Out = Out;
     }
 
-    void Number(std::int32_t value, std::uint32_t& estimate) {
+    // Returns the next estimate.
+    [[gnu::always_inline]] std::uint32_t Number(std::int32_t value, std::uint32_t estimate) {
         const auto twice = static_cast<std::uint32_t>(value) * 2;
         const std::uint32_t x = value > 0 ? twice - 1 : 0U - twice;
         const std::uint32_t pivot = ApePivot(estimate);
-        estimate = ApeNextEstimate(estimate, x);
-        if (pivot < ApeReciprocalCount && x < (1U << 31)) [[likely]] {
-            const std::uint64_t reciprocal = ApeReciprocals[pivot];
-            const unsigned shift = ApeReciprocalShift(pivot);
-            const auto over = static_cast<std::uint32_t>(x * reciprocal >> shift);
-            if (over < ApeEscape) [[likely]] {
-                Symbol(over);
-            } else {
-                Escape(over);
-            }
+        // Divisions by the pivot; a pivot that has no reciprocal is dealt with apart.
+        const std::uint64_t reciprocal = ApeReciprocals[pivot % ApeReciprocalCount];
+        const unsigned shift = ApeReciprocalShift(pivot);
+        const auto over = static_cast<std::uint32_t>(x * reciprocal >> shift);
+        if (pivot < ApeReciprocalCount && x < (1U << 31) && over < ApeEscape) [[likely]] {
+            Symbol(over);
             Move();
             Range = static_cast<std::uint32_t>(Range * reciprocal >> shift);
             Low += std::uint64_t{Range} * (x - over * pivot);
+            Store();
         } else {
-            LargeNumber(x, pivot);
+            *this = RareNumber(*this, x, pivot);
         }
-        Store();
+        return ApeNextEstimate(estimate, x);
     }
 
     void Finish() {
@@ -85,7 +83,7 @@ public:
     }
 
 private:
-    void Move() {
+    [[gnu::always_inline]] void Move() {
         const unsigned move = ApeMoveOf(Range);
         if (Pending + move > 32) [[unlikely]]
             Store();
@@ -94,17 +92,11 @@ private:
         Pending += move;
     }
 
-    void Symbol(std::uint32_t symbol) {
+    [[gnu::always_inline]] void Symbol(std::uint32_t symbol) {
         Move();
         const std::uint32_t part = Range >> 16;
         Low += std::uint64_t{part} * ApeSymbolStarts[symbol];
         Range = part * (ApeSymbolStarts[symbol + 1] - ApeSymbolStarts[symbol]);
-    }
-
-    void Plain16(std::uint32_t bits) {
-        Move();
-        Range >>= 16;
-        Low += std::uint64_t{Range} * bits;
     }
 
     void OneOf(std::uint32_t value, std::uint32_t count) {
@@ -113,37 +105,38 @@ private:
         Low += std::uint64_t{Range} * value;
     }
 
-    [[gnu::noinline]] void Escape(std::uint32_t over) {
-        Symbol(ApeEscape);
-        Plain16(over >> 16);
-        Plain16(over & 0xFFFF);
+    void Plain16(std::uint32_t bits) {
+        Move();
+        Range >>= 16;
+        Low += std::uint64_t{Range} * bits;
     }
 
-    [[gnu::noinline]] void LargeNumber(std::uint32_t x, std::uint32_t pivot) {
+    [[gnu::noinline]] static ApeEncoding RareNumber(ApeEncoding coding, std::uint32_t x,
+                                                    std::uint32_t pivot) {
         const std::uint32_t over = x / pivot;
         const std::uint32_t base = x - over * pivot;
         if (over < ApeEscape) {
-            Symbol(over);
+            coding.Symbol(over);
         } else {
-            Escape(over);
+            coding.Symbol(ApeEscape);
+            coding.Plain16(over >> 16);
+            coding.Plain16(over & 0xFFFF);
         }
-        const unsigned shift = ApePivotShift(pivot);
-        if (shift == 0) {
-            OneOf(base, pivot);
-            return;
+        if (const unsigned shift = ApePivotShift(pivot); shift > 0) {
+            coding.OneOf(base >> shift, (pivot >> shift) + 1);
+            coding.OneOf(base & ((1U << shift) - 1), 1U << shift);
+        } else {
+            coding.OneOf(base, pivot);
         }
-        OneOf(base >> shift, (pivot >> shift) + 1);
-        OneOf(base & ((1U << shift) - 1), 1U << shift);
+        coding.Store();
+        return coding;
     }
 
     // Writes the whole bytes above the window, all but the last one.
-    void Store() {
+    [[gnu::always_inline]] void Store() {
         const std::uint64_t bytes = (Last << Pending) + (Low >> ApeWindowBits);
-        if ((bytes >> Pending >> 8) != 0) [[unlikely]] {
-            std::uint8_t* before = Out;
-            while (++*--before == 0) {
-            }
-        }
+        if ((bytes >> Pending >> 8) != 0) [[unlikely]]
+            Carry(Out);
         const std::uint64_t placed = ApeBigEndian(bytes << (56 - Pending));
         std::memcpy(Out, &placed, sizeof placed);
         Out += Pending / 8;
@@ -152,7 +145,11 @@ private:
         Pending = 0;
     }
 
-    ApeRangeEncoder& Coder;
+    [[gnu::noinline]] static void Carry(std::uint8_t* behind) {
+        while (++*--behind == 0) {
+        }
+    }
+
     std::uint64_t Low;
     std::uint32_t Range;
     std::uint64_t Last;
@@ -163,36 +160,41 @@ private:
 [[maybe_unused]] void ApeFinish(ApeRangeEncoder& coder) {
     ApeEncoding encoding(coder);
     encoding.Finish();
-    encoding.Save();
+    encoding.Save(coder);
 }
 
-// The coders' steps are taken in turn, so that the processor works on the next frame's number while the
-// chain of one waits for its divisions.
 [[maybe_unused]] void ApeEncodeResiduals(std::span<ApeRangeEncoder* const> coders, const std::int32_t* values,
                                          std::size_t steps) {
-    for (std::size_t step = 0; step < steps; ++step, values += 8) {
-        for (ApeRangeEncoder* coder : coders) {
-            ApeEncoding encoding(*coder);
-            for (int i = 0; i < coder->Lanes.Count; ++i) {
-                const auto place = static_cast<std::size_t>(i);
-                encoding.Number(values[coder->Lanes.Lane[place]], coder->Estimate[place]);
+    for (ApeRangeEncoder* const coder : coders) {
+        ApeEncoding encoding(*coder);
+        const std::int32_t* const first = values + coder->Lanes.Lane[0];
+        const std::int32_t* const second = values + coder->Lanes.Lane[1];
+        std::array<std::uint32_t, 2> estimate = coder->Estimate;
+        if (coder->Lanes.Count == 2) {
+            for (std::size_t at = 0; at < steps * 8; at += 8) {
+                estimate[0] = encoding.Number(first[at], estimate[0]);
+                estimate[1] = encoding.Number(second[at], estimate[1]);
             }
-            encoding.Save();
+        } else {
+            for (std::size_t at = 0; at < steps * 8; at += 8)
+                estimate[0] = encoding.Number(first[at], estimate[0]);
         }
+        coder->Estimate = estimate;
+        encoding.Save(*coder);
     }
 }
 
 class ApeDecoding {
 public:
-    explicit ApeDecoding(ApeRangeDecoder& coder)
-        : Coder(coder), Code(coder.Code), Range(coder.Range), In(coder.In) {}
-    void Save() {
-        Coder.Code = Code;
-        Coder.Range = Range;
-        Coder.In = In;
+    explicit ApeDecoding(const ApeRangeDecoder& coder) : Code(coder.Code), Range(coder.Range), In(coder.In) {}
+    void Save(ApeRangeDecoder& coder) const {
+        coder.Code = Code;
+        coder.Range = Range;
+        coder.In = In;
+        coder.Damaged |= Damaged;
     }
 
-    std::int32_t Number(std::uint32_t& estimate) {
+    [[gnu::always_inline]] std::int32_t Number(std::uint32_t& estimate) {
         const std::uint32_t pivot = ApePivot(estimate);
         std::uint32_t over = Symbol();
         if (over == ApeEscape) [[unlikely]] {
@@ -202,12 +204,17 @@ public:
         std::uint32_t base = 0;
         if (pivot < ApeReciprocalCount) [[likely]] {
             Move();
-            Range = static_cast<std::uint32_t>(Range * ApeReciprocals[pivot] >> ApeReciprocalShift(pivot));
+            Range = static_cast<std::uint32_t>(Range * std::uint64_t{ApeReciprocals[pivot]} >>
+                                               ApeReciprocalShift(pivot));
             base = Take(pivot);
         } else {
             const unsigned shift = ApePivotShift(pivot);
-            base = OneOf((pivot >> shift) + 1) << shift;
-            base |= OneOf(1U << shift);
+            if (shift > 0) {
+                base = OneOf((pivot >> shift) + 1) << shift;
+                base |= OneOf(1U << shift);
+            } else {
+                base = OneOf(pivot);
+            }
         }
         const std::uint32_t x = over * pivot + base;
         estimate = ApeNextEstimate(estimate, x);
@@ -215,7 +222,7 @@ public:
     }
 
 private:
-    void Move() {
+    [[gnu::always_inline]] void Move() {
         const unsigned move = ApeMoveOf(Range);
         std::uint64_t next = 0;
         std::memcpy(&next, In, sizeof next);
@@ -226,27 +233,26 @@ private:
         In += move / 8;
     }
 
-    std::uint32_t Take(std::uint32_t count) {
+    [[gnu::always_inline]] std::uint32_t Take(std::uint32_t count) {
         const std::uint32_t value = Code / Range;
-        if (value >= count) [[unlikely]]
-            return Refuse();
+        if (value >= count) [[unlikely]] {
+            Refuse();
+            return 0;
+        }
         Code -= value * Range;
         return value;
     }
 
-    std::uint32_t Symbol() {
+    [[gnu::always_inline]] std::uint32_t Symbol() {
         Move();
         const std::uint32_t part = Range >> 16;
-        std::uint32_t symbol = 0;
         const std::uint32_t place = Code / part;
-        if (place > 65535) [[unlikely]]
-            return Refuse();
-        if (place >= ApeSymbolStarts[21]) [[unlikely]] {
-            symbol = place - ApeSymbolStarts[21] + 21;
-        } else {
-            symbol = ApeSymbolAt[place >> ApeSymbolAtShift];
-            while (place >= ApeSymbolStarts[symbol + 1]) ++symbol;
+        if (place > 65535) [[unlikely]] {
+            Refuse();
+            return 0;
         }
+        std::uint32_t symbol = ApeSymbolAt[place >> ApeSymbolAtShift];
+        while (place >= ApeSymbolStarts[symbol + 1]) ++symbol;
         Code -= part * ApeSymbolStarts[symbol];
         Range = part * (ApeSymbolStarts[symbol + 1] - ApeSymbolStarts[symbol]);
         return symbol;
@@ -264,30 +270,30 @@ private:
         return Take(count);
     }
 
-    // What follows is of no use, but it must stay numbers: the range starts anew.
-    [[gnu::noinline]] std::uint32_t Refuse() {
-        Coder.Damaged = true;
+    // What follows is of no use, but the range must stay one.
+    void Refuse() {
+        Damaged = true;
         Code = 0;
         Range = 1U << 31;
-        return 0;
     }
 
-    ApeRangeDecoder& Coder;
     std::uint32_t Code;
     std::uint32_t Range;
     const std::uint8_t* In;
+    bool Damaged = false;
 };
 
+// The steps of the coders are taken in turn, so that the processor works on the next one's number while the
+// chain of one waits for its divisions.
 [[maybe_unused]] void ApeDecodeResiduals(std::span<ApeRangeDecoder* const> coders, std::int32_t* values,
                                          std::size_t steps) {
     for (std::size_t step = 0; step < steps; ++step, values += 8) {
-        for (ApeRangeDecoder* coder : coders) {
+        for (ApeRangeDecoder* const coder : coders) {
             ApeDecoding decoding(*coder);
-            for (int i = 0; i < coder->Lanes.Count; ++i) {
-                const auto place = static_cast<std::size_t>(i);
-                values[coder->Lanes.Lane[place]] = decoding.Number(coder->Estimate[place]);
+            for (std::size_t i = 0; i < static_cast<std::size_t>(coder->Lanes.Count); ++i) {
+                values[coder->Lanes.Lane[i]] = decoding.Number(coder->Estimate[i]);
             }
-            decoding.Save();
+            decoding.Save(*coder);
         }
     }
 }
