@@ -1,5 +1,6 @@
 #include "codecs/ape/ApeFileReader.h"
 
+#include "codecs/Id3v2Skip.h"
 #include "codecs/MediaInput.h"
 
 #include <QtEndian>
@@ -13,19 +14,6 @@ namespace {
 
 // No sound takes more when it is coded, by far.
 constexpr qint64 MostBytesOfABlock = 64;
-constexpr int MostTagsBefore = 16;
-
-// Where an ID3v2 tag at that place ends: 10 bytes of header, of which four hold the size in 7 bits each.
-qint64 BehindId3v2(const InputFile& file, qint64 position) {
-    std::array<std::byte, 10> head{};
-    if (file.ReadFully(position, head) < head.size() || std::memcmp(head.data(), "ID3", 3) != 0)
-        return position;
-    qint64 size = 0;
-    for (std::size_t i = 6; i < 10; ++i)
-        size = size << 7 | std::to_integer<qint64>(head[i] & std::byte{0x7F});
-    const bool hasFooter = (head[5] & std::byte{0x10}) != std::byte{0};
-    return position + 10 + size + (hasFooter ? 10 : 0);
-}
 
 }  // namespace
 
@@ -35,11 +23,7 @@ std::optional<ApeFileReader> ApeFileReader::Open(std::shared_ptr<const InputFile
 }
 
 bool ApeFileReader::ReadHeaders() {
-    for (int i = 0; i < MostTagsBefore; ++i) {
-        const qint64 behind = BehindId3v2(*File, Start);
-        if (behind == Start) break;
-        Start = behind;
-    }
+    Start = BehindId3v2(*File);
     std::array<std::byte, ApeDescriptorBytes> descriptor{};
     if (File->ReadFully(Start, descriptor) < descriptor.size() ||
         std::memcmp(descriptor.data(), "MAC ", 4) != 0 ||

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "codecs/ApeFunctions.h"
 #include "codecs/ape/FrameGroup.h"
 #include "codecs/ape/Kernels.h"
 #include "codecs/ape/OrderedWork.h"
@@ -8,9 +9,6 @@
 #include <optional>
 
 namespace Sonmira {
-
-// Percent times 1000, on the calling thread.
-using ApeProgressCallback = std::function<void(qint32)>;
 
 // Who does the work: for tests and benchmarks, which compare.
 struct ApeWorkers {
