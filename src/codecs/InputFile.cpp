@@ -30,6 +30,17 @@ std::ptrdiff_t InputFile::ReadAt(qint64 position, std::span<std::byte> target) c
     }
 }
 
+std::size_t InputFile::ReadFully(qint64 position, std::span<std::byte> target) const {
+    std::size_t done = 0;
+    while (done < target.size()) {
+        const std::ptrdiff_t count = ReadAt(position + static_cast<qint64>(done), target.subspan(done));
+        if (count < 0) throw ReadingFailure(static_cast<int>(-count));
+        if (count == 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
+}
+
 qint64 InputFile::Size() const {
     struct stat status = {};
     return ::fstat(File.Number(), &status) == 0 ? status.st_size : 0;

@@ -22,6 +22,8 @@ public:
     // Fills `target` from byte `position` on as far as the file goes. Returns the number of bytes, 0 at the
     // end, or a negative errno value.
     std::ptrdiff_t ReadAt(qint64 position, std::span<std::byte> target) const;
+    // The same with all bytes that there are; fails when the drive does. Returns how many there were.
+    std::size_t ReadFully(qint64 position, std::span<std::byte> target) const;
     // Bytes of the file now.
     qint64 Size() const;
 

@@ -1,24 +1,10 @@
 #include "codecs/WavHeader.h"
 
+#include "codecs/LittleEndianBytes.h"
+
 #include <algorithm>
-#include <string_view>
 
 namespace Sonmira {
-
-namespace {
-
-class LittleEndianBytes {
-public:
-    void Name(std::string_view name) {
-        for (const char c : name) Bytes.push_back(static_cast<std::byte>(c));
-    }
-    void Number(std::uint64_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) Bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
-    }
-    std::vector<std::byte> Bytes;
-};
-
-}  // namespace
 
 std::vector<std::byte> WavHeader(const PcmFormat& format, qint64 dataSize) {
     const auto data = static_cast<std::uint64_t>(dataSize);

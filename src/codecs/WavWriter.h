@@ -5,6 +5,9 @@
 
 namespace Sonmira {
 
+// The most bytes of sound that its sizes of 32 bits can count.
+inline constexpr qint64 MostWavData = 0xFFFFFFFF - 64;
+
 // RIFF WAVE with the plain 16-byte PCM format chunk at every width and nothing else around the data: the
 // header of 44 bytes that every program reads. It is complete once Finish has run.
 //
@@ -13,7 +16,7 @@ namespace Sonmira {
 class WavWriter final : public SoundWriter {
 public:
     // `most` is the number of data bytes at which the file is full; only a test gives another.
-    explicit WavWriter(const PcmFormat& format, qint64 most = 0xFFFFFFFF - 64);
+    explicit WavWriter(const PcmFormat& format, qint64 most = MostWavData);
 
     void Write(const AudioBlock& block, OutputFile& file) override;
     void Finish(OutputFile& file) override;

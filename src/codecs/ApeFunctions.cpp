@@ -1,0 +1,55 @@
+#include "codecs/ApeFunctions.h"
+
+#include "codecs/Id3Block.h"
+#include "codecs/InputFile.h"
+#include "codecs/MediaReader.h"
+#include "codecs/SimpleTags.h"
+#include "codecs/ape/ApeFileReader.h"
+#include "codecs/ape/Decode.h"
+#include "codecs/ape/Encode.h"
+
+#include <limits>
+
+namespace Sonmira {
+
+namespace {
+
+qint64 SecondsOf(const QString& path) {
+    const auto file = std::make_shared<const InputFile>(path);
+    if (const auto reader = ApeFileReader::Open(file)) return reader->Blocks() / reader->Sound().Rate;
+    MediaReader reader(path);
+    return reader.Length() / reader.Format().Rate;
+}
+
+}  // namespace
+
+void CompressFile(const QString& wav, const QString& ape, qint32 level, const ApeProgressCallback& progress,
+                  const qint32& killFlag) {
+    EncodeApe(wav, ape, level, progress, killFlag);
+}
+
+void DecompressFile(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
+                    const qint32& killFlag) {
+    DecodeApe(ape, wav, progress, killFlag);
+}
+
+qint32 GetDurationTrack(const QString& path) {
+    qint64 seconds = 0;
+    PassOver([&] { seconds = SecondsOf(path); });
+    return static_cast<qint32>(std::clamp<qint64>(seconds, 0, std::numeric_limits<qint32>::max()));
+}
+
+void GetID3Tag(const QString& path, std::array<char, 128>& block) {
+    PassOver([&] {
+        if (const auto found = ReadId3Block(path)) block = *found;
+    });
+}
+
+void TagFileSimple(const QString& path, const QString& artist, const QString& album, const QString& title,
+                   const QString& comment, const QString& genre, const QString& year, const QString& track,
+                   qint32 clearFirst, qint32 useOldId3) {
+    WriteSimpleTags(path, {artist, album, title, comment, genre, year, track}, clearFirst != 0,
+                    useOldId3 != 0);
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,130 @@
+#include "codecs/ape/ApeInput.h"
+
+#include "codecs/InputFile.h"
+#include "codecs/MediaReader.h"
+#include "codecs/PcmPacker.h"
+#include "codecs/StreamConverter.h"
+#include "codecs/WavClaim.h"
+#include "codecs/ape/WavLayout.h"
+
+#include <cstring>
+
+namespace Sonmira {
+
+namespace {
+
+// Head and tail are counted in 32 bits, and nobody keeps more beside the sound.
+constexpr qint64 MostVerbatim = 1LL << 30;
+
+// The bytes of a file as they are.
+class PlainInput final : public ApeInput {
+public:
+    PlainInput(std::unique_ptr<const InputFile> file, const WavLayout& layout) : File(std::move(file)) {
+        Format = layout.Sound;
+        Head = layout.DataStart;
+        const qint64 there = std::max<qint64>(File->Size() - Head, 0);
+        const qint64 claimed = layout.DataClaimed;
+        // Programs that write into a pipe know no size; nothing can follow the sound then.
+        const bool isUnknown = claimed > there || (claimed == 0 && !IsChunkAt(Head));
+        const qint64 data = isUnknown ? there : claimed;
+        Count = data / Format.BlockBytes();
+        // Part of a block, a padding byte and trailing chunks.
+        Tail = there - Count * Format.BlockBytes();
+    }
+
+    std::size_t Read(std::span<std::byte> target) override {
+        const qint64 left = Count * Format.BlockBytes() - Position;
+        const auto wanted = static_cast<std::size_t>(std::min<qint64>(left, std::ssize(target)));
+        const std::size_t count = File->ReadFully(Head + Position, target.first(wanted));
+        if (count < wanted) throw DamagedFile();
+        Position += static_cast<qint64>(count);
+        return count;
+    }
+    void ReadHead(qint64 from, std::span<std::byte> target) override { ReadAll(from, target); }
+    void ReadTail(qint64 from, std::span<std::byte> target) override {
+        ReadAll(Head + Count * Format.BlockBytes() + from, target);
+    }
+    void CheckEnd() override {
+        if (MissingWavBytes(*File) > 0) throw DamagedFile();
+    }
+
+private:
+    void ReadAll(qint64 position, std::span<std::byte> target) {
+        if (File->ReadFully(position, target) < target.size()) throw DamagedFile();
+    }
+    // An empty sound followed by chunks looks like one of unknown size.
+    bool IsChunkAt(qint64 position) {
+        std::array<std::byte, 4> name{};
+        if (File->ReadFully(position, name) < name.size()) return false;
+        return std::memcmp(name.data(), "LIST", 4) == 0 || std::memcmp(name.data(), "id3 ", 4) == 0 ||
+               std::memcmp(name.data(), "ID3 ", 4) == 0;
+    }
+
+    std::unique_ptr<const InputFile> File;
+    qint64 Position = 0;
+};
+
+// Everything else, through the libraries' decoders.
+class DecodedInput final : public ApeInput {
+public:
+    explicit DecodedInput(QStringView path) : Reader(path) {
+        const StreamFormat source = Reader.Format();
+        Format.Rate = source.Rate;
+        Format.Channels = std::min(source.Channels, 2);
+        First = Reader.Read(BlockSize);
+        const bool isNarrow = First.Type == SampleType::Int16 && source.Channels <= 2;
+        Format.Bits = isNarrow ? 16 : 24;
+        Converter.emplace(source, StreamFormat{Format.Rate, Format.Channels}, ResamplerPrecision::Bits28);
+        Packer.emplace(Format.Bits);
+        Count = Reader.Length();
+    }
+
+    std::size_t Read(std::span<std::byte> target) override {
+        std::size_t done = 0;
+        while (done < target.size()) {
+            if (PackedStart == Packed.size() && !ReadMore()) break;
+            const std::size_t count = std::min(target.size() - done, Packed.size() - PackedStart);
+            std::memcpy(&target[done], &Packed[PackedStart], count);
+            PackedStart += count;
+            done += count;
+        }
+        return done;
+    }
+    void ReadHead(qint64 /*from*/, std::span<std::byte> /*target*/) override {}
+    void ReadTail(qint64 /*from*/, std::span<std::byte> /*target*/) override {}
+    void CheckEnd() override {}  // the reader fails by itself
+
+private:
+    static constexpr qint64 BlockSize = 256 * 1024;
+
+    bool ReadMore() {
+        AudioBlock block = First.IsEmpty() ? Reader.Read(BlockSize) : std::exchange(First, {});
+        if (block.IsEmpty()) return false;
+        Packed.clear();
+        PackedStart = 0;
+        Packer->Pack(Converter->Convert(std::move(block)), Packed);
+        return true;
+    }
+
+    MediaReader Reader;
+    AudioBlock First;
+    std::optional<StreamConverter> Converter;
+    std::optional<PcmPacker> Packer;
+    std::vector<std::byte> Packed;
+    std::size_t PackedStart = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<ApeInput> OpenApeInput(QStringView path) {
+    auto file = std::make_unique<const InputFile>(path);
+    const auto layout = WavLayoutOf(
+        [&](qint64 position, std::span<std::byte> target) { return file->ReadFully(position, target); });
+    if (layout && layout->DataStart < MostVerbatim) {
+        auto input = std::make_unique<PlainInput>(std::move(file), *layout);
+        if (input->TailBytes() < MostVerbatim) return input;
+    }
+    return std::make_unique<DecodedInput>(path);
+}
+
+}  // namespace Sonmira

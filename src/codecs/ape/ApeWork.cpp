@@ -1,0 +1,61 @@
+#include "codecs/ape/ApeWork.h"
+
+namespace Sonmira {
+
+namespace {
+
+// The user interface lives on the progress: often enough for a click to be heard at once.
+constexpr std::chrono::milliseconds Patience{25};
+// What all groups in memory may take together, so that many cores do not mean much memory.
+constexpr qint64 MostBytes = 512LL * 1024 * 1024;
+// Groups that wait beside those that are being worked on.
+constexpr unsigned Spare = 1;
+
+unsigned ThreadsFor(unsigned wanted, qint64 groupBytes) {
+    const unsigned cores = wanted > 0 ? wanted : std::max(std::thread::hardware_concurrency(), 1U);
+    const qint64 most = std::max<qint64>(MostBytes / std::max<qint64>(groupBytes, 1) - Spare, 1);
+    return static_cast<unsigned>(std::min<qint64>(cores, most));
+}
+
+}  // namespace
+
+ApeWork::ApeWork(const ApeWorkers& workers, qint64 total, qint64 groupBytes,
+                 const ApeProgressCallback& progress, const qint32& killFlag)
+    : Threads(ThreadsFor(workers.Threads, groupBytes)),
+      Total(total),
+      Progress(progress),
+      KillFlag(killFlag) {}
+
+bool ApeWork::IsStopped() {
+    const auto now = std::chrono::steady_clock::now();
+    if (Progress && (!LastTold || now - *LastTold >= Patience)) {
+        LastTold = now;
+        const qint64 done = std::min<qint64>(State.BlocksDone, Total);
+        Progress(Total > 0 ? static_cast<qint32>(done * 100'000 / Total) : 0);
+    }
+    return KillFlag != 0;
+}
+
+bool ApeWork::Run(const std::function<Worker(ApeWorkState&)>& makeWorker,
+                  const std::function<std::unique_ptr<ApeFrameGroup>()>& next,
+                  const std::function<void(ApeFrameGroup&)>& done) {
+    OrderedWork<ApeFrameGroup> work(Threads, [&] { return makeWorker(State); });
+    // Whatever ends this routine, the workers stop soon.
+    const std::unique_ptr<ApeWorkState, void (*)(ApeWorkState*)> stop(
+        &State, [](ApeWorkState* state) { state->Stop = true; });
+    bool isMore = true;
+    while (isMore || work.Count() > 0) {
+        if (IsStopped()) return false;
+        if (isMore && work.Count() < Threads + Spare) {
+            auto group = next();
+            isMore = group != nullptr;
+            if (isMore) work.Push(std::move(group));
+        } else if (const auto group = work.Next(Patience)) {
+            done(*group);
+        }
+    }
+    if (Progress) Progress(100'000);
+    return KillFlag == 0;
+}
+
+}  // namespace Sonmira

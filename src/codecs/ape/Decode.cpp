@@ -1,0 +1,134 @@
+#include "codecs/ape/Decode.h"
+
+#include "codecs/MediaReader.h"
+#include "codecs/OutputFile.h"
+#include "codecs/WavHeader.h"
+#include "codecs/WavWriter.h"
+#include "codecs/ape/ApeFileReader.h"
+#include "codecs/ape/FrameDecoder.h"
+#include "codecs/ape/WavLayout.h"
+#include "platform/Failure.h"
+
+#include <cstring>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A stored header longer than this is not looked at; a plain one takes its place.
+constexpr qint64 MostHeadBytes = 1 << 20;
+constexpr qint64 CopyBytes = 64 * 1024;
+
+// What stands before the sound and behind it in the WAV file.
+struct Frame {
+    std::vector<std::byte> Head;
+    qint64 TailStart = 0;
+    qint64 TailBytes = 0;
+};
+
+// The source's own header and tail, where that gives a plain PCM WAV again, which every program reads.
+std::optional<Frame> StoredFrame(const ApeFileReader& ape, const InputFile& file) {
+    if (ape.HeadBytes() == 0 || ape.HeadBytes() > MostHeadBytes) return {};
+    Frame frame{std::vector<std::byte>(static_cast<std::size_t>(ape.HeadBytes())), ape.TailStart(),
+                ape.TailBytes()};
+    if (file.ReadFully(ape.HeadStart(), frame.Head) < frame.Head.size()) return {};
+    const auto layout = WavLayoutOf([&](qint64 position, std::span<std::byte> target) {
+        const auto left = std::max<qint64>(std::ssize(frame.Head) - position, 0);
+        const auto count = std::min(static_cast<std::size_t>(left), target.size());
+        if (count > 0) std::memcpy(target.data(), &frame.Head[static_cast<std::size_t>(position)], count);
+        return count;
+    });
+    if (!layout || !layout->IsPlain || layout->DataStart != ape.HeadBytes() || layout->Sound != ape.Sound()) {
+        return {};
+    }
+    const qint64 data = ape.Blocks() * ape.Sound().BlockBytes();
+    const bool isCounted = layout->DataClaimed >= data && layout->DataClaimed <= data + ape.TailBytes();
+    return isCounted ? std::optional(std::move(frame)) : std::nullopt;
+}
+
+Frame PlainFrame(const ApeFileReader& ape) {
+    const ApeSound& sound = ape.Sound();
+    const qint64 data = ape.Blocks() * sound.BlockBytes();
+    if (data > MostWavData) throw Failure(FailureNumber::Component, u"A WAV file cannot grow beyond 4 GB"_s);
+    return {WavHeader({sound.Rate, sound.Channels, sound.Bits}, data), 0, 0};
+}
+
+void WriteTail(const InputFile& file, const Frame& frame, OutputFile& out) {
+    std::vector<std::byte> piece;
+    for (qint64 at = 0; at < frame.TailBytes; at += std::ssize(piece)) {
+        piece.resize(static_cast<std::size_t>(std::min(frame.TailBytes - at, CopyBytes)));
+        if (file.ReadFully(frame.TailStart + at, piece) < piece.size()) throw DamagedFile();
+        out.Write(piece);
+    }
+}
+
+void DecodeOurs(ApeFileReader& ape, const InputFile& file, const QString& wav,
+                const ApeProgressCallback& progress, const qint32& killFlag, const ApeWorkers& workers) {
+    auto stored = StoredFrame(ape, file);
+    const bool isStored = stored.has_value();
+    const Frame frame = isStored ? std::move(*stored) : PlainFrame(ape);
+    OutputFile out(wav);
+    out.Write(frame.Head);
+    const auto groupBytes = static_cast<qint64>(MostApeFramesOfAGroup(ape.Sound().Channels)) *
+                            ape.Level().BlocksPerFrame * ape.Sound().BlockBytes();
+    int damaged = 0;
+    ApeWork work(workers, ape.Blocks(), 2 * groupBytes, progress, killFlag);
+    const bool isWhole = work.Run(
+        [&](ApeWorkState& state) -> ApeWork::Worker {
+            const auto decoder =
+                std::make_shared<ApeFrameDecoder>(ape.Level(), ape.Sound(), *workers.Kernels);
+            return [decoder, &state](ApeFrameGroup& group) {
+                decoder->Decode(group, state);
+                group.Frames = {};
+            };
+        },
+        [&] { return ape.NextGroup(ApeFrameDecoder::Padding); },
+        [&](ApeFrameGroup& group) {
+            out.Write(group.Pcm);
+            damaged += group.Damaged;
+        });
+    if (isWhole && isStored) {
+        WriteTail(file, frame, out);
+    } else if (isWhole && (out.Size() - std::ssize(frame.Head)) % 2 != 0) {
+        out.Write(std::vector<std::byte>(1));
+    }
+    out.Close();
+    if (damaged > 0 || ape.IsCutShort()) throw DamagedFile();
+}
+
+// Other versions, by the libraries' decoder.
+void DecodeOthers(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
+                  const qint32& killFlag) {
+    constexpr qint64 blockBytes = 64 * 1024;
+    MediaReader reader(ape);
+    AudioBlock block = reader.Read(blockBytes);
+    const StreamFormat format = reader.Format();
+    WavWriter writer({format.Rate, format.Channels, block.Type == SampleType::Int16 ? 16 : 24});
+    OutputFile out(wav);
+    const qint64 length = std::max<qint64>(reader.Length(), 1);
+    qint64 done = 0;
+    for (; !block.IsEmpty(); block = reader.Read(blockBytes)) {
+        writer.Write(block, out);
+        done += std::ssize(block.Bytes) / static_cast<qint64>(reader.FrameSize());
+        if (progress) progress(static_cast<qint32>(std::min(done, length) * 100'000 / length));
+        if (killFlag != 0) break;
+    }
+    writer.Finish(out);
+    out.Close();
+}
+
+}  // namespace
+
+void DecodeApe(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
+               const qint32& killFlag, const ApeWorkers& workers) {
+    const auto file = std::make_shared<const InputFile>(ape);
+    if (auto reader = ApeFileReader::Open(file)) {
+        DecodeOurs(*reader, *file, wav, progress, killFlag, workers);
+    } else {
+        DecodeOthers(ape, wav, progress, killFlag);
+    }
+}
+
+}  // namespace Sonmira

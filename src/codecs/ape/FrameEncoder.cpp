@@ -1,0 +1,142 @@
+#include "codecs/ape/FrameEncoder.h"
+
+#include "codecs/ape/Crc32.h"
+#include "codecs/ape/PcmSamples.h"
+
+#include <QtEndian>
+
+#include <cstring>
+
+namespace Sonmira {
+
+namespace {
+
+constexpr std::size_t CrcBytes = 4;
+constexpr std::size_t FlagsBytes = 4;
+constexpr std::size_t Half = ApeLaneCount / 2;
+
+bool IsSilent(std::span<const std::byte> pcm, int bits) {
+    const auto nothing = static_cast<std::byte>(bits == 8 ? 0x80 : 0);
+    // All bytes are alike where each is like the next.
+    return pcm.front() == nothing && std::memcmp(pcm.data(), pcm.data() + 1, pcm.size() - 1) == 0;
+}
+
+bool IsAlike(std::span<const std::byte> pcm, std::size_t sampleBytes) {
+    for (std::size_t at = 0; at < pcm.size(); at += 2 * sampleBytes) {
+        if (std::memcmp(&pcm[at], &pcm[at + sampleBytes], sampleBytes) != 0) return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+ApeFrameEncoder::ApeFrameEncoder(const ApeLevel& level, const ApeSound& sound, const ApeKernels& kernels)
+    : Level(level),
+      Sound(sound),
+      Kernels(kernels),
+      Filters(MakeApeFilters(level)),
+      Values(MakeApeAligned<std::int32_t>(ApeChunkSteps * ApeLaneCount)) {}
+
+// Finds out what of the frame is coded, and how.
+void ApeFrameEncoder::Begin(Frame& frame) const {
+    const std::span pcm(frame.Pcm, frame.Blocks * static_cast<std::size_t>(Sound.BlockBytes()));
+    const int lane = static_cast<int>(frame.Number);
+    const int mean = lane + static_cast<int>(Half);
+    ApeCodedLanes lanes;
+    frame.Flags = 0;
+    if (IsSilent(pcm, Sound.Bits)) {
+        frame.Flags = ApeFrameFlag::LeftSilent | (Sound.Channels == 2 ? ApeFrameFlag::RightSilent : 0);
+    } else if (Sound.Channels == 1) {
+        lanes = {1, {lane, 0}};
+    } else if (IsAlike(pcm, static_cast<std::size_t>(Sound.Bits) / 8)) {
+        // The difference is 0 throughout, so that the lane of the mean is that of a single channel.
+        frame.Flags = ApeFrameFlag::Alike;
+        lanes = {1, {mean, 0}};
+    } else {
+        lanes = {2, {lane, mean}};
+    }
+    frame.Coder.Start(lanes, CrcBytes + (frame.Flags != 0 ? FlagsBytes : 0));
+    const std::uint32_t flagged = frame.Flags != 0 ? 1U << 31 : 0;
+    qToBigEndian<quint32>(Crc32Of(pcm) >> 1 | flagged, frame.Coder.Bytes.data());
+    if (frame.Flags != 0) qToBigEndian<quint32>(frame.Flags, frame.Coder.Bytes.data() + CrcBytes);
+}
+
+void ApeFrameEncoder::Encode(ApeFrameGroup& group, ApeWorkState& state) {
+    const auto full = static_cast<std::size_t>(Level.BlocksPerFrame);
+    FrameCount = (group.Blocks + full - 1) / full;
+    for (std::size_t i = 0; i < FrameCount; ++i) {
+        const ApeFramePlace place = ApeFramePlaceOf(group, Level, i);
+        Frames[i].Number = i;
+        Frames[i].Pcm = group.Pcm.data() + place.First * static_cast<std::size_t>(Sound.BlockBytes());
+        Frames[i].Blocks = place.Blocks;
+        Begin(Frames[i]);
+    }
+    Predictor = {};
+    for (ApeFilterLanes& filter : Filters) filter.Reset();
+    // The first frame is the longest.
+    for (std::size_t from = 0; from < Frames[0].Blocks && !state.Stop; from += ApeChunkSteps) {
+        CodeLanes(from);
+        for (std::size_t i = 0; i < FrameCount; ++i) {
+            const std::size_t left = Frames[i].Blocks - std::min(from, Frames[i].Blocks);
+            state.BlocksDone += static_cast<std::int64_t>(std::min(left, ApeChunkSteps));
+        }
+    }
+    group.Frames.clear();
+    for (std::size_t i = 0; i < FrameCount; ++i) group.Frames.push_back(Finished(Frames[i]));
+}
+
+// One chunk of all frames. All are full but the last one of a file, which may end within the chunk.
+void ApeFrameEncoder::CodeLanes(std::size_t from) {
+    std::fill_n(Values.get(), ApeChunkSteps * ApeLaneCount, 0);
+    std::array<ApeRangeEncoder*, ApeLaneCount> going{};
+    std::size_t goingCount = 0;
+    ApeRangeEncoder* ending = nullptr;
+    std::size_t endingSteps = 0;
+    for (std::size_t i = 0; i < FrameCount; ++i) {
+        Frame& frame = Frames[i];
+        if (!frame.IsCoded() || from >= frame.Blocks) continue;
+        const std::size_t steps = std::min(ApeChunkSteps, frame.Blocks - from);
+        FillLanes(frame, from, steps);
+        frame.Coder.Reserve(2 * ApeChunkSteps);
+        if (steps == ApeChunkSteps) {
+            going[goingCount++] = &frame.Coder;
+        } else {
+            ending = &frame.Coder;
+            endingSteps = steps;
+        }
+    }
+    if (goingCount == 0 && ending == nullptr) return;
+    const std::size_t steps = goingCount > 0 ? ApeChunkSteps : endingSteps;
+    Kernels.Predict(Predictor, Values.get(), steps, Sound.Channels == 2);
+    for (ApeFilterLanes& filter : Filters) Kernels.Filter(filter, Values.get(), steps);
+    if (goingCount > 0) Kernels.Encode({going.data(), goingCount}, Values.get(), ApeChunkSteps);
+    if (ending != nullptr) Kernels.Encode({&ending, 1}, Values.get(), endingSteps);
+}
+
+void ApeFrameEncoder::FillLanes(const Frame& frame, std::size_t from, std::size_t steps) {
+    WithApeWidth(Sound.Bits, [&](auto width) {
+        constexpr std::size_t sampleBytes = width() / 8;
+        const std::byte* pcm = frame.Pcm + from * static_cast<std::size_t>(Sound.BlockBytes());
+        std::int32_t* values = &Values[frame.Number];
+        if (Sound.Channels == 1) {
+            for (std::size_t i = 0; i < steps; ++i) {
+                values[i * ApeLaneCount] = ApeSampleAt<width()>(pcm + i * sampleBytes);
+            }
+            return;
+        }
+        for (std::size_t i = 0; i < steps; ++i) {
+            const std::int32_t left = ApeSampleAt<width()>(pcm + i * 2 * sampleBytes);
+            const std::int32_t right = ApeSampleAt<width()>(pcm + (i * 2 + 1) * sampleBytes);
+            const std::int32_t difference = right - left;
+            values[i * ApeLaneCount] = difference;
+            values[i * ApeLaneCount + Half] = left + difference / 2;
+        }
+    });
+}
+
+std::vector<std::uint8_t> ApeFrameEncoder::Finished(Frame& frame) const {
+    frame.Coder.Finish();
+    return std::move(frame.Coder.Bytes);
+}
+
+}  // namespace Sonmira
