@@ -41,6 +41,7 @@ public:
     int DirectoryCount = 0;
     int FileCount = 0;
     QString StatusPath;
+    PanelTag Panel;
 
     std::function<void()> AtYield;
 
@@ -64,6 +65,8 @@ public:
     void ShowFileName(const QString& text) override { FileName = text; }
     void ShowDuration(const QString& text) override { Duration = text; }
     void ShowProgress(int percent) override { Progress = percent; }
+    PanelTag GetPanelTag() const override { return Panel; }
+    void SetPanelTag(const PanelTag& tag) override { Panel = tag; }
     void Yield() override;
 
     // CollectionView.

@@ -71,6 +71,10 @@ public:
         Timer([&] { Inner.CloseFile(); });
     }
 
+    void SetFormatPCM(int frequency, int channels, int bits) override {
+        Inner.SetFormatPCM(frequency, channels, bits);
+    }
+
 private:
     AudioSink& Inner;
     CallTimer Timer;

@@ -1,5 +1,5 @@
-#include "codecs/ape/Encode.h"
 #include "codecs/ape/Decode.h"
+#include "codecs/ape/Encode.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
 
@@ -14,7 +14,10 @@ int main(int argc, char** argv) {
     qint32 kill = 0;
     auto t = std::chrono::steady_clock::now();
     try {
-        if(atoi(argv[3])==0) DecodeApe(FromNative(argv[1]),FromNative(argv[2]),{},kill,w); else EncodeApe(FromNative(argv[1]), FromNative(argv[2]), atoi(argv[3]), {}, kill, w);
+        if (atoi(argv[3]) == 0)
+            DecodeApe(FromNative(argv[1]), FromNative(argv[2]), {}, kill, w);
+        else
+            EncodeApe(FromNative(argv[1]), FromNative(argv[2]), atoi(argv[3]), {}, kill, w);
     } catch (const Failure& f) {
         std::puts(f.what());
         return 1;

@@ -1,10 +1,12 @@
 // Adds and walks 1,000, 10,000 and 30,000 small files, in folders of 15, and prints what one file costs.
 // Cost that grows with the collection shows as a last column well above 1.
 #include "HeadlessHost.h"
+#include "engine/CodecSet.h"
 #include "engine/JobDriver.h"
 #include "engine/RunState.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
+#include "library/Removal.h"
 #include "platform/NativePath.h"
 #include "shell/LanguageFiles.h"
 
@@ -34,6 +36,7 @@ struct NoSound final : AudioSource, AudioSink {
     void OpenForWrite(const QString& /*path*/) override {}
     void SetSourceFormat(int /*sampleRate*/, int /*channelCount*/) override {}
     void WriteBlock(const AudioBlock& /*block*/) override {}
+    void SetFormatPCM(int /*frequency*/, int /*channels*/, int /*bits*/) override {}
 };
 
 void MakeFiles(const std::filesystem::path& root, int count) {
@@ -58,9 +61,9 @@ double MicrosecondsAFile(int count, Work&& work) {
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     LanguageLines.Assign(QStringList(101));
-    std::printf("%8s %22s %22s %22s\n", "files", "scan us/file (x first)", "drop us/file (x first)",
-                "walk us/file (x first)");
-    double first[3] = {};
+    std::printf("%8s %22s %22s %22s %22s\n", "files", "scan us/file (x first)", "drop us/file (x first)",
+                "walk us/file (x first)", "remove us/file (x first)");
+    double first[4] = {};
     for (const int count : {1000, 10000, 30000}) {
         const QTemporaryDir folder;
         const std::filesystem::path root(folder.path().toStdString());
@@ -69,7 +72,7 @@ int main(int argc, char** argv) {
 
         HeadlessHost host;
         Collection scanned;
-        double cost[3];
+        double cost[4];
         cost[0] = MicrosecondsAFile(count, [&] { AddDirectory(scanned, host, source); });
 
         QStringList paths;
@@ -81,20 +84,23 @@ int main(int argc, char** argv) {
         cost[1] = MicrosecondsAFile(count, [&] { AddDropped(dropped, dropHost, paths); });
 
         NoSound none;
+        CodecSet codecs;
         RunState run;
         host.OutputFolder = FromNative((root / "out").string());
         std::filesystem::create_directories(root / "out");
-        cost[2] = MicrosecondsAFile(count, [&] {
-            JobDriver(run, host, {none, none}, scanned).RunAllConversions();
-        });
+        cost[2] = MicrosecondsAFile(
+            count, [&] { JobDriver(run, host, codecs.Parts(none, none), scanned).RunAllConversions(); });
+
+        // The whole tree at one go.
+        cost[3] = MicrosecondsAFile(count, [&] { RemoveFromCollection(scanned, host, source); });
 
         std::printf("%8d", count);
-        for (int n = 0; n < 3; ++n) {
+        for (int n = 0; n < 4; ++n) {
             if (first[n] == 0) first[n] = cost[n];
             std::printf(" %14.2f (%5.2f)", cost[n], cost[n] / first[n]);
         }
         std::printf("\n");
-        if (scanned.FileCount != count || dropped.FileCount != count) return 1;
+        if (scanned.Records.UpperBound() != 0 || dropped.FileCount != count) return 1;
     }
     return 0;
 }

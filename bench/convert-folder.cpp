@@ -5,7 +5,7 @@
 // is made. FORMAT is Mp3, Ogg or Wav.
 #include "HeadlessHost.h"
 #include "TimedComponents.h"
-#include "codecs/AudioFile.h"
+#include "engine/CodecSet.h"
 #include "engine/JobDriver.h"
 #include "engine/OutputFormatNames.h"
 #include "engine/RunState.h"
@@ -30,22 +30,27 @@ double SecondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-bool SetFormat(AudioFile& fileWenc, const QString& format) {
+// Gives the encoders of that format what a user who chooses nothing gives them.
+bool SetFormat(AudioFile& fileWenc, EncoderLevels& levels, const QString& format) {
+    levels = {2000, 5, 5};
+    if (format == FormatName::Ape || format == FormatName::Flac || format == FormatName::Mpc) return true;
     if (format == FormatName::Mp3) {
         fileWenc.SetFormatMP3(44100, 128, 2);
     } else if (format == FormatName::Ogg) {
         fileWenc.SetFormatOggVorbis(44100, 2, {}, {}, {}, 400);
     } else if (format == FormatName::Wav) {
         fileWenc.SetFormatPCM(44100, 2, 16);
+    } else if (format == FormatName::Wma) {
+        fileWenc.SelectWmaFormat(43);
     }
     return !fileWenc.FormatString().isEmpty();
 }
 
 int Convert(const char* source, const char* destination, const QString& format) {
     std::filesystem::create_directories(destination);
-    AudioFile fileRenc;
-    AudioFile fileWenc;
-    if (!SetFormat(fileWenc, format)) {
+    CodecSet codecs;
+    RunState run;
+    if (!SetFormat(codecs.FileWenc, run.Levels, format)) {
         std::fprintf(stderr, "no such format, or its encoder is missing\n");
         return 2;
     }
@@ -59,11 +64,10 @@ int Convert(const char* source, const char* destination, const QString& format) 
     AddDirectory(collection, host, FromNative(std::filesystem::canonical(source).string()));
     const double adding = SecondsSince(start);
 
-    RunState run;
-    TimedSource reader(fileRenc);
-    TimedSink writer(fileWenc);
+    TimedSource reader(codecs.FileRenc);
+    TimedSink writer(codecs.FileWenc);
     start = std::chrono::steady_clock::now();
-    JobDriver(run, host, {reader, writer}, collection).RunAllConversions();
+    JobDriver(run, host, codecs.Parts(reader, writer), collection).RunAllConversions();
     const double running = SecondsSince(start);
 
     std::size_t failed = 0;

@@ -81,7 +81,7 @@ void AudioFile::OpenForWrite(const QString& path) {
 }
 
 void AudioFile::SetSourceFormat(int sampleRate, int channelCount) {
-    if (!Writer->Open) throw Failure(FailureNumber::InvalidCall);
+    if (!Writer->Open) return;
     WithMemoryChecked([&] { Writer->Open->SetSource({sampleRate, channelCount}); });
 }
 

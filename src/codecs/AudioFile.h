@@ -43,7 +43,7 @@ public:
 
     // Formats. Rates in Hz, channels 1 or 2.
     // PCM WAV of 8 (unsigned), 16, 24 or 32 bits at 1 to 384000 Hz.
-    void SetFormatPCM(int frequency, int channels, int bits);
+    void SetFormatPCM(int frequency, int channels, int bits) override;
     // Constant bit rate MP3; `kilobits` one of the rates that MPEG audio knows for that frequency. Returns
     // whether the encoder library could be loaded; without it nothing changes and the earlier format stays.
     bool SetFormatMP3(int frequency, int kilobits, int channels);

@@ -29,6 +29,11 @@ struct TagValues {
 // atoms (M4A, ALAC) and, in WAV files, ID3v2 beside the INFO list.
 class AudioInformation : public TagValues {
 public:
+    virtual ~AudioInformation() = default;
+
+    // Empties all fields.
+    void Clear() { static_cast<TagValues&>(*this) = TagValues(); }
+
     // Which kind of tag the next LoadTag or SaveTag concerns: 1 is ID3v1, 2 is ID3v2. For files that have one
     // kind of tag both mean that one. Other numbers fail with InvalidPropertyValue.
     void SetTagKind(qint16 kind);
@@ -36,14 +41,14 @@ public:
 
     // Fills all fields from the file; a file without a tag gives empty texts, the genre "other" and zeros.
     // Fails only for a folder and for a file that is missing or cannot be opened, and leaves the fields then.
-    void LoadTag(const QString& path);
+    virtual void LoadTag(const QString& path);
 
     // Writes the fields into the file. Only what differs from what stands there is changed, so that nothing
     // that the fields cannot name (pictures, further values, unknown frames) is lost; a field that the format
     // cannot hold is passed over. A text is cut at its first NUL, which is padding. The file is changed
     // in a copy that replaces it at the end: a failure leaves it as it was. Fails where there is no such
     // file, no room, or no tag in files of that format.
-    void SaveTag(const QString& path);
+    virtual void SaveTag(const QString& path);
 
     // The name of a genre, 0 to 147, in the order of ID3v1 and its first extension; else the empty text.
     static QString GenreName(int index);

@@ -45,13 +45,16 @@ public:
     // is set, or when it is the file that a reader of this process has open.
     virtual void OpenForWrite(const QString& path) = 0;
     // What the blocks will hold. Must come before the first block; rate and channel count are converted to
-    // those of the format.
+    // those of the format. Without an open file it changes nothing.
     virtual void SetSourceFormat(int sampleRate, int channelCount) = 0;
     // Encodes and writes the frames. A failure of an earlier block may be reported here.
     virtual void WriteBlock(const AudioBlock& block) = 0;
     // Writes what is left and finishes the file; reports what could not be written. After a failure, or
     // without a source format, closes what is there. Harmless when no file is open.
     virtual void CloseFile() = 0;
+    // The format of the files that are opened from now on: PCM WAV at `frequency` Hz, 1 or 2 channels, `bits`
+    // wide.
+    virtual void SetFormatPCM(int frequency, int channels, int bits) = 0;
 };
 
 }  // namespace Sonmira

@@ -21,13 +21,24 @@ bool Destination::TakeStem(const RunState& run) {
     return FindFirstName(run.CurrentInput, SearchFor::VisibleFiles).contains(u'.');
 }
 
-void Destination::SetOutputStem(RunState& run, RunView& view, const ConversionRecords& records,
-                                const ConversionRecord& record) {
+bool Destination::BesideTheSource(RunState& run, RunView& view) const {
     if (view.CheckOutPath()) {
         run.OutputStem = SourceFolder + Stem;
-        return;
+        return true;
     }
     if (!view.TextOutPath().endsWith(u'\\')) view.SetTextOutPath(view.TextOutPath() + u'\\');
+    return false;
+}
+
+void Destination::SetOutputStem(RunState& run, RunView& view, const QString& relativeFolder) {
+    if (BesideTheSource(run, view)) return;
+    const QString folder = relativeFolder.isEmpty() ? QString() : WithBackslash(relativeFolder);
+    run.OutputStem = view.TextOutPath() + folder + Stem;
+}
+
+void Destination::SetOutputStem(RunState& run, RunView& view, const ConversionRecords& records,
+                                const ConversionRecord& record) {
+    if (BesideTheSource(run, view)) return;
     const std::optional<int> parent = records.FirstWithIndex(record.Parent);
     if (!parent) throw Failure(FailureNumber::SubscriptOutOfRange);
     const QString& relativeFolder = records[*parent].RelativeFolder;

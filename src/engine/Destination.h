@@ -17,11 +17,15 @@ public:
     // dot: such a file ends the run.
     bool TakeStem(const RunState& run);
 
-    // Sets OutputStem: beside the source, or below the output folder in the folder of the record's parent.
+    // Set OutputStem: beside the source, or below the output folder in the folder of the record's parent, or
+    // in `relativeFolder`.
     void SetOutputStem(RunState& run, RunView& view, const ConversionRecords& records,
                        const ConversionRecord& record);
+    void SetOutputStem(RunState& run, RunView& view, const QString& relativeFolder);
 
 private:
+    bool BesideTheSource(RunState& run, RunView& view) const;
+
     QString SourceFolder;
     QString Stem;
     QString FolderBelow;

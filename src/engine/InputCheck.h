@@ -7,8 +7,9 @@ namespace Sonmira {
 class RunView;
 struct RunState;
 
-// Whether the file is there and can be read; opening it is the test. A file that is refused gets the
-// reason into its row and sets FileError.
-bool CheckInputFile(RunState& run, RunView& view, AudioSource& fileRenc, const QString& path);
+// Whether the file is there and fit to be converted: what the streaming reader reads is opened, what a
+// decoder of its own reads must be longer than a second (AAC: can be read at all). A file that is refused
+// gets the reason into its row and sets FileError.
+bool CheckInputFile(RunState& run, RunView& view, Components parts, const QString& path);
 
 }  // namespace Sonmira

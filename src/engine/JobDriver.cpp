@@ -5,26 +5,59 @@
 #include "engine/RunView.h"
 #include "library/Collection.h"
 #include "platform/Failure.h"
+#include "platform/Folders.h"
+#include "shell/Values.h"
 
 namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+void JobDriver::ShowCount() {
+    View.ShowCount(PlainNumber(FilesDone) + u" / "_s + PlainNumber(Items.FileCount));
+}
 
 void JobDriver::RunAllConversions() {
     View.SetControlsEnabled(false);
     Run.CancelAll = Run.Busy = Run.FileError = Run.SkipCurrentFile = false;
     View.ClearRows();
     Run.CurrentItem = 0;
+    FilesDone = 0;
+    ShowCount();
 
-    RecordSteps steps(Run, View, Parts, Items.Records, Items.FileCount);
-    steps.ShowCount();
+    RecordSteps steps(Run, View, Parts, FullRunRules);
     for (int position = 1; position <= Items.Records.UpperBound(); ++position) {
         Checked16(position);  // the records are numbered in 16 bits; a longer collection is an overflow
         if (Run.CancelAll) break;
-        if (!steps.Convert(Items.Records[position])) return;
+        // A copy: while a file is converted the user may remove records.
+        const ConversionRecord record = Items.Records[position];
+        if (!ConvertRecord(steps, record)) return;
+        // A run in which every file is refused copies nothing and would otherwise never let the window paint.
+        View.Yield();
     }
 
     Run.Busy = false;
     View.SetControlsEnabled(true);
     Run.FileError = false;
+}
+
+bool JobDriver::ConvertRecord(RecordSteps& steps, const ConversionRecord& record) {
+    if (!record.Removed && !record.IsFile) EnterFolder(record);
+    if (!record.IsFile) return true;
+    const auto setStem = [&](Destination& target) { target.SetOutputStem(Run, View, Items.Records, record); };
+    if (!record.Removed && !steps.Convert(record, setStem)) return false;
+    ++FilesDone;
+    steps.Finish(record, [this] { ShowCount(); });
+    return true;
+}
+
+void JobDriver::EnterFolder(const ConversionRecord& record) {
+    if (View.CheckOutPath()) {
+        View.ShowFolder(record.Path);
+        return;
+    }
+    // An existing folder is fine, and one whose parent is missing stays missing.
+    CreateFolder(OutputRoot(View) + record.RelativeFolder);
+    View.ShowFolder(record.RelativeFolder);
 }
 
 }  // namespace Sonmira

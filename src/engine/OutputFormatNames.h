@@ -10,5 +10,8 @@ inline constexpr QStringView Mp3 = u"Mp3";
 inline constexpr QStringView Ogg = u"Ogg";
 inline constexpr QStringView Wav = u"Wav";
 inline constexpr QStringView Wma = u"Wma";
+inline constexpr QStringView Ape = u"APE (MonKey's audio)";
+inline constexpr QStringView Flac = u"FLAC (Free Lossless Audio Codec)";
+inline constexpr QStringView Mpc = u"Mpc (Musepack)";
 
 }  // namespace Sonmira::FormatName

@@ -1,9 +1,14 @@
 #include "engine/OutputStage.h"
 
 #include "engine/OutputFormatNames.h"
+#include "engine/ProgressEvents.h"
 #include "engine/RunState.h"
 #include "engine/RunView.h"
+#include "engine/TagWriting.h"
+#include "engine/TempWav.h"
 #include "engine/Transcoder.h"
+#include "platform/Failure.h"
+#include "platform/FileRemoval.h"
 #include "shell/Paths.h"
 #include "shell/Values.h"
 
@@ -20,13 +25,21 @@ QString UniqueStem(const QString& stem, const QString& extension) {
 }
 
 void OutputStage::Dispatch() {
+    struct Route {
+        QStringView Format;
+        void (OutputStage::*Encode)();
+    };
+    static constexpr Route Routes[] = {
+        {FormatName::Wma, &OutputStage::EncodeToWma}, {FormatName::Mp3, &OutputStage::EncodeToMp3},
+        {FormatName::Ogg, &OutputStage::EncodeToOgg}, {FormatName::Wav, &OutputStage::EncodeToWav},
+        {FormatName::Ape, &OutputStage::EncodeToApe}, {FormatName::Flac, &OutputStage::EncodeToFlac},
+        {FormatName::Mpc, &OutputStage::EncodeToMpc},
+    };
     const QString format = View.ComboOutFormat();
-    if (format == FormatName::Mp3) {
-        EncodeToMp3();
-    } else if (format == FormatName::Ogg) {
-        EncodeToOgg();
-    } else if (format == FormatName::Wav) {
-        EncodeToWav();
+    for (const Route& route : Routes) {
+        if (format != route.Format) continue;
+        (this->*route.Encode)();
+        return;
     }
 }
 
@@ -44,6 +57,71 @@ void OutputStage::EncodeByStream(const QString& extension) {
     if (!Run.Busy) return;
     Run.OutputStem = UniqueStem(Run.OutputStem, extension);
     TranscodeStream(Run, View, Parts, Run.CurrentInput, Run.OutputStem + extension);
+}
+
+void OutputStage::EncodeToWma() {
+    if (!Run.Busy) return;
+    const QString extension = u".wma"_s;
+    const bool encoded = PassOver([&] {
+        Run.OutputStem = UniqueStem(Run.OutputStem, extension);
+        Parts.FileRenc.OpenForRead(Run.CurrentInput);
+        // Without a usable format the file is left alone and finishes as converted.
+        if (Parts.FileRenc.FormatCode() < 0) return;
+        const int sampleRate = Parts.FileRenc.SampleRate();
+        const int channelCount = Parts.FileRenc.ChannelCount();
+        Parts.FileWenc.SetSourceFormat(sampleRate, channelCount);
+        Parts.FileRenc.CloseFile();
+        TranscodeStream(Run, View, Parts, Run.CurrentInput, Run.OutputStem + extension);
+    });
+    if (!encoded) Run.FileError = true;
+}
+
+void OutputStage::EncodeToApe() {
+    EncodeFromWav(u".ape"_s, [this](const QString& wav, const QString& output) {
+        Run.KillFlag = 0;
+        Parts.Ape.CompressFile(wav, output, Run.Levels.ApeCompressionLevel, MakeApeProgress(View),
+                               Run.KillFlag);
+    });
+}
+
+void OutputStage::EncodeToFlac() {
+    EncodeFromWav(u".flac"_s, [this](const QString& wav, const QString& output) {
+        Run.KillFlag = 0;
+        Parts.FlacCodec_Encoder1.EncodeFromWav(wav, output,
+                                               static_cast<qint16>(Run.Levels.FlacCompressionLevel));
+    });
+}
+
+void OutputStage::EncodeToMpc() {
+    // The quality that the user chose is not passed on: here the encoder runs at its own.
+    EncodeFromWav(u".mpc"_s, [this](const QString& wav, const QString& output) {
+        Parts.mpcencoder1.EncodeFromWav(wav, output);
+    });
+}
+
+template <class Encode>
+void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
+    if (!Run.Busy) return;
+    Run.OutputStem = UniqueStem(Run.OutputStem, extension);
+    const std::optional<QString> wav = WavInput();
+    if (!wav) return;
+    const QString output = Run.OutputStem + extension;
+    // Nobody reads the encoders' results.
+    PassOver([&] { encode(*wav, output); });
+    WriteOutputTag(Run, View, Parts, output);
+    // Only a decoder's WAV goes. One that the copy has made stays in the temporary folder, as it always has.
+    if (Run.EncodageParticulier) PassOver([&] { DeleteFileOutright(*wav); });
+    View.ShowProgress(0);
+}
+
+std::optional<QString> OutputStage::WavInput() {
+    if (EndsInUpper(Run.CurrentInput, u"WAV")) return Run.CurrentInput;
+    constexpr int ExtensionLength = 3;  // for every input, so that a longer one leaves a letter in the name
+    const QString wav = TempWavPathFor(Run.CurrentInput, ExtensionLength);
+    Parts.FileWenc.SetFormatPCM(Run.Frequency, Run.Channels, 16);
+    TranscodeStream(Run, View, Parts, Run.CurrentInput, wav);
+    if (Run.CancelAll) return std::nullopt;
+    return wav;
 }
 
 }  // namespace Sonmira

@@ -1,60 +1,19 @@
 #include "engine/RecordSteps.h"
 
 #include "engine/InputCheck.h"
+#include "engine/InputStage.h"
 #include "engine/OutputStage.h"
 #include "engine/RunState.h"
 #include "engine/RunView.h"
 #include "library/ConversionRecords.h"
 #include "platform/Clock.h"
-#include "platform/Failure.h"
 #include "platform/FileRemoval.h"
-#include "platform/Folders.h"
+#include "shell/Paths.h"
 #include "shell/Values.h"
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
-
-RecordSteps::RecordSteps(RunState& state, RunView& shown, Components used, const ConversionRecords& collected,
-                         int fileTotal)
-    : Run(state), View(shown), Parts(used), Records(collected), FileTotal(fileTotal) {}
-
-template <class Step>
-void RecordSteps::Statement(Step&& step) {
-    if (PassesFailuresOver) {
-        PassOver(step);
-    } else {
-        step();
-    }
-}
-
-void RecordSteps::ShowCount() {
-    View.ShowCount(PlainNumber(FilesDone) + u" / "_s + PlainNumber(FileTotal));
-}
-
-bool RecordSteps::Convert(const ConversionRecord& record) {
-    if (!record.Removed) {
-        if (!record.IsFile) {
-            EnterFolder(record);
-        } else if (!ConvertFile(record)) {
-            return false;
-        }
-    }
-    if (record.IsFile) Finish(record);
-    // A run in which every file is refused copies nothing and would otherwise never let the window paint.
-    View.Yield();
-    return true;
-}
-
-void RecordSteps::EnterFolder(const ConversionRecord& record) {
-    if (View.CheckOutPath()) {
-        View.ShowFolder(record.Path);
-        return;
-    }
-    // An existing folder is fine, and one whose parent is missing stays missing.
-    CreateFolder(OutputRoot(View) + record.RelativeFolder);
-    View.ShowFolder(record.RelativeFolder);
-}
 
 void RecordSteps::AddRow(const ConversionRecord& record) {
     Run.CurrentItem = View.AddRow();
@@ -65,35 +24,52 @@ void RecordSteps::AddRow(const ConversionRecord& record) {
     View.ScrollToRow(Run.CurrentItem);
 }
 
-bool RecordSteps::ConvertFile(const ConversionRecord& record) {
+void RecordSteps::ResetTag() {
+    Run.Tag = TagRecord{};
+    Run.Tag.Year = PlainNumber(CurrentYear());
+    // Fields that no record carries (a composer, say) go from a file to its output through the tag object;
+    // what it holds of the file before is not this one's.
+    Parts.Tags.Clear();
+}
+
+bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem) {
     Run.SkipCurrentFile = false;
     Run.FileError = false;
     Run.CurrentInput = record.Path;
-    Statement([&] { View.ShowFileName(record.Name); });
-    Statement([&] { View.ShowDuration({}); });
+    if (Rules.ShowsFileName) {
+        Statement([&] { View.ShowFileName(record.Name); });
+        Statement([&] { View.ShowDuration({}); });
+    }
     Statement([&] { AddRow(record); });
 
     bool accepted = false;
-    Statement([&] { accepted = CheckInputFile(Run, View, Parts.FileRenc, Run.CurrentInput); });
+    Statement([&] { accepted = CheckInputFile(Run, View, Parts, Run.CurrentInput); });
     if (!accepted) return true;
 
     Run.Busy = true;
-    Run.Tag = TagRecord{};
-    Run.Tag.Year = PlainNumber(CurrentYear());
+    ResetTag();
+    Temp.Used = false;
     Run.EncodageParticulier = false;
+    if (!InputStage(Run, View, Parts, Rules, Statement).Prepare(Temp, HeldTitle)) return true;
 
     bool hasStem = false;
     Statement([&] { hasStem = Target.TakeStem(Run); });
     if (!hasStem) return false;
-    Statement([&] { Target.SetOutputStem(Run, View, Records, record); });
+    Statement([&] { setStem(Target); });
     if (!Run.CancelAll) Statement([&] { OutputStage(Run, View, Parts).Dispatch(); });
+    Statement([&] { DeleteTempWav(); });
     return true;
 }
 
-void RecordSteps::Finish(const ConversionRecord& record) {
-    ++FilesDone;
-    Statement([&] { ShowCount(); });
-    PassesFailuresOver = true;
+void RecordSteps::DeleteTempWav() {
+    if (!Temp.Used) return;
+    const QString looked = Rules.LooksForTempWavItself ? Temp.Path : Parts.AACDecoder1.GetOutputFile();
+    if (FileExists(looked)) DeleteFileOutright(Temp.Path);
+}
+
+void RecordSteps::Finish(const ConversionRecord& record, const std::function<void()>& showCount) {
+    Statement([&] { showCount(); });
+    Statement.PassFailuresOver();
     // A removed record has no row of its own and paints the row of the file before it.
     if (Run.FileError) {
         Statement([&] { View.SetRowIcon(Run.CurrentItem, ErrorIcon); });

@@ -2,48 +2,47 @@
 
 #include "engine/Components.h"
 #include "engine/Destination.h"
+#include "engine/DriverRules.h"
+#include "engine/Statements.h"
+#include "engine/TempWav.h"
 
 namespace Sonmira {
 
-class ConversionRecords;
 class RunView;
 struct ConversionRecord;
 struct RunState;
 
-// The steps of one record in a run, in the order in which they are taken. Holds what a run remembers from
-// record to record; a new run takes a new object.
+// The steps of one file, in the order in which they are taken, the same for both drivers but for their rules.
+// Holds what a run remembers from file to file; a new run takes a new object.
 class RecordSteps {
 public:
-    RecordSteps(RunState& state, RunView& shown, Components used, const ConversionRecords& collected,
-                int fileTotal);
+    RecordSteps(RunState& state, RunView& shown, Components used, const DriverRules& rules)
+        : Run(state), View(shown), Parts(used), Rules(rules) {}
 
-    // Shows "0 / n" before the first record.
-    void ShowCount();
+    // Sets OutputStem once the stem is known.
+    using SetStem = std::function<void(Destination& target)>;
 
-    // Converts a file, or makes the output folder of a folder, and finishes the record. Returns false when
-    // the run is to be left at once, without its closing steps: a file without a dot in its name, or a
-    // decoded file that is not there, ends a run.
-    bool Convert(const ConversionRecord& record);
+    // Takes a file from its row to its output. Returns false when the run is to be left at once, without its
+    // closing steps: a file without a dot in its name, or a decoded file that is not there, ends a run.
+    bool Convert(const ConversionRecord& record, const SetStem& setStem);
+
+    // What comes after each file, also a refused one: `showCount`, the row's last icon, the removal of the
+    // source where it is asked for. From here on failures of the driver's statements are passed over.
+    void Finish(const ConversionRecord& record, const std::function<void()>& showCount);
 
 private:
-    void EnterFolder(const ConversionRecord& record);
-    bool ConvertFile(const ConversionRecord& record);
     void AddRow(const ConversionRecord& record);
-    void Finish(const ConversionRecord& record);
-
-    // Runs one statement of the driver. Until the first file is finished a failure is nobody's to handle
-    // here; from then on it is passed over, so that one file never ends the run of the others.
-    template <class Step>
-    void Statement(Step&& step);
+    void ResetTag();
+    void DeleteTempWav();
 
     RunState& Run;
     RunView& View;
     Components Parts;
-    const ConversionRecords& Records;
+    const DriverRules& Rules;
+    Statements Statement;
     Destination Target;
-    int FilesDone = 0;
-    int FileTotal;
-    bool PassesFailuresOver = false;
+    TempWav Temp;
+    QString HeldTitle;  // of the last AAC file that had one
 };
 
 }  // namespace Sonmira

@@ -2,8 +2,6 @@
 
 #include <QString>
 
-#include <atomic>
-
 namespace Sonmira {
 
 // The tags of the file in hand.
@@ -16,6 +14,14 @@ struct TagRecord {
     qint16 GenreIndex = 0;
     QString GenreText;
     qint16 Track = 1;
+};
+
+// What the encoders that take a WAV are told; the other formats live in FileWenc. The levels hold 0 until
+// their format is selected for the first time.
+struct EncoderLevels {
+    qint32 ApeCompressionLevel = 0;   // 1000, 2000, 3000 or 4000
+    qint32 FlacCompressionLevel = 0;  // 0 to 8
+    qint32 MpcQuality = 0;            // 0 to 9; the main window's route does not pass it on
 };
 
 // The flags and values of a run, owned by the window that starts it. Click handlers set the flags in the
@@ -34,7 +40,17 @@ struct RunState {
     TagRecord Tag;
 
     bool WmaSupported = false;
-    std::atomic<int> KillFlag{0};  // shared with the components: 1 tells them to stop
+    qint32 KillFlag = 0;  // shared with the functions for APE: 1 tells them to stop
+
+    // Of the run of a selection.
+    int SelectionTotal = 0;
+    int SelectionDone = 0;
+
+    // What a temporary WAV on the way to an encoder gets; nothing changes them.
+    int Frequency = 44100;
+    int Channels = 2;
+
+    EncoderLevels Levels;
 };
 
 }  // namespace Sonmira

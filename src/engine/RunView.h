@@ -9,6 +9,15 @@ inline constexpr QStringView ConversionIcon = u"conversion";
 inline constexpr QStringView ConvertedIcon = u"converted";
 inline constexpr QStringView ErrorIcon = u"error";
 
+// The fields of the tag page that a run reads and writes.
+struct PanelTag {
+    QString Artist;
+    QString Album;
+    QString Year;
+    QString Comment;
+    QString Genre;  // the text of the genre list
+};
+
 // What the engine reads from and shows on the window that started the run. Values are read at the moment
 // they are needed, so that what a user types during a run counts for the next file.
 class RunView {
@@ -41,6 +50,10 @@ public:
     virtual void ShowFileName(const QString& text) = 0;
     virtual void ShowDuration(const QString& text) = 0;
     virtual void ShowProgress(int percent) = 0;
+
+    // The tag page as it stands.
+    virtual PanelTag GetPanelTag() const = 0;
+    virtual void SetPanelTag(const PanelTag& tag) = 0;
 
     // Lets the event loop run; the only moment at which a stop command can be heard.
     virtual void Yield() = 0;

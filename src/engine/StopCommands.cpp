@@ -6,17 +6,45 @@
 
 namespace Sonmira {
 
-void CancelEverything(RunState& run, Collection& collection) {
+namespace {
+
+void StopInMenuOrder(Components parts) {
+    parts.AACDecoder1.StopCodec();
+    parts.FlacCodec1.StopCodec();
+    parts.mpcencoder1.StopCodec();
+    parts.mpcdecoder1.StopCodec();
+}
+
+}  // namespace
+
+void CancelByMenu(RunState& run, Collection& collection, Components parts) {
     collection.StopScan = true;
     if (!run.Busy) return;
+    StopInMenuOrder(parts);
     run.KillFlag = 1;
     run.CancelAll = true;
 }
 
-void SkipFile(RunState& run) {
+void CancelByToolbar(RunState& run, Collection& collection, Components parts) {
+    collection.StopScan = true;
+    if (!run.Busy) return;
+    parts.AACDecoder1.StopCodec();
+    parts.mpcencoder1.StopCodec();
+    parts.mpcdecoder1.StopCodec();
+    parts.FlacCodec1.StopCodec();
+    run.KillFlag = 1;
+    run.CancelAll = true;
+}
+
+void SkipFile(RunState& run, Components parts) {
     if (!run.Busy) return;
     run.SkipCurrentFile = true;
+    StopInMenuOrder(parts);
     run.KillFlag = 1;
+}
+
+void CancelOneFile(RunState& run) {
+    run.SkipCurrentFile = true;
 }
 
 void ClearRowsWhenIdle(const RunState& run, RunView& view) {

@@ -1,7 +1,9 @@
 #include "engine/Transcoder.h"
 
+#include "engine/ProgressEvents.h"
 #include "engine/RunState.h"
 #include "engine/RunView.h"
+#include "engine/TagWriting.h"
 #include "platform/Failure.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Values.h"
@@ -26,13 +28,6 @@ int PercentOf(double position, double streamLength) {
     return static_cast<int>(std::clamp(percent, 1.0, 100.0));
 }
 
-void ShowPercent(RunState& run, RunView& view, int percent) {
-    view.ShowProgress(percent);
-    const QString text = PlainNumber(percent) + u" %"_s;
-    // Compared first, because writing a row costs far more than reading it.
-    if (view.RowProgress(run.CurrentItem) != text) view.SetRowProgress(run.CurrentItem, text);
-}
-
 // Returns whether the copy came to its end; false after a stop command.
 bool CopyBlocks(RunState& run, RunView& view, Components components) {
     AudioSource& source = components.FileRenc;
@@ -46,7 +41,7 @@ bool CopyBlocks(RunState& run, RunView& view, Components components) {
         components.FileWenc.WriteBlock(block);
         position += Divide(static_cast<double>(block.Bytes.size()), static_cast<double>(source.ByteRate()));
         position = std::min(position, streamLength);
-        ShowPercent(run, view, PercentOf(position, streamLength));
+        ShowPercentOfRow(run, view, PercentOf(position, streamLength));
         view.Yield();
     } while (run.Busy);
     return !run.CancelAll;
@@ -72,6 +67,7 @@ void TranscodeStream(RunState& run, RunView& view, Components components, const 
     bool copied = false;
     PassOver([&] { copied = Copy(run, view, components, inputPath, outputPath); });
     if (copied) {
+        if (!run.CancelAll) WriteOutputTag(run, view, components, outputPath);
         view.SetRowProgress(run.CurrentItem, u"100 %"_s);
         view.ShowProgress(0);
         return;

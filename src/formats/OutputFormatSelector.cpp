@@ -29,17 +29,21 @@ constexpr int FolderDialogTitleLine = 18;
 
 }  // namespace
 
-OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc)
-    : Panel(controls), FileWenc(fileWenc) {
+OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, EncoderLevels& levels)
+    : Panel(controls), FileWenc(fileWenc), Levels(controls, levels), Wma(controls, fileWenc) {
     OnEvent(Panel.ComboOutFormat, &ChoiceList::Click, this, [this] { ComboOutFormat_Click(); });
     OnEvent(Panel.CheckOutPath, &QCheckBox::toggled, this, [this] { CheckOutPath_Click(); });
     OnEvent(Panel.CmdSelectPath, &QToolButton::clicked, this, [this] { CmdSelectPath_Click(); });
 }
 
-void OutputFormatSelector::FillComboOutFormat() {
-    if (IsLameInstalled()) Panel.ComboOutFormat->addItem(FormatName::Mp3.toString());
-    Panel.ComboOutFormat->addItem(FormatName::Wav.toString());
-    Panel.ComboOutFormat->addItem(FormatName::Ogg.toString());
+void OutputFormatSelector::FillComboOutFormat(bool wmaSupported) {
+    const auto add = [this](QStringView name) { Panel.ComboOutFormat->addItem(name.toString()); };
+    if (IsLameInstalled()) add(FormatName::Mp3);
+    for (const QStringView name :
+         {FormatName::Wav, FormatName::Ogg, FormatName::Ape, FormatName::Flac, FormatName::Mpc}) {
+        add(name);
+    }
+    if (wmaSupported) add(FormatName::Wma);
     // Adding the first item selects it in silence; nothing is selected until somebody selects it.
     Panel.ComboOutFormat->setCurrentIndex(-1);
 }
@@ -56,20 +60,35 @@ void OutputFormatSelector::ShowFormat() {
 
 void OutputFormatSelector::ComboOutFormat_Click() {
     const QString format = Panel.ComboOutFormat->currentText();
-    if (format == FormatName::Mp3) {
+    if (format == FormatName::Ape) {
+        Levels.ApplySavedApeFormat();
+        Panel.ShowDetail(Panel.ComboAPEFormat);
+    } else if (format == FormatName::Mpc) {
+        Levels.ApplySavedMpcFormat();
+        Panel.ShowDetail(Panel.ComboMPCFormat);
+    } else if (format == FormatName::Flac) {
+        Levels.ApplySavedFlacFormat();
+        Panel.ShowDetail(Panel.ComboFLACFormat);
+    } else if (format == FormatName::Mp3) {
         if (!SetPlainMp3()) {
             // The library is there but cannot be loaded. The earlier format stays, and the list must say so,
             // or its sound would be written under the wrong ending.
             Panel.ComboOutFormat->setCurrentIndex(AppliedItem);
             return;
         }
+        Panel.ShowDetail(Panel.TextOutFormat);
     } else if (format == FormatName::Wav) {
         Panel.TextOutFormat->clear();
         FileWenc.SetFormatPCM(DefaultFrequency, DefaultChannels, DefaultBits);
         ShowFormat();
+        Panel.ShowDetail(Panel.TextOutFormat);
     } else if (format == FormatName::Ogg) {
         FileWenc.SetFormatOggVorbis(DefaultFrequency, DefaultChannels, {}, {}, {}, DefaultOggQuality);
         ShowFormat();
+        Panel.ShowDetail(Panel.TextOutFormat);
+    } else if (format == FormatName::Wma) {
+        Wma.ApplySavedWmaFormat();
+        Panel.ShowDetail(Panel.ComboWmaFormat);
     }
     AppliedItem = Panel.ComboOutFormat->currentIndex();
 }

@@ -44,6 +44,10 @@ OutputPanel::OutputPanel(QWidget* parent)
       ComboOutFormat(Make<ChoiceList>(this, u"ComboOutFormat"_s)),
       Label7(Make<QLabel>(this, u"Label7"_s, u"- Format parameter :"_s)),
       TextOutFormat(Make<QLineEdit>(this, u"TextOutFormat"_s)),
+      ComboWmaFormat(Make<ChoiceList>(this, u"ComboWmaFormat"_s)),
+      ComboAPEFormat(Make<ChoiceList>(this, u"ComboAPEFormat"_s)),
+      ComboFLACFormat(Make<ChoiceList>(this, u"ComboFLACFormat"_s)),
+      ComboMPCFormat(Make<ChoiceList>(this, u"ComboMPCFormat"_s)),
       Check2(Make<QCheckBox>(this, u"Check2"_s, u"Remove original file after conversion"_s)) {
     setObjectName(u"Picture9"_s);
     QFont bold = Label11->font();
@@ -65,9 +69,21 @@ OutputPanel::OutputPanel(QWidget* parent)
     grid->addWidget(Label6, 3, 0);
     grid->addWidget(ComboOutFormat, 3, 1, 1, 2);
     grid->addWidget(Label7, 4, 0);
-    grid->addWidget(TextOutFormat, 4, 1, 1, 2);
+    for (QWidget* detail : Details()) {
+        detail->setAccessibleName(u"Format parameter"_s);
+        grid->addWidget(detail, 4, 1, 1, 2);
+    }
+    ShowDetail(TextOutFormat);
     grid->addWidget(Check2, 5, 0, 1, 3);
     grid->setColumnStretch(1, 1);
+}
+
+std::array<QWidget*, 5> OutputPanel::Details() const {
+    return {TextOutFormat, ComboWmaFormat, ComboAPEFormat, ComboFLACFormat, ComboMPCFormat};
+}
+
+void OutputPanel::ShowDetail(const QWidget* detail) {
+    for (QWidget* one : Details()) one->setVisible(one == detail);
 }
 
 }  // namespace Sonmira

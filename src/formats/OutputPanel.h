@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <array>
+
 class QCheckBox;
 class QLabel;
 class QLineEdit;
@@ -27,8 +29,19 @@ public:
     QLabel* Label6;
     ChoiceList* ComboOutFormat;
     QLabel* Label7;
+    // One of these shows what there is to choose in the format.
     QLineEdit* TextOutFormat;  // read-only summary of the format
+    ChoiceList* ComboWmaFormat;
+    ChoiceList* ComboAPEFormat;
+    ChoiceList* ComboFLACFormat;
+    ChoiceList* ComboMPCFormat;
     QCheckBox* Check2;
+
+    // Shows that one of the detail controls and hides the others.
+    void ShowDetail(const QWidget* detail);
+
+private:
+    std::array<QWidget*, 5> Details() const;
 };
 
 }  // namespace Sonmira

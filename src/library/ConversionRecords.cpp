@@ -10,6 +10,7 @@ void ConversionRecords::Reset() {
     Records.clear();
     PositionsByPath.clear();
     FirstByIndex.clear();
+    PositionsByParent.clear();
     Append({});
 }
 
@@ -21,10 +22,29 @@ const ConversionRecord& ConversionRecords::operator[](int position) const {
 int ConversionRecords::Append(ConversionRecord record) {
     const int position = static_cast<int>(Records.size());
     record.Index = position <= std::numeric_limits<qint16>::max() ? static_cast<qint16>(position) : qint16{0};
+    Records.push_back(std::move(record));
+    AddToIndex(position);
+    return position;
+}
+
+void ConversionRecords::AddToIndex(int position) {
+    const ConversionRecord& record = Records[static_cast<std::size_t>(position)];
     PositionsByPath[record.Path].append(position);
     if (!FirstByIndex.contains(record.Index)) FirstByIndex.insert(record.Index, position);
-    Records.push_back(std::move(record));
-    return position;
+    if (position > 0) PositionsByParent[record.Parent].append(position);
+}
+
+void ConversionRecords::SetName(int position, const QString& name) {
+    if (position < 0 || position > UpperBound()) throw Failure(FailureNumber::SubscriptOutOfRange);
+    Records[static_cast<std::size_t>(position)].Name = name;
+}
+
+void ConversionRecords::Compact() {
+    std::erase_if(Records, [](const ConversionRecord& record) { return record.Removed; });
+    PositionsByPath.clear();
+    FirstByIndex.clear();
+    PositionsByParent.clear();
+    for (int position = 0; position <= UpperBound(); ++position) AddToIndex(position);
 }
 
 void ConversionRecords::MarkRemoved(int position) {

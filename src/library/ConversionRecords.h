@@ -38,19 +38,30 @@ public:
     int Append(ConversionRecord record);
 
     void MarkRemoved(int position);
+    void SetName(int position, const QString& name);
+
+    // Drops the records that are marked as removed. The others move up but keep their numbers, so that a
+    // record made later may share a number with an older one.
+    void Compact();
 
     // Walks from position 0 up; the first record that matches.
     std::optional<int> FirstWithIndex(qint16 index) const;
     std::optional<int> FirstWithPath(const QString& path) const;
+
+    // The positions of the records whose Parent is that number, in order.
+    QList<int> ChildrenOf(qint16 index) const { return PositionsByParent.value(index); }
 
     // Whether any record of that path, and folders only where so asked, is not removed.
     bool HoldsPath(const QString& path) const;
     bool HoldsFolder(const QString& path) const;
 
 private:
+    void AddToIndex(int position);
+
     std::vector<ConversionRecord> Records;
     QHash<QString, QList<int>> PositionsByPath;
     QHash<qint16, int> FirstByIndex;
+    QHash<qint16, QList<int>> PositionsByParent;  // the sentinel is nobody's child
 };
 
 }  // namespace Sonmira

@@ -26,12 +26,6 @@ QStringView WithoutLeadingBlanks(QStringView text) {
     return text;
 }
 
-QStringView WithoutBlanks(QStringView text) {
-    text = WithoutLeadingBlanks(text);
-    while (!text.isEmpty() && IsBlank(text.back())) text.chop(1);
-    return text;
-}
-
 struct ScannedNumber {
     double Value = 0;
     qsizetype Length = 0;  // characters that belong to it; 0 for no number
@@ -92,6 +86,12 @@ Integer Rounded(double number) {
 }
 
 }  // namespace
+
+QStringView WithoutBlanks(QStringView text) {
+    text = WithoutLeadingBlanks(text);
+    while (!text.isEmpty() && IsBlank(text.back())) text.chop(1);
+    return text;
+}
 
 double LeadingNumber(QStringView text) {
     return ScanNumber(WithoutLeadingBlanks(text)).Value;

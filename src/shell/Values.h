@@ -6,6 +6,9 @@
 // exact forms (a leading blank, halves to even) are part of the files and rows that users keep.
 namespace Sonmira {
 
+// The text less the blanks at both ends.
+QStringView WithoutBlanks(QStringView text);
+
 // The number at the start of the text: blanks are skipped, reading stops at the first character that does
 // not belong to a decimal number (sign, digits, one point, an exponent). No number gives 0. Never fails.
 double LeadingNumber(QStringView text);

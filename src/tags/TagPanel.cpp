@@ -15,7 +15,7 @@
 
 namespace Sonmira {
 
-TagPanel::TagPanel(TagPanelForm& form) : Form(form) {
+TagPanel::TagPanel(TagPanelForm& form, AudioInformation& tags) : Form(form), Information(tags) {
     ConnectEvents();
 }
 

@@ -14,8 +14,8 @@ class TagPanel : public QObject {
     Q_OBJECT
 
 public:
-    // The form outlives the panel.
-    explicit TagPanel(TagPanelForm& form);
+    // Both outlive the panel. The conversion reads and writes tags through the same object.
+    TagPanel(TagPanelForm& form, AudioInformation& tags);
 
     // The steps of the window's load: the genres, and version 1 in force.
     void AddGenres();
@@ -30,8 +30,6 @@ public:
 
     void HideMemory();
 
-    // Shared with the conversion, which reads and writes tags through the same object.
-    AudioInformation& Tag() { return Information; }
     const QString& CurrentFile() const { return CurrentTagFile; }
 
 private:
@@ -43,7 +41,7 @@ private:
     void ToggleMemory();
 
     TagPanelForm& Form;
-    AudioInformation Information;
+    AudioInformation& Information;
     QString CurrentTagFile;  // outlives the file's place in the collection
 };
 

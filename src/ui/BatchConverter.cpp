@@ -1,6 +1,7 @@
 #include "ui/BatchConverter.h"
 
 #include "engine/JobDriver.h"
+#include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"
 #include "formats/OutputPanel.h"
 #include "library/AddFiles.h"
@@ -34,12 +35,13 @@ BatchConverter::BatchConverter()
     : Controls(*this),
       CollectionShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
       RunShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
-      FormatSelector(*Controls.Picture9, FileWenc),
+      FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run.Levels),
       Languages(*Controls.Languer),
-      TagPage(Controls.TagPage) {
+      TagPage(Controls.TagPage, Codecs.Tags) {
     setObjectName(u"BatchConverter"_s);
     resize(960, 640);
     ConnectEvents();
+    ConnectCollectionEvents();
     ConnectShellCommands();
     Form_Load();
 }
@@ -64,13 +66,14 @@ void BatchConverter::ConnectEvents() {
     toolbar(3, [this] { adddirectory_Click(); });
     menu(Controls.ConvertAll, [this] { StartRun(); });
     toolbar(5, [this] { StartRun(); });
-    menu(Controls.cancel, [this] { cancel_Click(); });
-    toolbar(6, [this] { cancel_Click(); });
-    OnEvent(Controls.StopImg, &QToolButton::clicked, this, [this] { SkipFile(Run); });
+    menu(Controls.ConvertSlection, [this] { StartSelectionRun(); });
+    menu(Controls.convertnoww, [this] { StartSelectionRun(); });
+    menu(Controls.cancel, [this] { CancelByMenu(Run, Items, Codecs.Parts()); });
+    toolbar(6, [this] { CancelByToolbar(Run, Items, Codecs.Parts()); });
+    menu(Controls.cancelonefile, [this] { CancelOneFile(Run); });
+    OnEvent(Controls.StopImg, &QToolButton::clicked, this, [this] { SkipFile(Run, Codecs.Parts()); });
     OnEvent(Controls.ClearImg, &QToolButton::clicked, this, [this] { ClearRowsWhenIdle(Run, RunShown); });
     OnEvent(Controls.SSTab1, &QTabWidget::currentChanged, this, [this] { SSTab1_Click(); });
-    OnEvent(Controls.TreeView1, &ConversionTree::FilesDropped, this,
-            [this](const QStringList& paths) { AddDrop(paths); });
 }
 
 void BatchConverter::NewConversion() {
@@ -102,16 +105,23 @@ void BatchConverter::AddDrop(const QStringList& paths) {
 }
 
 void BatchConverter::StartRun() {
-    if (InputsFree()) JobDriver(Run, RunShown, {FileRenc, FileWenc}, Items).RunAllConversions();
+    if (InputsFree()) JobDriver(Run, RunShown, Codecs.Parts(), Items).RunAllConversions();
 }
 
-void BatchConverter::cancel_Click() {
-    CancelEverything(Run, Items);
+void BatchConverter::StartSelectionRun() {
+    if (!InputsFree()) return;
+    SelectionDriver driver(Run, RunShown, Codecs.Parts(), Items);
+    driver.ConvertNode(SelectedKey());
 }
 
 void BatchConverter::SSTab1_Click() {
     TagPage.HideMemory();
-    if (Controls.SSTab1->currentWidget() == Controls.TagPage.Picture2) TagPage.Open();
+    if (Controls.SSTab1->currentWidget() != Controls.TagPage.Picture2) return;
+    TagPage.Open();
+    // True for files as well as folders, so that only a file that has gone is tried here; a file that is
+    // there is shown at the next click on it.
+    const QString key = SelectedKey();
+    if (!key.isEmpty() && !DirectoryExists(key)) TagPage.LoadTagPanel(key);
 }
 
 void BatchConverter::SetControlsEnabled(bool enabled) {
@@ -119,7 +129,11 @@ void BatchConverter::SetControlsEnabled(bool enabled) {
     for (const int button : {1, 2, 3, 4, 5, 7, 8}) Controls.ToolbarButton(button)->setEnabled(enabled);
     Controls.ToolbarButton(6)->setEnabled(!enabled);
     const OutputPanel& panel = *Controls.Picture9;
-    panel.ComboOutFormat->setEnabled(enabled);
+    // The quality of Musepack stays free, as it always has.
+    for (ChoiceList* control :
+         {panel.ComboOutFormat, panel.ComboWmaFormat, panel.ComboAPEFormat, panel.ComboFLACFormat}) {
+        control->setEnabled(enabled);
+    }
     panel.CmdSelectPath->setEnabled(enabled);
     panel.CheckOutPath->setEnabled(enabled);
     panel.Check2->setEnabled(enabled);

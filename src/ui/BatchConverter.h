@@ -1,9 +1,10 @@
 #pragma once
 
-#include "codecs/AudioFile.h"
+#include "engine/CodecSet.h"
 #include "engine/RunState.h"
 #include "formats/OutputFormatSelector.h"
 #include "library/Collection.h"
+#include "library/widgets/ConversionTree.h"
 #include "shell/widgets/LanguageMenu.h"
 #include "tags/TagPanel.h"
 #include "ui/BatchCollectionView.h"
@@ -34,8 +35,10 @@ public:
     // Adds what the user picked or dropped; see AddFiles.h. Nothing while the inputs are locked.
     void AddFolder(const QString& path);
     void AddDrop(const QStringList& paths);
-    // Starts a full run and returns at its end. Nothing while the inputs are locked.
+    // Start a full run, or one of what the node that was clicked last stands for, and return at its end.
+    // Nothing while the inputs are locked.
     void StartRun();
+    void StartSelectionRun();
 
     // Locks or frees the inputs during a run or a scan. Button 6, the stop, takes the opposite. The text of
     // the output folder stays free: what is typed there counts for the next file.
@@ -60,8 +63,15 @@ private:
     void about_Click();
     void addfile_Click();
     void adddirectory_Click();
-    void cancel_Click();
     void SSTab1_Click();
+    void ConnectCollectionEvents();
+    void TreeView1_NodeClick(QTreeWidgetItem* node, const QPoint& position);
+    // The key of the node that was clicked last; empty where there was none or it is gone.
+    QString SelectedKey() const;
+    void ShowFileInformation(const QString& name, const QString& key);
+    void removefromlist_Click();
+    void OpenDirectory_Click();
+    void ListViewFiles_ItemClick(const QPoint& position);
 
     // Whether a command may start, add or empty something.
     bool InputsFree() const { return !Run.Busy && !Items.ScanRunning && !InputsLocked; }
@@ -69,8 +79,9 @@ private:
     BatchConverterForm Controls;
     Collection Items;
     RunState Run;
-    AudioFile FileRenc;
-    AudioFile FileWenc;
+    CodecSet Codecs;
+    NodeReference SelectedNode;  // of the last click; stays where the node is removed
+    int LastMouseButton = 1;     // 1 left, 2 right
     BatchCollectionView CollectionShown;
     BatchRunView RunShown;
     OutputFormatSelector FormatSelector;

@@ -66,7 +66,7 @@ BatchMenus::BatchMenus(QMainWindow& window) {
     popupmenuy = Menu(new QMenu(&window), u"popupmenuy"_s);
     cancelonefile = Command(popupmenuy, u"cancelonefile"_s, u"Cancel conversion"_s);
 
-    for (QAction* const action : {playfilemenu, playfile, ConvertSlection}) action->setVisible(false);
+    for (QAction* const action : {playfilemenu, playfile}) action->setVisible(false);
     addfile->setShortcut(QKeySequence::Open);
     Quit->setShortcut(QKeySequence::Quit);
     aide->setShortcut(QKeySequence::HelpContents);

@@ -10,6 +10,7 @@
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProgressBar>
 
 namespace Sonmira {
@@ -78,6 +79,21 @@ void BatchRunView::ShowDuration(const QString& text) {
 }
 void BatchRunView::ShowProgress(int percent) {
     Form.mpb->setValue(percent);
+}
+
+PanelTag BatchRunView::GetPanelTag() const {
+    const TagFields& fields = *Form.TagPage.Fields;
+    return {fields.infoArtist->text(), fields.infoAlbum->text(), fields.infoYear->text(),
+            fields.infoComment->text(), fields.infoGenre->currentText()};
+}
+
+void BatchRunView::SetPanelTag(const PanelTag& tag) {
+    const TagFields& fields = *Form.TagPage.Fields;
+    fields.infoArtist->setText(tag.Artist);
+    fields.infoAlbum->setText(tag.Album);
+    fields.infoYear->setText(tag.Year);
+    fields.infoComment->setText(tag.Comment);
+    fields.infoGenre->setEditText(tag.Genre);
 }
 
 void BatchRunView::Yield() {

@@ -37,6 +37,8 @@ public:
     void ShowDuration(const QString& text) override;
     void ShowProgress(int percent) override;
 
+    PanelTag GetPanelTag() const override;
+    void SetPanelTag(const PanelTag& tag) override;
     void Yield() override;
 
 private:

@@ -80,10 +80,13 @@ void BatchConverter::LoadSettings() {
         }
         Run.WmaSupported = wmaSupport == u"True";
         Controls.acceptWma->setChecked(Run.WmaSupported);
+        Codecs.FileWenc.EnableWma(Run.WmaSupported);
+        Codecs.FileRenc.EnableWma(Run.WmaSupported);
         Run.Busy = Run.CancelAll = false;
+        if (Run.WmaSupported) FormatSelector.FillComboWmaFormat();
         FormatSelector.SetPlainMp3();
         RestoreOutputFolder();
-        FormatSelector.FillComboOutFormat();
+        FormatSelector.FillComboOutFormat(Run.WmaSupported);
         RestoreOutputFormat(wmaSupport);
     });
     Deb::Unload();

@@ -1,10 +1,13 @@
 #pragma once
 
-#include "codecs/AudioStreams.h"
+#include "engine/CodecSet.h"
 #include "platform/Failure.h"
+#include "platform/NativePath.h"
 #include "shell/LanguageFiles.h"
 
 #include <QStringList>
+
+#include <fstream>
 
 namespace Sonmira {
 
@@ -73,6 +76,163 @@ public:
         ++Closed;
         if (CloseFails) throw Failure(FailureNumber::Component);
     }
+    void SetFormatPCM(int frequency, int channels, int bits) override {
+        Format = {frequency, channels, bits};
+    }
+    std::vector<int> Format;
+};
+
+// What every fake decoder and encoder does: it tells who was called, in order, and writes a file, or fails.
+struct FakeWork {
+    QStringList Calls;
+    bool MakesFile = true;
+    bool Fails = false;
+    qint16 Result = 1;    // what the decoders that answer answer
+    double Duration = 5;  // seconds, of every file
+    bool IsAlac = false;
+    std::function<void()> Meanwhile;  // runs in the middle of each work, as a click does
+
+    void Do(const QString& name, const QString& output) {
+        Calls.append(name);
+        if (MakesFile) {
+            const std::string path = ToNative(output).toStdString();
+            std::ofstream(path) << "sound";
+        }
+        if (Meanwhile) Meanwhile();
+        if (Fails) throw Failure(FailureNumber::Component);
+    }
+};
+
+// A set of components in which everything is fake but the tags.
+class FakeCodecs : public FakeWork {
+public:
+    FakeSource Source;
+    FakeSink Sink;
+    AudioInformation Tags;
+
+    Components Parts() { return {Source, Sink, Aac, Alac, Flac, Mpc, FlacOut, MpcOut, Ape, Tags}; }
+
+    std::vector<qint32> ApeLevels;   // asked of CompressFile
+    std::vector<qint16> FlacLevels;  // asked of EncodeFromWav
+    QStringList Encoded;             // the WAVs that were encoded
+
+    // What the progress handlers are called with in the middle of each work.
+    std::function<void(Components parts)> Report;
+
+private:
+    void Work(const QString& name, const QString& output) {
+        const auto act = Meanwhile;
+        Meanwhile = [&] {
+            if (Report) Report(Parts());
+            if (act) act();
+        };
+        const bool ended = PassOver([&] { Do(name, output); });
+        Meanwhile = act;
+        if (!ended) throw Failure(FailureNumber::Component);
+    }
+
+    struct FakeAac : AacDecoder {
+        explicit FakeAac(FakeCodecs& all) : All(all) {}
+        void SetInputFile(const QString& path) override {
+            if (All.Fails) throw Failure(FailureNumber::Component);
+            Input = path;
+        }
+        void SetOutputFile(const QString& path) override { Output = path; }
+        QString GetOutputFile() const override { return Output; }
+        qint16 DecodeToWav() override {
+            All.Work(QStringLiteral("AACDecoder1"), Output);
+            return All.Result;
+        }
+        void StopCodec() override { All.Calls.append(QStringLiteral("stop AACDecoder1")); }
+        FakeCodecs& All;
+        QString Input;
+        QString Output;
+    };
+    struct FakeAlac : AlacDecoder {
+        explicit FakeAlac(FakeCodecs& all) : All(all) {}
+        qint16 IsAlac(const QString& /*path*/) override { return All.IsAlac ? 1 : 0; }
+        qint16 DecodeToWav(const QString& /*path*/, const QString& outputPath) override {
+            All.Work(QStringLiteral("alacdec1"), outputPath);
+            return All.Result;
+        }
+        qint16 TrackInfo(const QString& /*path*/, double& duration, qint32& /*rate*/, qint32& /*channels*/,
+                         qint32& /*bits*/) override {
+            duration = All.Duration;
+            return 1;
+        }
+        FakeCodecs& All;
+    };
+    struct FakeFlac : FlacDecoder {
+        explicit FakeFlac(FakeCodecs& all) : All(all) {}
+        void SetInputFile(const QString& /*path*/) override {}
+        void SetOutputFile(const QString& path) override { Output = path; }
+        void DecodeToWav() override { All.Work(QStringLiteral("FlacCodec1"), Output); }
+        void StopCodec() override { All.Calls.append(QStringLiteral("stop FlacCodec1")); }
+        qint32 TrackLength(const QString& /*path*/) override { return static_cast<qint32>(All.Duration); }
+        FakeCodecs& All;
+        QString Output;
+    };
+    struct FakeMpc : MpcDecoder {
+        explicit FakeMpc(FakeCodecs& all) : All(all) {}
+        void DecodeToWav(const QString& /*path*/, const QString& outputPath) override {
+            All.Work(QStringLiteral("mpcdecoder1"), outputPath);
+        }
+        void StopCodec() override { All.Calls.append(QStringLiteral("stop mpcdecoder1")); }
+        qint32 TrackLength(const QString& /*path*/) override { return static_cast<qint32>(All.Duration); }
+        FakeCodecs& All;
+    };
+    struct FakeFlacOut : FlacEncoder {
+        explicit FakeFlacOut(FakeCodecs& all) : All(all) {}
+        void EncodeFromWav(const QString& wav, const QString& output, qint16 level) override {
+            All.Encoded.append(wav);
+            All.FlacLevels.push_back(level);
+            All.Work(QStringLiteral("FlacCodec_Encoder1"), output);
+        }
+        FakeCodecs& All;
+    };
+    struct FakeMpcOut : MpcEncoder {
+        explicit FakeMpcOut(FakeCodecs& all) : All(all) {}
+        void SetQuality(qint16 /*quality*/) override { All.Calls.append(QStringLiteral("quality")); }
+        void EncodeFromWav(const QString& wav, const QString& output) override {
+            All.Encoded.append(wav);
+            All.Work(QStringLiteral("mpcencoder1"), output);
+        }
+        void StopCodec() override { All.Calls.append(QStringLiteral("stop mpcencoder1")); }
+        FakeCodecs& All;
+    };
+    struct FakeApe : ApeCodec {
+        explicit FakeApe(FakeCodecs& all) : All(all) {}
+        void CompressFile(const QString& wav, const QString& ape, qint32 level,
+                          const ApeProgressCallback& progress, const qint32& killFlag) override {
+            All.Encoded.append(wav);
+            All.ApeLevels.push_back(level);
+            Step(ape, progress, killFlag);
+        }
+        void DecompressFile(const QString& /*ape*/, const QString& wav, const ApeProgressCallback& progress,
+                            const qint32& killFlag) override {
+            Step(wav, progress, killFlag);
+        }
+        qint32 GetDurationTrack(const QString& /*path*/) override {
+            return static_cast<qint32>(All.Duration);
+        }
+        void Step(const QString& output, const ApeProgressCallback& progress, const qint32& killFlag) {
+            progress(All.ApeStep);
+            All.KillFlagAtStart = killFlag;
+            All.Work(QStringLiteral("Ape"), output);
+        }
+        FakeCodecs& All;
+    };
+
+public:
+    FakeAac Aac{*this};
+    FakeAlac Alac{*this};
+    FakeFlac Flac{*this};
+    FakeMpc Mpc{*this};
+    FakeFlacOut FlacOut{*this};
+    FakeMpcOut MpcOut{*this};
+    FakeApe Ape{*this};
+    qint32 ApeStep = 25500;
+    qint32 KillFlagAtStart = -1;
 };
 
 // Language lines that say which line they are.

@@ -17,7 +17,7 @@ protected:
         NumberLanguageLines();
         Run.CurrentItem = Host.AddRow();
     }
-    bool Check(const QString& path) { return CheckInputFile(Run, Host, Source, path); }
+    bool Check(const QString& path) { return CheckInputFile(Run, Host, Codecs.Parts(), path); }
     // The reason in the row of a file that exists and cannot be opened.
     QString ReasonFor(const QByteArray& name) {
         Source.OpenFails = true;
@@ -29,7 +29,8 @@ protected:
     TestFolder Folder;
     RunState Run;
     HeadlessHost Host;
-    FakeSource Source;
+    FakeCodecs Codecs;
+    FakeSource& Source = Codecs.Source;
 };
 
 TEST_F(InputCheck, AFileThatOpensMayGoOnAndIsClosedAgain) {

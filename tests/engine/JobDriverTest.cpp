@@ -28,13 +28,14 @@ protected:
         for (const QByteArray& name : names) Folder.MakeFile("Music/" + name);
         AddDirectory(Items, Host, Folder.Path("Music"));
     }
-    void Convert() { JobDriver(Run, Host, {Source, Sink}, Items).RunAllConversions(); }
+    void Convert() { JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions(); }
 
     TestFolder Folder;
     RunState Run;
     HeadlessHost Host;
-    FakeSource Source;
-    FakeSink Sink;
+    FakeCodecs Codecs;
+    FakeSource& Source = Codecs.Source;
+    FakeSink& Sink = Codecs.Sink;
     Collection Items;
 };
 
@@ -111,7 +112,7 @@ TEST_F(JobDrivers, BusyStaysOffWhereEveryFileFailsItsCheck) {
 
 TEST_F(JobDrivers, ACancelEndsTheRunAfterTheFileInHand) {
     AddMusic({"a.wav", "b.wav"});
-    Host.AtYield = [this] { CancelEverything(Run, Items); };
+    Host.AtYield = [this] { CancelByMenu(Run, Items, Codecs.Parts()); };
     Convert();
     ASSERT_EQ(Host.Rows.size(), 1U);
     EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
@@ -122,7 +123,7 @@ TEST_F(JobDrivers, ACancelEndsTheRunAfterTheFileInHand) {
 TEST_F(JobDrivers, ASkipGoesOnWithTheNextFile) {
     AddMusic({"a.wav", "b.wav"});
     Host.AtYield = [this] {
-        if (Host.Rows.size() == 1) SkipFile(Run);
+        if (Host.Rows.size() == 1) SkipFile(Run, Codecs.Parts());
     };
     Convert();
     ASSERT_EQ(Host.Rows.size(), 2U);
@@ -153,7 +154,8 @@ TEST_F(JobDrivers, SourcesOfConvertedFilesAreRemovedWhereThatIsChecked) {
     AddMusic({"a.wav", "b.wav"});
     Host.RemoveOriginal = true;
     Host.AtYield = [this] {
-        if (Host.Rows.size() == 2) SkipFile(Run);  // the second file fails and keeps its source
+        if (Host.Rows.size() == 2)
+            SkipFile(Run, Codecs.Parts());  // the second file fails and keeps its source
     };
     Convert();
     EXPECT_FALSE(NativeExists(Folder.Native("Music/a.wav")));

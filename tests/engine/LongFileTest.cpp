@@ -1,6 +1,5 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "codecs/AudioFile.h"
 #include "engine/JobDriver.h"
 #include "engine/RunState.h"
 #include "library/AddFiles.h"
@@ -51,8 +50,8 @@ TEST(LongFile, MemoryStaysFlatOverSixtyMinutes) {
     host.Format = u"Wav"_s;
     Collection items;
     AddDirectory(items, host, folder.Path("Music"));
-    AudioFile reader;
-    AudioFile writer;
+    CodecSet codecs;
+    AudioFile& writer = codecs.FileWenc;
     writer.SetFormatPCM(44100, 1, 8);
 
     long early = 0;
@@ -64,7 +63,7 @@ TEST(LongFile, MemoryStaysFlatOverSixtyMinutes) {
         most = std::max(most, now);
     };
     RunState run;
-    JobDriver(run, host, {reader, writer}, items).RunAllConversions();
+    JobDriver(run, host, codecs.Parts(), items).RunAllConversions();
     EXPECT_EQ(host.Rows[0].Icon, u"converted"_s);
     EXPECT_EQ(std::filesystem::file_size(folder.Native("out/Music/long.wav").toStdString()), 44U + Frames);
     EXPECT_LT(most - early, 16 * 1024) << "kilobytes grown after the first twentieth";

@@ -42,15 +42,16 @@ protected:
     QString OutputOf(const QString& format) {
         Sink.Path.clear();
         Host.Format = format;
-        OutputStage(Run, Host, {Source, Sink}).Dispatch();
+        OutputStage(Run, Host, Codecs.Parts()).Dispatch();
         return Sink.Path;
     }
 
     TestFolder Folder;
     RunState Run;
     HeadlessHost Host;
-    FakeSource Source;
-    FakeSink Sink;
+    FakeCodecs Codecs;
+    FakeSource& Source = Codecs.Source;
+    FakeSink& Sink = Codecs.Sink;
 };
 
 TEST_F(OutputStages, AreChosenByTheExactTextOfTheFormat) {

@@ -1,6 +1,5 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "codecs/AudioFile.h"
 #include "engine/JobDriver.h"
 #include "engine/RunState.h"
 #include "engine/StopCommands.h"
@@ -34,7 +33,7 @@ protected:
         if (format == u"Mp3") FileWenc.SetFormatMP3(44100, 128, 2);
         if (format == u"Ogg") FileWenc.SetFormatOggVorbis(44100, 2, {}, {}, {}, 400);
         if (format == u"Wav") FileWenc.SetFormatPCM(44100, 2, 16);
-        JobDriver(Run, Host, {FileRenc, FileWenc}, Items).RunAllConversions();
+        JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
     }
 
     // Frames that another program decodes from a file below the output folder.
@@ -49,8 +48,8 @@ protected:
     TestFolder Folder;
     RunState Run;
     HeadlessHost Host;
-    AudioFile FileRenc;
-    AudioFile FileWenc;
+    CodecSet Codecs;
+    AudioFile& FileWenc = Codecs.FileWenc;
     Collection Items;
 };
 
@@ -183,7 +182,7 @@ TEST_F(RealRun, AStoppedFileLeavesItsPartialOutput) {
     Folder.MakeFile("Music/b.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
     AddMusic();
     Host.AtYield = [this] {
-        if (Host.Progress >= 10) CancelEverything(Run, Items);
+        if (Host.Progress >= 10) CancelByMenu(Run, Items, Codecs.Parts());
     };
     Convert(u"Wav"_s);
     ASSERT_EQ(Host.Rows.size(), 1U);

@@ -1,3 +1,4 @@
+#include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/RunState.h"
 #include "engine/StopCommands.h"
@@ -8,33 +9,61 @@
 namespace Sonmira {
 namespace {
 
-TEST(StopCommands, CancelStopsAScanEvenWhenNoRunIsBusy) {
-    RunState run;
-    Collection collection;
-    CancelEverything(run, collection);
-    EXPECT_TRUE(collection.StopScan);
-    EXPECT_FALSE(run.CancelAll);
-    EXPECT_EQ(run.KillFlag, 0);
+using namespace Qt::StringLiterals;
+
+class StopCommand : public ::testing::Test {
+protected:
+    RunState Run;
+    Collection Items;
+    FakeCodecs Codecs;
+};
+
+TEST_F(StopCommand, CancelStopsAScanEvenWhenNoRunIsBusy) {
+    CancelByMenu(Run, Items, Codecs.Parts());
+    EXPECT_TRUE(Items.StopScan);
+    EXPECT_FALSE(Run.CancelAll);
+    EXPECT_EQ(Run.KillFlag, 0);
+    Items.StopScan = false;
+    CancelByToolbar(Run, Items, Codecs.Parts());
+    EXPECT_TRUE(Items.StopScan);
+    EXPECT_TRUE(Codecs.Calls.isEmpty());
 }
 
-TEST(StopCommands, CancelStopsABusyRun) {
-    RunState run;
-    run.Busy = true;
-    Collection collection;
-    CancelEverything(run, collection);
-    EXPECT_TRUE(run.CancelAll);
-    EXPECT_EQ(run.KillFlag, 1);
+TEST_F(StopCommand, CancelOfTheMenuTellsTheComponentsInItsOrder) {
+    Run.Busy = true;
+    CancelByMenu(Run, Items, Codecs.Parts());
+    EXPECT_TRUE(Run.CancelAll);
+    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_EQ(Codecs.Calls, (QStringList{u"stop AACDecoder1"_s, u"stop FlacCodec1"_s, u"stop mpcencoder1"_s,
+                                         u"stop mpcdecoder1"_s}));
 }
 
-TEST(StopCommands, SkippingAFileLeavesTheRunGoing) {
-    RunState run;
-    SkipFile(run);
-    EXPECT_FALSE(run.SkipCurrentFile);
-    run.Busy = true;
-    SkipFile(run);
-    EXPECT_TRUE(run.SkipCurrentFile);
-    EXPECT_FALSE(run.CancelAll);
-    EXPECT_EQ(run.KillFlag, 1);
+TEST_F(StopCommand, CancelOfTheToolbarTellsThemInAnother) {
+    Run.Busy = true;
+    CancelByToolbar(Run, Items, Codecs.Parts());
+    EXPECT_TRUE(Run.CancelAll);
+    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_EQ(Codecs.Calls, (QStringList{u"stop AACDecoder1"_s, u"stop mpcencoder1"_s, u"stop mpcdecoder1"_s,
+                                         u"stop FlacCodec1"_s}));
+}
+
+TEST_F(StopCommand, SkippingAFileLeavesTheRunGoing) {
+    SkipFile(Run, Codecs.Parts());
+    EXPECT_FALSE(Run.SkipCurrentFile);
+    Run.Busy = true;
+    SkipFile(Run, Codecs.Parts());
+    EXPECT_TRUE(Run.SkipCurrentFile);
+    EXPECT_FALSE(Run.CancelAll);
+    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_EQ(Codecs.Calls.size(), 4);
+    EXPECT_EQ(Codecs.Calls[1], u"stop FlacCodec1"_s);
+}
+
+TEST_F(StopCommand, CancellingOneFileSetsItsFlagAndNothingElse) {
+    CancelOneFile(Run);
+    EXPECT_TRUE(Run.SkipCurrentFile);
+    EXPECT_EQ(Run.KillFlag, 0);
+    EXPECT_TRUE(Codecs.Calls.isEmpty());
 }
 
 TEST(StopCommands, RowsAreNotClearedDuringARun) {

@@ -17,13 +17,14 @@ protected:
         Run.Busy = true;
         Run.CurrentItem = Host.AddRow();
     }
-    void Copy() { TranscodeStream(Run, Host, {Source, Sink}, u"\\in.wav"_s, u"\\out.mp3"_s); }
+    void Copy() { TranscodeStream(Run, Host, Codecs.Parts(), u"\\in.wav"_s, u"\\out.mp3"_s); }
     const HeadlessHost::Row& Row() const { return Host.Rows.front(); }
 
     RunState Run;
     HeadlessHost Host;
-    FakeSource Source;
-    FakeSink Sink;
+    FakeCodecs Codecs;
+    FakeSource& Source = Codecs.Source;
+    FakeSink& Sink = Codecs.Sink;
 };
 
 TEST_F(Transcoder, CopiesEveryBlockInTheSourcesFormat) {

@@ -8,12 +8,25 @@
 
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
 #include <QTimer>
 #include <QUrl>
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int KeyRole = Qt::UserRole;
+constexpr int NumberRole = Qt::UserRole + 1;
+
+int ButtonNumber(Qt::MouseButton button) {
+    return button == Qt::RightButton ? 2 : 1;
+}
+
+}  // namespace
 
 ConversionTree::ConversionTree(QWidget* parent) : QTreeWidget(parent) {
     setHeaderHidden(true);
@@ -28,7 +41,49 @@ void ConversionTree::ResetToRoot() {
     auto* root = new QTreeWidgetItem(this, {u"My Conversion"_s});
     root->setIcon(0, OwnIcon(u"collection"));
     root->setExpanded(true);
-    Nodes.insert(RootKey.toString(), root);
+    Remember(RootKey.toString(), root);
+}
+
+void ConversionTree::Remember(const QString& key, QTreeWidgetItem* node) {
+    node->setData(0, KeyRole, key);
+    node->setData(0, NumberRole, ++LastNumber);
+    Nodes.insert(key, node);
+}
+
+QString ConversionTree::KeyOf(const QTreeWidgetItem* node) {
+    return node->data(0, KeyRole).toString();
+}
+
+NodeReference ConversionTree::ReferenceTo(const QTreeWidgetItem* node) {
+    return {KeyOf(node), node->data(0, NumberRole).toULongLong()};
+}
+
+QTreeWidgetItem* ConversionTree::NodeBehind(const NodeReference& reference) const {
+    QTreeWidgetItem* const node = NodeOf(reference.Key);
+    const bool isSame = node != nullptr && ReferenceTo(node).Number == reference.Number;
+    if (!isSame) throw Failure(FailureNumber::ObjectNotSet);
+    return node;
+}
+
+void ConversionTree::RemoveNode(const NodeReference& reference) {
+    QTreeWidgetItem* const node = NodeBehind(reference);
+    ForgetBelow(node);
+    delete node;
+}
+
+void ConversionTree::ForgetBelow(const QTreeWidgetItem* node) {
+    std::vector<const QTreeWidgetItem*> left{node};
+    while (!left.empty()) {
+        const QTreeWidgetItem* const one = left.back();
+        left.pop_back();
+        Nodes.remove(KeyOf(one));
+        for (int n = 0; n < one->childCount(); ++n) left.push_back(one->child(n));
+    }
+}
+
+void ConversionTree::SetEmptyHint(const QString& hint) {
+    EmptyHint = hint;
+    viewport()->update();
 }
 
 void ConversionTree::AddNode(const QString& parentKey, const QString& key, const QString& text,
@@ -39,7 +94,7 @@ void ConversionTree::AddNode(const QString& parentKey, const QString& key, const
     const QIcon image = Images.At(imageKey);
     auto* node = new QTreeWidgetItem(parent, {ShownName(text)});
     node->setIcon(0, image);
-    Nodes.insert(key, node);
+    Remember(key, node);
 }
 
 void ConversionTree::GetIcon(const QString& path) {
@@ -55,6 +110,45 @@ void ConversionTree::GetIcon4(const QString& path) {
     } else {
         Images.Add(folderKey, OwnIcon(u"folder"));
     }
+}
+
+QTreeWidgetItem* ConversionTree::NodeAt(const QPoint& position) const {
+    QTreeWidgetItem* const node = itemAt(position);
+    return node != nullptr && visualItemRect(node).contains(position) ? node : nullptr;
+}
+
+void ConversionTree::mousePressEvent(QMouseEvent* event) {
+    Q_EMIT MouseDown(ButtonNumber(event->button()));
+    const QTreeWidgetItem* const node = NodeAt(event->position().toPoint());
+    Pressed = node == nullptr ? NodeReference() : ReferenceTo(node);
+    QTreeWidget::mousePressEvent(event);
+}
+
+void ConversionTree::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeWidget::mouseReleaseEvent(event);
+    QTreeWidgetItem* const node = NodeAt(event->position().toPoint());
+    const NodeReference pressed = std::exchange(Pressed, {});
+    const bool isClick = event->button() == Qt::LeftButton || event->button() == Qt::RightButton;
+    if (!isClick || node == nullptr || ReferenceTo(node).Number != pressed.Number) return;
+    Q_EMIT NodeClick(node, event->globalPosition().toPoint());
+}
+
+void ConversionTree::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Delete && !selectedItems().isEmpty()) {
+        Q_EMIT DeletePressed();
+        return;
+    }
+    QTreeWidget::keyPressEvent(event);
+}
+
+void ConversionTree::paintEvent(QPaintEvent* event) {
+    QTreeWidget::paintEvent(event);
+    if (EmptyHint.isEmpty() || NodeCount() > 1) return;
+    constexpr int Margin = 16;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin),
+                     Qt::AlignCenter | Qt::TextWordWrap, EmptyHint);
 }
 
 void ConversionTree::dragEnterEvent(QDragEnterEvent* event) {

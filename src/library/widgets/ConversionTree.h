@@ -7,6 +7,15 @@
 
 namespace Sonmira {
 
+// A node as somebody remembers it. It never dangles: after the node is gone it names none, even where a later
+// node has the same key.
+struct NodeReference {
+    QString Key;
+    quint64 Number = 0;  // 0: no node was ever remembered
+
+    bool IsEmpty() const { return Number == 0; }
+};
+
 // The tree control of the collection. Every node has a key, unique across the tree: the full path, or the
 // root's own. Files and folders may be dropped on it from other programs.
 class ConversionTree : public QTreeWidget {
@@ -30,18 +39,46 @@ public:
     QTreeWidgetItem* NodeOf(const QString& key) const { return Nodes.value(key); }
     int NodeCount() const { return static_cast<int>(Nodes.size()); }
 
+    // What a node is remembered by, and the node that is meant. A node that is gone fails with ObjectNotSet.
+    static NodeReference ReferenceTo(const QTreeWidgetItem* node);
+    QTreeWidgetItem* NodeBehind(const NodeReference& reference) const;
+    // Removes a node with everything below it.
+    void RemoveNode(const NodeReference& reference);
+
+    // Draws a hint over the tree while it holds nothing but the root.
+    void SetEmptyHint(const QString& hint);
+
 Q_SIGNALS:
     // Inner paths, in the order of the drop.
     void FilesDropped(const QStringList& paths);
+    // A mouse button went down anywhere in the tree: 1 is the left one, 2 the right one.
+    void MouseDown(int button);
+    // Either button was clicked on a node; the keyboard never does this. `position` is on the screen.
+    void NodeClick(QTreeWidgetItem* node, const QPoint& position);
+    // The Delete key was pressed while a node was selected.
+    void DeletePressed();
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
+    static QString KeyOf(const QTreeWidgetItem* node);
+    void Remember(const QString& key, QTreeWidgetItem* node);
+    void ForgetBelow(const QTreeWidgetItem* node);
+    // The node whose text or image lies there; not its arrow or the room beside it.
+    QTreeWidgetItem* NodeAt(const QPoint& position) const;
+
     QHash<QString, QTreeWidgetItem*> Nodes;
     ImageList Images;
+    QString EmptyHint;
+    quint64 LastNumber = 0;
+    NodeReference Pressed;  // where the mouse button went down
 };
 
 }  // namespace Sonmira

@@ -1,6 +1,7 @@
 #include "library/widgets/FileList.h"
 
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -63,6 +64,16 @@ FileList::FileList(QWidget* parent) : QTableView(parent) {
     header->setSectionResizeMode(FileListModel::FilenameColumn, QHeaderView::Stretch);
     header->resizeSection(FileListModel::TrackColumn, 1235 / 15);
     header->resizeSection(FileListModel::ProgressColumn, 3175 / 15);
+}
+
+void FileList::mousePressEvent(QMouseEvent* event) {
+    Q_EMIT MouseDown(event->button() == Qt::RightButton ? 2 : 1);
+    QTableView::mousePressEvent(event);
+}
+
+void FileList::mouseReleaseEvent(QMouseEvent* event) {
+    QTableView::mouseReleaseEvent(event);
+    if (indexAt(event->position().toPoint()).isValid()) Q_EMIT ItemClick(event->globalPosition().toPoint());
 }
 
 void FileList::ScrollToRow(int row) {

@@ -18,6 +18,16 @@ public:
     // Brings the row (counted from 1) into view.
     void ScrollToRow(int row);
 
+Q_SIGNALS:
+    // A mouse button went down anywhere in the list: 1 is the left one, 2 the right one.
+    void MouseDown(int button);
+    // Either button was clicked on a row. `position` is on the screen.
+    void ItemClick(const QPoint& position);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
 private:
     FileListModel Model;
 };

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QStringView>
+
+namespace Sonmira {
+
+// The points in which a run over the whole collection and the conversion of one record differ. Everything
+// else is the same code.
+struct DriverRules {
+    // The labels with the name and length of the file in hand.
+    bool ShowsFileName;
+    // The folder label per file; a full run writes it per folder record.
+    bool ShowsFolderOfFile;
+    // Added to the track of a WMA input, whose tracks count from 0.
+    int WmaTrackOffset;
+    // The year of an input of that kind without a tag.
+    QStringView UntaggedApeYear;
+    QStringView UntaggedMpcYear;
+    // Whether the temporary WAV goes when it is there itself, or when the file is there that the AAC decoder
+    // last named as its output.
+    bool LooksForTempWavItself;
+};
+
+inline constexpr DriverRules FullRunRules{true, false, 1, u"2010", u"2009", true};
+inline constexpr DriverRules SingleFileRules{false, true, 0, u"2008", u"2008", false};
+
+}  // namespace Sonmira

@@ -1,0 +1,80 @@
+#include "engine/ProgressEvents.h"
+
+#include "engine/RunState.h"
+#include "engine/RunView.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+int Percent(qint32 done, qint32 total) {
+    return static_cast<int>(RoundHalfEven(static_cast<double>(done) / total * 100));
+}
+
+QString PercentText(int percent) {
+    return PlainNumber(percent) + u" %"_s;
+}
+
+// Encoders write the bar and the row together, and only where the row's text changes.
+void ShowEncoding(RunState& run, RunView& view, int percent) {
+    if (view.RowProgress(run.CurrentItem) != PercentText(percent)) ShowPercentOfRow(run, view, percent);
+}
+
+}  // namespace
+
+void ShowPercentOfRow(RunState& run, RunView& view, int percent) {
+    view.ShowProgress(percent);
+    const QString text = PercentText(percent);
+    // Compared first, because writing a row costs far more than reading it.
+    if (view.RowProgress(run.CurrentItem) != text) view.SetRowProgress(run.CurrentItem, text);
+}
+
+ProgressEvents::ProgressEvents(RunState& state, RunView& shown, Components watched) : Parts(watched) {
+    const auto moveBar = [&view = shown](qint16 percent) {
+        view.ShowProgress(percent);
+        view.Yield();
+    };
+    Parts.AACDecoder1.Progress = moveBar;
+    Parts.FlacCodec1.Progress = moveBar;
+    Parts.FlacCodec_Encoder1.Progress = [&run = state, &view = shown](qint16 percent) {
+        ShowEncoding(run, view, percent);
+        view.Yield();
+    };
+    // The order of the two arguments differs from component to component.
+    Parts.alacdec1.Progress = [&view = shown](qint32 done, qint32 total) {
+        if (done == 0 || total == 0) return;
+        view.ShowProgress(Percent(done, total));
+        view.Yield();
+    };
+    Parts.mpcdecoder1.Progress = [&view = shown](qint32 total, qint32 done) {
+        if (done == 0 || total == 0) return;
+        view.ShowProgress(Percent(done, total));
+        view.Yield();
+    };
+    Parts.mpcencoder1.Progress = [&run = state, &view = shown](qint32 total, qint32 done) {
+        if (done == 0 || total == 0) return;
+        ShowEncoding(run, view, Percent(done, total));
+        view.Yield();
+    };
+}
+
+ProgressEvents::~ProgressEvents() {
+    Parts.AACDecoder1.Progress = nullptr;
+    Parts.FlacCodec1.Progress = nullptr;
+    Parts.FlacCodec_Encoder1.Progress = nullptr;
+    Parts.alacdec1.Progress = nullptr;
+    Parts.mpcdecoder1.Progress = nullptr;
+    Parts.mpcencoder1.Progress = nullptr;
+}
+
+ApeProgressCallback MakeApeProgress(RunView& view) {
+    return [&view](qint32 thousandths) {
+        view.ShowProgress(std::min(static_cast<int>(RoundHalfEven(thousandths / 1000.0)), 100));
+        view.Yield();
+    };
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "engine/Components.h"
+
+namespace Sonmira {
+
+class RunView;
+struct RunState;
+
+// Shows what the components tell of their progress, for as long as it lives: a run has one. Decoders move the
+// bar only, the FLAC and Musepack encoders the row too. Each step yields to the event loop, which is when a
+// stop command is heard.
+class ProgressEvents {
+public:
+    ProgressEvents(RunState& state, RunView& shown, Components watched);
+    ~ProgressEvents();
+    ProgressEvents(const ProgressEvents&) = delete;
+    ProgressEvents& operator=(const ProgressEvents&) = delete;
+
+private:
+    Components Parts;
+};
+
+// What CompressFile and DecompressFile call with thousandths of a percent. Moves the bar only, both ways.
+ApeProgressCallback MakeApeProgress(RunView& view);
+
+// The bar and the row's text, which is written where it changes only.
+void ShowPercentOfRow(RunState& run, RunView& view, int percent);
+
+}  // namespace Sonmira

@@ -1,0 +1,117 @@
+#include "engine/SelectionDriver.h"
+
+#include "engine/RecordSteps.h"
+#include "engine/RunState.h"
+#include "engine/RunView.h"
+#include "library/Collection.h"
+#include "platform/Folders.h"
+#include "shell/Paths.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// No folder lies deeper than its path can be long. Deeper is a walk in a circle, which numbers that are
+// shared by two records could make.
+constexpr int DeepestFolder = 2048;
+
+}  // namespace
+
+void SelectionDriver::ShowCount() {
+    View.ShowCount(PlainNumber(Run.SelectionDone) + u" / "_s + PlainNumber(Run.SelectionTotal));
+}
+
+void SelectionDriver::CountFilesUnderNode(const QString& key) {
+    const std::optional<int> position = Items.Records.FirstWithPath(key);
+    if (!position || Items.Records[*position].Removed) return;
+    const ConversionRecord& record = Items.Records[*position];
+    if (record.IsFile) {
+        ++Run.SelectionTotal;
+    } else {
+        CountFilesOfFolder(record.Index, 0);
+    }
+}
+
+void SelectionDriver::CountFilesOfFolder(qint16 index, int depth) {
+    if (index == 0 || depth > DeepestFolder) return;
+    for (const int position : Items.Records.ChildrenOf(index)) {
+        const ConversionRecord& child = Items.Records[position];
+        if (child.Removed) continue;
+        if (child.IsFile) {
+            ++Run.SelectionTotal;
+        } else {
+            CountFilesOfFolder(child.Index, depth + 1);
+        }
+    }
+}
+
+void SelectionDriver::ConvertNode(const QString& key) {
+    Run.CancelAll = false;
+    View.ClearRows();
+    Run.CurrentItem = 0;
+    Run.SelectionTotal = Run.SelectionDone = 0;
+    if (key.isEmpty()) return;
+    CountFilesUnderNode(key);
+    const std::optional<int> position = Items.Records.FirstWithPath(key);
+    if (!position) return;
+    const ConversionRecord record = Items.Records[*position];
+    if (record.IsFile) {
+        Run.SelectionTotal = 1;
+        if (!Run.CancelAll) ConvertOneFile(*position, {});
+        return;
+    }
+    if (Run.CancelAll) return;
+    // Made whether or not the outputs go beside their sources.
+    CreateFolder(OutputRoot(View) + record.Name);
+    QString name = record.Name;
+    ConvertFolderTree(record.Index, name, 0);
+    // The backslash that the walk put behind the name stays with the record, as it always has.
+    if (Items.Records.FirstWithPath(key) == position) Items.Records.SetName(*position, name);
+}
+
+void SelectionDriver::ConvertFolderTree(qint16 parentIndex, QString& relativeFolder, int depth) {
+    // A record that could not be numbered has no children of its own.
+    if (Run.CancelAll || parentIndex == 0 || depth > DeepestFolder) return;
+    // Walked live: while a file is converted the user may remove records.
+    for (int position = 0; position <= Items.Records.UpperBound(); ++position) {
+        const ConversionRecord child = Items.Records[position];
+        if (child.Parent != parentIndex || child.Removed) continue;
+        if (child.IsFile) {
+            ConvertOneFile(position, relativeFolder);
+        } else {
+            if (Run.CancelAll) break;
+            relativeFolder = WithBackslash(relativeFolder);
+            CreateFolder(OutputRoot(View) + relativeFolder + child.Name);
+            QString childFolder = relativeFolder + child.Name;
+            ConvertFolderTree(child.Index, childFolder, depth + 1);
+        }
+        if (Run.CancelAll) break;
+    }
+}
+
+void SelectionDriver::ConvertOneFile(int position, const QString& relativeFolder) {
+    View.SetControlsEnabled(false);
+    Run.CancelAll = Run.Busy = Run.FileError = Run.SkipCurrentFile = false;
+    ShowCount();
+    // A copy, for the same reason.
+    const ConversionRecord record = Items.Records[position];
+    RecordSteps steps(Run, View, Parts, SingleFileRules);
+    if (!record.Removed) {
+        View.ShowFolder(relativeFolder);
+        const auto setStem = [&](Destination& target) { target.SetOutputStem(Run, View, relativeFolder); };
+        if (!steps.Convert(record, setStem)) return;
+    }
+    if (record.IsFile) {
+        ++Run.SelectionDone;
+        steps.Finish(record, [this] { ShowCount(); });
+    }
+    View.Yield();
+    Run.Busy = false;
+    View.SetControlsEnabled(true);
+    Run.FileError = false;
+}
+
+}  // namespace Sonmira

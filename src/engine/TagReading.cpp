@@ -1,0 +1,122 @@
+#include "engine/TagReading.h"
+
+#include "engine/RunState.h"
+#include "engine/RunView.h"
+#include "platform/Failure.h"
+#include "platform/NarrowText.h"
+#include "shell/Paths.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The genre that stands for a text of its own or for none at all in older files.
+constexpr qint16 FallbackGenre = 9;
+
+// The ID3v1 block by its places. Fields keep their padding.
+class Id3Fields {
+public:
+    Id3Fields(ApeCodec& ape, const QString& path) {
+        Id3Bytes block{};
+        ape.GetID3Tag(path, block);
+        Bytes = QByteArray(block.data(), static_cast<qsizetype>(block.size()));
+    }
+
+    bool IsTag() const { return Bytes.startsWith("TAG"); }
+    QString Title() const { return Text(3, 30); }
+    QString Artist() const { return Text(33, 30); }
+    QString Album() const { return Text(63, 30); }
+    QString Year() const { return Text(93, 4); }
+    // One character more than the track leaves, so that the byte before it is part of the text.
+    QString Comment() const { return Text(97, 29); }
+    qint16 Track() const { return static_cast<quint8>(Bytes[126]); }
+    qint16 Genre() const { return static_cast<quint8>(Bytes[127]); }
+
+private:
+    // The standard says Latin-1, and many programs write UTF-8.
+    QString Text(qsizetype place, qsizetype length) const {
+        const QByteArray field = Bytes.sliced(place, length);
+        const QString text = FromNarrow(field);
+        return HoldsRawBytes(text) ? QString::fromLatin1(field) : text;
+    }
+
+    QByteArray Bytes;
+};
+
+void TakeTexts(TagRecord& tag, const Id3Fields& block) {
+    tag.Title = block.Title();
+    tag.Artist = block.Artist();
+    tag.Album = block.Album();
+    tag.Year = block.Year();
+    tag.Comment = block.Comment();
+    tag.Track = block.Track();
+    tag.GenreIndex = block.Genre();
+}
+
+}  // namespace
+
+void ReadTagOfAac(RunState& run, RunView& view, Components parts, QString& heldTitle) {
+    const Id3Fields block(parts.Ape, run.CurrentInput);
+    if (!block.IsTag()) return;
+    heldTitle = block.Title();
+    const PanelTag panel{block.Artist(), block.Album(), block.Year(), block.Comment(),
+                         PlainNumber(block.Genre())};
+    view.SetPanelTag(panel);
+    if (WithoutBlanks(run.Tag.GenreText).isEmpty()) {
+        run.Tag.GenreText = AudioInformation::GenreName(ToInteger16(LeadingNumber(view.GetPanelTag().Genre)));
+    }
+}
+
+void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules) {
+    tags.SetTagKind(1);
+    tags.LoadTag(run.CurrentInput);
+    if (tags.Title.isEmpty() && tags.Artist.isEmpty()) {
+        tags.SetTagKind(2);
+        tags.LoadTag(run.CurrentInput);
+    }
+    view.Yield();
+    run.Tag.Title = tags.Title;
+    run.Tag.Artist = tags.Artist;
+    run.Tag.Album = tags.Album;
+    run.Tag.GenreIndex = tags.Genre;
+    run.Tag.GenreText = tags.GenreString;
+    if (run.Tag.GenreText.isEmpty()) run.Tag.GenreText = AudioInformation::GenreName(tags.Genre);
+    run.Tag.Comment = tags.Comment;
+    run.Tag.Year = PlainNumber(tags.Year);
+    const int offset = EndsInUpper(run.CurrentInput, u"WMA") ? rules.WmaTrackOffset : 0;
+    run.Tag.Track = Checked16(qint64{tags.Track} + offset);
+}
+
+void ReadTagOfFlac(RunState& run, Components parts, const QString& heldTitle) {
+    const FlacDecoder& flac = parts.FlacCodec1;
+    run.Tag.Title = flac.Title();
+    run.Tag.Artist = flac.Artist();
+    run.Tag.Album = flac.Album();
+    run.Tag.Year = flac.Year();
+    run.Tag.Comment = flac.Comment();
+    run.Tag.Track = 1;
+    run.Tag.GenreIndex = FallbackGenre;
+    run.Tag.GenreText = flac.Genre();
+    if (!WithoutBlanks(heldTitle).isEmpty()) return;
+    // No look at the marker: a file without a block gets fields of zeros.
+    TakeTexts(run.Tag, Id3Fields(parts.Ape, run.CurrentInput));
+    run.Tag.GenreText = AudioInformation::GenreName(run.Tag.GenreIndex);
+}
+
+void ReadTagOfBlock(RunState& run, Components parts, QStringView untaggedYear) {
+    const Id3Fields block(parts.Ape, run.CurrentInput);
+    if (block.IsTag()) {
+        TakeTexts(run.Tag, block);
+        run.Tag.GenreText = PlainNumber(block.Genre());
+        return;
+    }
+    run.Tag = TagRecord{};
+    run.Tag.Track = 0;
+    run.Tag.GenreIndex = FallbackGenre;
+    run.Tag.Year = untaggedYear.toString();
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "engine/Components.h"
+#include "engine/DriverRules.h"
+
+namespace Sonmira {
+
+class RunView;
+struct RunState;
+
+// How the tag of the file in hand (CurrentInput) gets into TagRecord. Each family of inputs fills another
+// part of it; the differences are old and outputs rely on them.
+
+// AAC and ALAC: nothing but a genre text. The title goes into `heldTitle`, the rest of the block onto the tag
+// page, whose texts the outputs of the panel route carry.
+void ReadTagOfAac(RunState& run, RunView& view, Components parts, QString& heldTitle);
+
+// What the streaming reader reads, and Musepack first: all fields, of the first kind of tag that has a title
+// or an artist.
+void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules);
+
+// FLAC: the comments; then, unless a held title says otherwise, the ID3v1 block over them, also where the
+// file has none and the block is empty.
+void ReadTagOfFlac(RunState& run, Components parts, const QString& heldTitle);
+
+// APE and Musepack: the ID3v1 block; without one, empty fields and `untaggedYear`.
+void ReadTagOfBlock(RunState& run, Components parts, QStringView untaggedYear);
+
+}  // namespace Sonmira

@@ -1,0 +1,74 @@
+#include "engine/TagWriting.h"
+
+#include "engine/RunState.h"
+#include "engine/RunView.h"
+#include "platform/Clock.h"
+#include "platform/Failure.h"
+#include "shell/Paths.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The genre number that means a text of its own.
+constexpr qint16 FreeTextGenre = TagValues::OtherGenre;
+constexpr int GenreNames = 148;
+// A track of this number counts as none.
+constexpr qint16 NoTrack = 103;
+
+void WritePanelTag(const RunState& run, RunView& view, ApeCodec& ape, const QString& outputPath) {
+    const PanelTag panel = view.GetPanelTag();
+    // The genre on the page decides only where the genre comes from; where it is no number, no tag is
+    // written.
+    const double number = ToNumber(panel.Genre);
+    SimpleTag tag;
+    tag.Artist = panel.Artist;
+    tag.Album = panel.Album;
+    tag.Comment = panel.Comment;
+    tag.Genre = number == FreeTextGenre ? run.Tag.GenreText : AudioInformation::GenreName(run.Tag.GenreIndex);
+    tag.Year = panel.Year;
+    ape.TagFileSimple(outputPath, tag);
+}
+
+// A free text that is the name of a standard genre gets its number.
+qint16 GenreNumber(const TagRecord& tag, const QString& text) {
+    if (tag.GenreIndex != FreeTextGenre || text.isEmpty()) return tag.GenreIndex;
+    for (qint16 index = 0; index < GenreNames; ++index) {
+        if (AudioInformation::GenreName(index) == text) return index;
+    }
+    return tag.GenreIndex;
+}
+
+void WriteRecord(TagRecord& tag, AudioInformation& file, qint16 kind, const QString& outputPath) {
+    file.SetTagKind(kind);
+    file.Title = tag.Title;
+    file.Artist = tag.Artist;
+    file.Album = tag.Album;
+    file.GenreString = WithoutBlanks(tag.GenreText).toString();
+    file.Genre = GenreNumber(tag, file.GenreString);
+    file.Comment = tag.Comment;
+    if (LeadingNumber(tag.Year) == 0) tag.Year = PlainNumber(CurrentYear());
+    file.Year = ToInteger32(tag.Year);
+    if (tag.Track == 0 || tag.Track == NoTrack) tag.Track = 1;
+    file.Track = EndsInUpper(outputPath, u"WMA") ? Checked16(qint64{tag.Track} - 1) : tag.Track;
+    file.EncodedBy = u"Sonmira"_s;
+    file.SaveTag(outputPath);
+}
+
+}  // namespace
+
+void WriteOutputTag(RunState& run, RunView& view, Components parts, const QString& outputPath) {
+    PassOver([&] {
+        if (EndsInUpper(outputPath, u"APE") || EndsInUpper(outputPath, u"MPC") ||
+            EndsInUpper(outputPath, u"FLAC")) {
+            WritePanelTag(run, view, parts.Ape, outputPath);
+            return;
+        }
+        for (const qint16 kind : {qint16{1}, qint16{2}}) WriteRecord(run.Tag, parts.Tags, kind, outputPath);
+    });
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,138 @@
+#include "formats/LevelLists.h"
+
+#include "engine/RunState.h"
+#include "formats/OutputPanel.h"
+#include "shell/Settings.h"
+#include "shell/Values.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/Events.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct ApeLevel {
+    QStringView Item;
+    QStringView Saved;
+    qint32 Level;
+};
+constexpr ApeLevel ApeLevels[] = {{u"Compression Fast", u"COMPRESSION_LEVEL_FAST", 1000},
+                                  {u"Compression Normal", u"COMPRESSION_LEVEL_NORMAL", 2000},
+                                  {u"Compression High", u"COMPRESSION_LEVEL_HIGH", 3000},
+                                  {u"Compression Very High (Insane)", u"COMPRESSION_LEVEL_EXTRA_HIGH", 4000}};
+constexpr const ApeLevel& DefaultApeLevel = ApeLevels[1];
+
+// The place is the level. The texts are saved as they stand, misspelling and all.
+constexpr QStringView FlacItems[] = {
+    u"Compression level 0 (Fast)", u"Compression level 1", u"Compression level 2",
+    u"Compression level 3",        u"Compression level 4", u"Compression level 5 (Recommanded)",
+    u"Compression level 6",        u"Compression level 7", u"Compression level 8 (Best)"};
+constexpr int DefaultFlacLevel = 5;
+
+// The place is the quality.
+constexpr QStringView MpcItems[] = {u"Quality 0 - Very poor ",
+                                    u"Quality 1 - Poor ",
+                                    u"Quality 2 - Low ",
+                                    u"Quality 3 - Low/Medium (90 kbps)",
+                                    u"Quality 4 - Medium (130 kbps)",
+                                    u"Quality 5 - High (180 kbps)",
+                                    u"Quality 6 - Excellent (210 kbps)",
+                                    u"Quality 7 - Excellent (240 kbps)",
+                                    u"Quality 8 - Extreme",
+                                    u"Quality 9 - braindead"};
+constexpr int DefaultMpcQuality = 5;
+
+const QString Key = u"Quality"_s;
+const QString ApeSection = u"APE"_s;
+const QString FlacSection = u"FLAC"_s;
+const QString MpcSection = u"MPC"_s;
+
+QString Saved(const QString& section) {
+    return ReadIniValue(SettingsFile, section, Key);
+}
+void Save(const QString& section, const QString& value) {
+    WriteIniValue(SettingsFile, section, Key, value);
+}
+
+int FlacLevelOf(const QString& item) {
+    const auto found = std::find(std::begin(FlacItems), std::end(FlacItems), item);
+    return found == std::end(FlacItems) ? -1 : static_cast<int>(found - std::begin(FlacItems));
+}
+
+}  // namespace
+
+LevelLists::LevelLists(OutputPanel& controls, EncoderLevels& levels) : Panel(controls), Levels(levels) {
+    for (const ApeLevel& level : ApeLevels) Panel.ComboAPEFormat->addItem(level.Item.toString());
+    for (const QStringView item : FlacItems) Panel.ComboFLACFormat->addItem(item.toString());
+    for (const QStringView item : MpcItems) Panel.ComboMPCFormat->addItem(item.toString());
+    OnEvent(Panel.ComboAPEFormat, &ChoiceList::Click, this, [this] { ComboAPEFormat_Click(); });
+    OnEvent(Panel.ComboFLACFormat, &ChoiceList::Click, this, [this] { ComboFLACFormat_Click(); });
+    OnEvent(Panel.ComboMPCFormat, &ChoiceList::Click, this, [this] { ComboMPCFormat_Click(); });
+}
+
+void LevelLists::ComboAPEFormat_Click() {
+    const QString item = Panel.ComboAPEFormat->currentText();
+    for (const ApeLevel& level : ApeLevels) {
+        if (item != level.Item) continue;
+        Levels.ApeCompressionLevel = level.Level;
+        Save(ApeSection, level.Saved.toString());
+    }
+}
+
+void LevelLists::ComboFLACFormat_Click() {
+    const QString item = Panel.ComboFLACFormat->currentText();
+    const int level = FlacLevelOf(item);
+    if (level < 0) return;
+    Levels.FlacCompressionLevel = level;
+    Save(FlacSection, item);
+}
+
+void LevelLists::ComboMPCFormat_Click() {
+    Levels.MpcQuality = Panel.ComboMPCFormat->currentIndex();
+    Save(MpcSection, PlainNumber(Levels.MpcQuality));
+}
+
+void LevelLists::ApplySavedApeFormat() {
+    const QString saved = Saved(ApeSection);
+    const auto found = std::find_if(std::begin(ApeLevels), std::end(ApeLevels),
+                                    [&](const ApeLevel& level) { return saved == level.Saved; });
+    const ApeLevel& level = found == std::end(ApeLevels) ? DefaultApeLevel : *found;
+    Levels.ApeCompressionLevel = level.Level;
+    Save(ApeSection, level.Saved.toString());
+    PassOver([&] { Panel.ComboAPEFormat->SelectText(level.Item.toString()); });
+}
+
+void LevelLists::ApplySavedFlacFormat() {
+    const QString saved = Saved(FlacSection);
+    int level = FlacLevelOf(saved);
+    if (level < 0) {
+        // The repair writes the bare number, which is no item; the selection below writes the item over it.
+        level = DefaultFlacLevel;
+        Save(FlacSection, PlainNumber(level));
+    } else {
+        Save(FlacSection, saved);
+    }
+    Levels.FlacCompressionLevel = level;
+    PassOver([&] { Panel.ComboFLACFormat->SelectText(FlacItems[level].toString()); });
+}
+
+void LevelLists::ApplySavedMpcFormat() {
+    PassOver([this] {
+        const QString saved = WithoutBlanks(Saved(MpcSection)).toString();
+        if (saved.isEmpty()) {
+            Levels.MpcQuality = DefaultMpcQuality;
+            Save(MpcSection, PlainNumber(DefaultMpcQuality));
+            Panel.ComboMPCFormat->SelectPlace(DefaultMpcQuality);
+            return;
+        }
+        Levels.MpcQuality = ToInteger32(LeadingNumber(saved));
+        // A quality that the list does not have fails here, with the value taken and the key as it was.
+        if (Levels.MpcQuality < 0) throw Failure(FailureNumber::InvalidPropertyValue);
+        Panel.ComboMPCFormat->SelectPlace(Levels.MpcQuality);
+        Save(MpcSection, saved);
+    });
+}
+
+}  // namespace Sonmira

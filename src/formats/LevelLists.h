@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QObject>
+
+namespace Sonmira {
+
+class OutputPanel;
+struct EncoderLevels;
+
+// The lists for APE, FLAC and Musepack: one fixed choice each, which goes into the levels that the encoders
+// are given, and into the settings at once.
+class LevelLists : public QObject {
+    Q_OBJECT
+
+public:
+    // Fills the lists. All outlive this object.
+    LevelLists(OutputPanel& controls, EncoderLevels& levels);
+
+    // What selecting the format does: takes the saved level, or the default where there is none or a damaged
+    // one, and shows it in the list. A failure ends it in silence.
+    void ApplySavedApeFormat();
+    void ApplySavedFlacFormat();
+    void ApplySavedMpcFormat();
+
+private:
+    void ComboAPEFormat_Click();
+    void ComboFLACFormat_Click();
+    void ComboMPCFormat_Click();
+
+    OutputPanel& Panel;
+    EncoderLevels& Levels;
+};
+
+}  // namespace Sonmira
