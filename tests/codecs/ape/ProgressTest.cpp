@@ -14,9 +14,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Half a minute of sound.
+// Twenty seconds of sound.
 QString MakeSource(const TestFolder& folder) {
-    return folder.MakeFile("in.wav", WavOf(MakeApeSignal("walk", 2, 1'300'000), WavKind::Signed16));
+    return folder.MakeFile("in.wav", WavOf(MakeApeSignal("walk", 2, 900'000), WavKind::Signed16));
 }
 
 // The portable kernels take long enough for a stop to come in between.

@@ -1,6 +1,7 @@
 #include "Signals.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <random>
 #include <stdexcept>
@@ -12,19 +13,17 @@ namespace {
 constexpr int Rate = 44100;
 constexpr std::int64_t FrameBlocks = 73728;
 
-// Something like music: slow swells of many tones, not alike in the channels, with a little noise.
+// Something like music: slow swells of some tones, not alike in the channels, with a little noise.
 TestSound MakeTones(int channels, std::int64_t blocks) {
     TestSound sound{Rate, channels, {}};
     std::mt19937 random(7);
-    std::uniform_real_distribution<double> noise(-0.002, 0.002);
+    const std::array<double, 3> steps = {0.0157, 0.0529, 0.1871};  // radians a block
     for (std::int64_t i = 0; i < blocks; ++i) {
-        const double t = static_cast<double>(i) / Rate;
+        const auto at = static_cast<double>(i);
         for (int channel = 0; channel < channels; ++channel) {
-            double value = noise(random);
-            for (int tone = 1; tone <= 6; ++tone) {
-                const double swell = 0.5 + 0.5 * std::sin(t * (0.7 * tone + 0.3 * channel));
-                value += 0.12 * swell *
-                         std::sin(2 * 3.14159265358979 * 110 * std::pow(1.4983, tone) * t + channel);
+            double value = static_cast<double>(random() % 256) / 65536;
+            for (const double step : steps) {
+                value += 0.25 * std::sin(at * step + channel) * std::sin(at * step / 500);
             }
             sound.Samples.push_back(value);
         }
