@@ -81,4 +81,18 @@ constexpr std::array<std::uint32_t, ApeSymbols + 1> MakeApeSymbolStarts() {
 inline constexpr std::array<std::uint32_t, ApeSymbols + 1> ApeSymbolStarts = MakeApeSymbolStarts();
 static_assert(ApeSymbolStarts[ApeSymbols] == 65536);
 
+// The same, each with its width.
+struct ApeSymbolPart {
+    std::uint32_t Start;
+    std::uint32_t Width;
+};
+constexpr std::array<ApeSymbolPart, ApeSymbols> MakeApeSymbolParts() {
+    std::array<ApeSymbolPart, ApeSymbols> parts{};
+    for (std::size_t i = 0; i < ApeSymbols; ++i) {
+        parts[i] = {ApeSymbolStarts[i], ApeSymbolStarts[i + 1] - ApeSymbolStarts[i]};
+    }
+    return parts;
+}
+inline constexpr std::array<ApeSymbolPart, ApeSymbols> ApeSymbolParts = MakeApeSymbolParts();
+
 }  // namespace Sonmira

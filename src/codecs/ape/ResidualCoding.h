@@ -61,6 +61,7 @@ public:
         const unsigned shift = ApeReciprocalShift(pivot);
         const auto over = static_cast<std::uint32_t>(x * reciprocal >> shift);
         if (pivot < ApeReciprocalCount && x < (1U << 31) && over < ApeEscape) [[likely]] {
+            Pending = 0;  // as it always is here: lets the first move go unchecked
             Symbol(over);
             Move();
             Range = static_cast<std::uint32_t>(Range * reciprocal >> shift);
@@ -95,8 +96,9 @@ private:
     [[gnu::always_inline]] void Symbol(std::uint32_t symbol) {
         Move();
         const std::uint32_t part = Range >> 16;
-        Low += std::uint64_t{part} * ApeSymbolStarts[symbol];
-        Range = part * (ApeSymbolStarts[symbol + 1] - ApeSymbolStarts[symbol]);
+        const ApeSymbolPart place = ApeSymbolParts[symbol];
+        Low += std::uint64_t{part} * place.Start;
+        Range = part * place.Width;
     }
 
     void OneOf(std::uint32_t value, std::uint32_t count) {
@@ -218,7 +220,8 @@ public:
         }
         const std::uint32_t x = over * pivot + base;
         estimate = ApeNextEstimate(estimate, x);
-        return static_cast<std::int32_t>((x & 1) != 0 ? x / 2 + 1 : 0U - x / 2);
+        // Half of it, and one more where it is odd; the even ones are negative. Nobody can foretell which.
+        return static_cast<std::int32_t>(0U - (x / 2 ^ (0U - x % 2)));
     }
 
 private:
@@ -283,17 +286,19 @@ private:
     bool Damaged = false;
 };
 
-// The steps of the coders are taken in turn, so that the processor works on the next one's number while the
-// chain of one waits for its divisions.
+// The coders take turns number by number, so that the processor works on the next one's while the chain of
+// one waits for its divisions.
 [[maybe_unused]] void ApeDecodeResiduals(std::span<ApeRangeDecoder* const> coders, std::int32_t* values,
                                          std::size_t steps) {
     for (std::size_t step = 0; step < steps; ++step, values += 8) {
-        for (ApeRangeDecoder* const coder : coders) {
-            ApeDecoding decoding(*coder);
-            for (std::size_t i = 0; i < static_cast<std::size_t>(coder->Lanes.Count); ++i) {
-                values[coder->Lanes.Lane[i]] = decoding.Number(coder->Estimate[i]);
+        for (int turn = 0; turn < 2; ++turn) {
+            for (ApeRangeDecoder* const coder : coders) {
+                if (turn >= coder->Lanes.Count) continue;
+                const auto place = static_cast<std::size_t>(turn);
+                ApeDecoding decoding(*coder);
+                values[coder->Lanes.Lane[place]] = decoding.Number(coder->Estimate[place]);
+                decoding.Save(*coder);
             }
-            decoding.Save(*coder);
         }
     }
 }

@@ -1,0 +1,57 @@
+// With files that other encoders made.
+#include "Judges.h"
+#include "codecs/ApeFunctions.h"
+#include "platform/NativePath.h"
+#include "support/TestFolder.h"
+
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace Sonmira {
+namespace {
+
+constexpr qint32 GoOn = 0;
+
+std::vector<QByteArray> RealApes() {
+    std::vector<QByteArray> files;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(SONMIRA_CORPUS)) {
+        if (entry.path().extension() == ".ape")
+            files.push_back(QByteArray::fromStdString(entry.path().string()));
+    }
+    return files;
+}
+
+TEST(RealApe, DecodesToTheSoundThatFfmpegGives) {
+    const TestFolder folder;
+    ASSERT_FALSE(RealApes().empty());
+    for (const QByteArray& file : RealApes()) {
+        DecompressFile(FromNative(file), folder.Path("back.wav"), {}, GoOn);
+        const QByteArray wav = ContentOf(folder.Native("back.wav"));
+        ASSERT_GT(wav.size(), 44) << file.constData();
+        const QByteArray pcm = ApeByFfmpeg(file, qFromLittleEndian<quint16>(wav.constData() + 34)).Pcm;
+        EXPECT_TRUE(wav.mid(44, pcm.size()) == pcm) << file.constData();
+        EXPECT_LE(wav.size() - 44 - pcm.size(), 1) << file.constData();
+    }
+}
+
+// One that the format's first encoder made: encoding its sound again gives the same bytes.
+TEST(RealApe, OfAnotherEncoderComesOutTheSameWhenItsSoundIsEncodedAgain) {
+    const QByteArray file = SONMIRA_CORPUS "/taglib+taglib/mac-399-tagged.ape";
+    if (!NativeExists(file)) GTEST_SKIP() << "the file is not there";
+    const TestFolder folder;
+    DecompressFile(FromNative(file), folder.Path("back.wav"), {}, GoOn);
+    CompressFile(folder.Path("back.wav"), folder.Path("out.ape"), 3000, {}, GoOn);
+    const auto frameData = [](const QByteArray& ape) {
+        const auto number = [&](qsizetype at) { return qFromLittleEndian<qint32>(ape.constData() + at); };
+        return ape.mid(number(8) + number(12) + number(16) + number(20), number(24));
+    };
+    const QByteArray theirs = frameData(ContentOf(file));
+    EXPECT_GT(theirs.size(), 50'000);
+    EXPECT_TRUE(frameData(ContentOf(folder.Native("out.ape"))) == theirs);
+}
+
+}  // namespace
+}  // namespace Sonmira

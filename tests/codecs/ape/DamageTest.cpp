@@ -1,0 +1,97 @@
+#include "Judges.h"
+#include "Signals.h"
+#include "codecs/ApeFunctions.h"
+#include "platform/Failure.h"
+#include "support/TestFolder.h"
+
+#include <QtEndian>
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+constexpr qint32 GoOn = 0;
+constexpr int FrameBlocks = 73728;
+constexpr int FrameBytes = FrameBlocks * 4;
+constexpr int Frames = 6;
+
+class DamagedApe : public ::testing::Test {
+protected:
+    DamagedApe() : Wav(WavOf(MakeApeSignal("tones", 2, Frames * FrameBlocks), WavKind::Signed16)) {
+        CompressFile(Folder.MakeFile("in.wav", Wav), Folder.Path("out.ape"), 2000, {}, GoOn);
+        Ape = ContentOf(Folder.Native("out.ape"));
+    }
+
+    // The WAV that the bytes decode to; there must be a failure.
+    QByteArray DecodedWithFailure(const QByteArray& ape) {
+        bool failed = false;
+        try {
+            DecompressFile(Folder.MakeFile("bad.ape", ape), Folder.Path("bad.wav"), {}, GoOn);
+        } catch (const Failure& failure) {
+            failed = true;
+            EXPECT_FALSE(failure.Description.isEmpty());
+        }
+        EXPECT_TRUE(failed);
+        return ContentOf(Folder.Native("bad.wav"));
+    }
+    int FrameStart(int frame) const {
+        return static_cast<int>(qFromLittleEndian<quint32>(Ape.constData() + 76 + 4 * frame));
+    }
+
+    TestFolder Folder;
+    QByteArray Wav;
+    QByteArray Ape;
+};
+
+TEST_F(DamagedApe, FrameIsSilentAndAllOthersAreRight) {
+    QByteArray bad = Ape;
+    bad[FrameStart(2) + 5000] = static_cast<char>(bad[FrameStart(2) + 5000] ^ 0x10);
+    QByteArray expected = Wav;
+    expected.replace(44 + 2 * FrameBytes, FrameBytes, QByteArray(FrameBytes, '\0'));
+    EXPECT_TRUE(DecodedWithFailure(bad) == expected);
+}
+
+TEST_F(DamagedApe, EndGivesWhatIsThere) {
+    const QByteArray decoded = DecodedWithFailure(Ape.first(FrameStart(4) + 10'000));
+    EXPECT_TRUE(decoded.startsWith(Wav.first(44 + 4 * FrameBytes)));
+    EXPECT_LE(decoded.size(), 44 + 5 * FrameBytes);
+}
+
+TEST_F(DamagedApe, SeekTableThatPointsAnywhereIsAFailure) {
+    for (const quint32 entry : {0U, 1U, 0x7FFFFFFFU, 0xFFFFFFFFU}) {
+        QByteArray bad = Ape;
+        qToLittleEndian(entry, bad.data() + 76 + 4 * 3);
+        DecodedWithFailure(bad);
+    }
+}
+
+TEST_F(DamagedApe, HeaderNumbersAskForNothingThatIsNotThere) {
+    for (int at = 8; at < 76; at += 2) {
+        if (at >= 36 && at < 52) continue;  // the MD5
+        for (const quint16 number : {0x0000, 0x7FFF, 0xFFFF}) {
+            QByteArray bad = Ape.first(FrameStart(1));
+            qToLittleEndian(number, bad.data() + at);
+            PassOver(
+                [&] { DecompressFile(Folder.MakeFile("bad.ape", bad), Folder.Path("bad.wav"), {}, GoOn); });
+            EXPECT_LE(ContentOf(Folder.Native("bad.wav")).size(), Wav.size() * 2) << at;
+            GetDurationTrack(Folder.Path("bad.ape"));
+        }
+    }
+}
+
+TEST_F(DamagedApe, ThatIsNoApeAtAllIsAFailure) {
+    DecodedWithFailure({});
+    DecodedWithFailure("MAC ");
+    DecodedWithFailure(QByteArray(100'000, 'x'));
+    DecodedWithFailure(Ape.first(60));
+    EXPECT_EQ(GetDurationTrack(Folder.MakeFile("no.ape", QByteArray(1000, 'x'))), 0);
+    EXPECT_EQ(GetDurationTrack(Folder.Path("none.ape")), 0);
+}
+
+TEST_F(DamagedApe, LengthIsInWholeSecondsCut) {
+    EXPECT_EQ(GetDurationTrack(Folder.Path("out.ape")), Frames * FrameBlocks / 44100);
+}
+
+}  // namespace
+}  // namespace Sonmira

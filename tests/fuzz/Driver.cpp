@@ -1,0 +1,67 @@
+// Runs a fuzz target on spoilt copies of its seeds: [RUNS] [FIRST]. Run n is the same in each program run, so
+// that "1 n" repeats the one that went wrong, which the driver names before it begins.
+#include "FuzzTarget.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
+namespace {
+
+using Random = std::mt19937_64;
+
+std::size_t Below(Random& random, qsizetype count) {
+    return static_cast<std::size_t>(random() % static_cast<std::uint64_t>(std::max<qsizetype>(count, 1)));
+}
+
+void Spoil(QByteArray& input, const QByteArray& other, Random& random) {
+    const auto at = static_cast<qsizetype>(Below(random, input.size()));
+    const auto count = static_cast<qsizetype>(Below(random, 64));
+    switch (random() % 8) {
+        case 0:
+            input.truncate(at);
+            break;
+        case 1:
+            input.remove(at, count);
+            break;
+        case 2:
+            input.insert(at, other.mid(static_cast<qsizetype>(Below(random, other.size())), count));
+            break;
+        case 3:
+            if (!input.isEmpty())
+                input.replace(at, count, QByteArray(count, random() % 2 != 0 ? '\xFF' : '\0'));
+            break;
+        case 4:  // headers stand at the start
+            if (!input.isEmpty()) {
+                input[static_cast<qsizetype>(Below(random, std::min<qsizetype>(input.size(), 128)))] =
+                    static_cast<char>(random());
+            }
+            break;
+        default:
+            if (!input.isEmpty()) input[at] = static_cast<char>(input[at] ^ (1 << random() % 8));
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    const long runs = argc > 1 ? std::atol(argv[1]) : 1000;
+    const long first = argc > 2 ? std::atol(argv[2]) : 0;
+    const QList<QByteArray> seeds = FuzzSeeds();
+    for (long run = first; run < first + runs; ++run) {
+        Random random(static_cast<std::uint64_t>(run));
+        QByteArray input = seeds[static_cast<qsizetype>(Below(random, seeds.size()))];
+        const QByteArray& other = seeds[static_cast<qsizetype>(Below(random, seeds.size()))];
+        for (std::uint64_t left = random() % 8; left > 0; --left) Spoil(input, other, random);
+        std::printf("\rrun %ld", run);
+        std::fflush(stdout);
+        // A copy of exactly that size, so that reading beyond it is found.
+        const std::vector<std::uint8_t> data(input.begin(), input.end());
+        LLVMFuzzerTestOneInput(data.data(), data.size());
+    }
+    std::printf("\r%ld runs\n", runs);
+    return 0;
+}
