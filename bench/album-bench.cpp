@@ -4,8 +4,9 @@
 // the engine without a window and through the command-line programs that a user would pick instead, one
 // file after the other, to the same format and bit rate. Prints the median seconds of each, the ratio
 // engine/tool (below 1 the engine is faster), and what the engine itself costs over its components.
+#include "BenchSupport.h"
+
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -18,57 +19,10 @@
 namespace {
 
 namespace fs = std::filesystem;
+using namespace Sonmira;
 
 constexpr int Tracks = 6;
-constexpr int Rate = 44100;
 constexpr int Rounds = 3;
-
-// Music-like sound: moving tones over noise, so that no encoder gets an easy signal.
-void WriteTrack(const fs::path& path, int seconds, int seed) {
-    const std::uint32_t bytes = static_cast<std::uint32_t>(seconds) * Rate * 4;
-    std::ofstream file(path, std::ios::binary);
-    const auto put = [&](std::uint32_t value, int size) {
-        for (int n = 0; n < size; ++n) file.put(static_cast<char>(value >> (8 * n)));
-    };
-    file << "RIFF";
-    put(36 + bytes, 4);
-    file << "WAVEfmt ";
-    put(16, 4);
-    put(1, 2);
-    put(2, 2);
-    put(Rate, 4);
-    put(Rate * 4, 4);
-    put(4, 2);
-    put(16, 2);
-    file << "data";
-    put(bytes, 4);
-    std::uint32_t noise = static_cast<std::uint32_t>(seed) * 2654435761U + 1;
-    double phase = 0;
-    double drone = 0;
-    for (int frame = 0; frame < seconds * Rate; ++frame) {
-        const double time = static_cast<double>(frame) / Rate;
-        phase += 2 * M_PI * (330 + 110 * std::sin(time * 0.7 + seed)) / Rate;
-        drone += 2 * M_PI * (82.5 * (1 + seed % 3)) / Rate;
-        noise = noise * 1664525U + 1013904223U;
-        const double hiss = (static_cast<double>(noise >> 8) / (1 << 23) - 1) * 600;
-        const double left = 7000 * std::sin(phase) + 5000 * std::sin(drone) + hiss;
-        const double right = 5000 * std::sin(phase * 1.5) + 6000 * std::sin(drone) - hiss;
-        put(static_cast<std::uint16_t>(static_cast<std::int16_t>(left)), 2);
-        put(static_cast<std::uint16_t>(static_cast<std::int16_t>(right)), 2);
-    }
-}
-
-// Wall time of a shell command; no number when it failed, as a tool that is not installed does.
-double Seconds(const std::string& command) {
-    const auto start = std::chrono::steady_clock::now();
-    if (std::system((command + " 2>/dev/null").c_str()) != 0) return std::nan("");
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
 
 // One shell command that runs `tool` on every track; "@" is the track without ending, "%" its target.
 std::string ForEachTrack(const fs::path& root, const std::string& tool) {

@@ -43,7 +43,8 @@ qint16 AlacDecoder::TrackInfo(const QString& path, double& duration, qint32& rat
             rate = reader.Format().Rate;
             channels = reader.Format().Channels;
             bits = reader.Bits();
-            duration = static_cast<double>(frames / rate);
+            const qint64 seconds = frames / rate;
+            duration = static_cast<double>(seconds);
         });
     });
     return read ? 1 : 0;

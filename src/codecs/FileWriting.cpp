@@ -2,6 +2,8 @@
 
 #include "platform/Failure.h"
 
+#include <algorithm>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -34,8 +36,22 @@ void FileWriting::Write(AudioBlock block) {
         throw Failure(FailureNumber::InvalidCall, u"A block of sound ends inside a frame"_s);
     }
     Failed = true;
-    Encode(Converter->Convert(std::move(block)));
+    const std::size_t most = Converter->SourceBytesAtOnce(block.Type);
+    if (block.Bytes.size() <= most) {
+        Encode(Converter->Convert(std::move(block)));
+    } else {
+        EncodeInPieces(block, most);
+    }
     Failed = false;
+}
+
+void FileWriting::EncodeInPieces(const AudioBlock& block, std::size_t size) {
+    std::span<const std::byte> left = block.Bytes;
+    while (!left.empty()) {
+        const auto piece = left.first(std::min(size, left.size()));
+        Encode(Converter->Convert({block.Type, {piece.begin(), piece.end()}, block.Speakers}));
+        left = left.subspan(piece.size());
+    }
 }
 
 void FileWriting::Encode(AudioBlock block) {

@@ -26,6 +26,7 @@ public:
 
 private:
     void Encode(AudioBlock block);
+    void EncodeInPieces(const AudioBlock& block, std::size_t size);
     void CompleteFile();
 
     OutputFormat Format;

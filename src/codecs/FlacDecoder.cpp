@@ -1,5 +1,6 @@
 #include "codecs/FlacDecoder.h"
 
+#include "codecs/FlacReader.h"
 #include "codecs/MediaReader.h"
 #include "codecs/MemoryChecked.h"
 #include "codecs/WavDecoding.h"
@@ -15,6 +16,11 @@ extern "C" {
 namespace Sonmira {
 
 namespace {
+
+std::unique_ptr<SoundReader> OpenFlac(std::shared_ptr<const InputFile> file) {
+    if (IsWideFlac(*file)) return std::make_unique<FlacReader>(std::move(file));
+    return OpenByMediaReader(std::move(file));
+}
 
 // The first of `names` that the file has. Comments belong to the container, or in Ogg to the stream.
 QString CommentOf(const MediaInput& input, std::initializer_list<const char*> names) {
@@ -33,8 +39,9 @@ void FlacDecoder::SetInputFile(const QString& path) {
     Input.clear();
     Comments = {};
     WithMemoryChecked([&] {
-        const MediaReader reader(path);
-        const MediaInput& media = reader.Media();
+        const auto file = std::make_shared<const InputFile>(path);
+        OpenFlac(file);
+        const MediaInput media(file);
         Comments = {CommentOf(media, {"title"}),
                     CommentOf(media, {"artist"}),
                     CommentOf(media, {"album"}),
@@ -51,14 +58,14 @@ void FlacDecoder::SetOutputFile(const QString& path) {
 
 void FlacDecoder::DecodeToWav() {
     Stopped = false;
-    DecodeIntoWav(Input, Output, OpenByMediaReader, [this](qint64 done, qint64 total) {
+    DecodeIntoWav(Input, Output, OpenFlac, [this](qint64 done, qint64 total) {
         if (Progress) Progress(PercentOf(done, total));
         return !Stopped;
     });
 }
 
 qint32 FlacDecoder::TrackLength(const QString& path) {
-    return WholeSeconds(path, OpenByMediaReader);
+    return WholeSeconds(path, OpenFlac);
 }
 
 }  // namespace Sonmira

@@ -97,11 +97,12 @@ CHandle<AVIOContext, FreeInputLayer> MakeInputLayer(InputState& state) {
 
 class Options {
 public:
-    Options() {
+    explicit Options(MediaInput::Times times) {
         // Demuxers that open files by themselves look here rather than at io_open.
         av_dict_set(&Values, "protocol_whitelist", "none", 0);
         // PCM in larger packets than the usual 4 KB, of which each costs as much as its copying.
         av_dict_set(&Values, "max_size", "65536", 0);
+        if (times == MediaInput::Times::Whole) av_dict_set(&Values, "advanced_editlist", "0", 0);
     }
     ~Options() { av_dict_free(&Values); }
     Options(const Options&) = delete;
@@ -113,12 +114,13 @@ public:
 
 class MediaInput::Parts {
 public:
-    explicit Parts(const std::shared_ptr<const InputFile>& file) : State{file}, Layer(MakeInputLayer(State)) {
+    Parts(const std::shared_ptr<const InputFile>& file, Times times)
+        : State{file}, Layer(MakeInputLayer(State)) {
         AVFormatContext* context = avformat_alloc_context();
         if (context == nullptr) throw MediaFailure(AVERROR(ENOMEM));
         context->pb = Layer.get();
         context->io_open = RefuseOtherFiles;
-        Options options;
+        Options options(times);
         // A failed opening frees the context by itself.
         const int code = avformat_open_input(&context, nullptr, nullptr, &options.Values);
         if (code < 0) throw FailureOf(code);
@@ -149,9 +151,9 @@ private:
     }
 };
 
-MediaInput::MediaInput(std::shared_ptr<const InputFile> file) : Source(std::move(file)) {
+MediaInput::MediaInput(std::shared_ptr<const InputFile> file, Times times) : Source(std::move(file)) {
     SetUpLibraries();
-    Libraries = std::make_unique<Parts>(Source);
+    Libraries = std::make_unique<Parts>(Source, times);
 }
 
 MediaInput::~MediaInput() = default;

@@ -18,8 +18,12 @@ namespace Sonmira {
 // libraries is bounded for the whole process, so that a lying header cannot take the machine's memory.
 class MediaInput {
 public:
+    // Whether the times of an MP4 file are those of its edit list, as players want them, or of the whole
+    // stream.
+    enum class Times { Edited, Whole };
+
     // Fails when no demuxer knows the content or it holds no sound.
-    explicit MediaInput(std::shared_ptr<const InputFile> file);
+    explicit MediaInput(std::shared_ptr<const InputFile> file, Times times = Times::Edited);
     ~MediaInput();
     MediaInput(const MediaInput&) = delete;
     MediaInput& operator=(const MediaInput&) = delete;

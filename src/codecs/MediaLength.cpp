@@ -88,6 +88,18 @@ qint64 ScannedLength(const MediaInput& input, int rate) {
     return std::max<qint64>(InFrames(duration, unit, rate) - skipped.Start - skipped.End, 0);
 }
 
+// Edit lists count in the units of the whole film, mostly milliseconds, but the stream itself in frames.
+// Where its own end, the delay at its start taken off, is the declared one before rounding, it is the true
+// one.
+qint64 UnroundedEnd(const MediaInput& input, int rate, qint64 declared) {
+    MediaInput whole(input.File(), MediaInput::Times::Whole);
+    const CHandleByAddress<AVPacket, av_packet_free> packet(av_packet_alloc());
+    if (!packet) throw MediaFailure(AVERROR(ENOMEM));
+    if (!whole.Read(*packet)) return declared;
+    const qint64 end = DeclaredLength(whole, rate) - SkippedBy(*packet).Start;
+    return std::abs(end - declared) <= rate / 1000 + 1 ? end : declared;
+}
+
 // The count of the gapless entry that players of such files agree on: blank-separated hexadecimal numbers,
 // of which the fourth is the number of frames.
 std::optional<qint64> GaplessEntry(const MediaInput& input) {
@@ -101,21 +113,20 @@ std::optional<qint64> GaplessEntry(const MediaInput& input) {
 
 }  // namespace
 
-qint64 SoundLength(const MediaInput& input, int rate) {
-    const std::optional<qint64> end = SoundEnd(input, rate);
+qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end) {
     if (!HeadersOnlyEstimate(input)) return end.value_or(DeclaredLength(input, rate));
     const qint64 scanned = ScannedLength(input, rate);
     if (end && std::abs(scanned - *end) <= MostPadding) return *end;
     return scanned > 0 ? scanned : DeclaredLength(input, rate);
 }
 
-qint64 LeastLength(const MediaInput& input, int rate) {
+qint64 LeastLength(const MediaInput& input, int rate, std::optional<qint64> end) {
     // Core Audio files and ASF round their times, and Musepack counts whole packets.
     const bool isRough = IsContainer(input, "caf") || IsContainer(input, "asf") || IsContainer(input, "mpc");
     if (isRough || HeadersOnlyEstimate(input)) return 0;
     // Times in units of a clock slower than the sample rate are off by less than this.
     const int tolerance = IsLossless(input.Sound().codecpar->codec_id) ? rate / 200 : rate;
-    return std::max<qint64>(SoundEnd(input, rate).value_or(DeclaredLength(input, rate)) - tolerance, 0);
+    return std::max<qint64>(end.value_or(DeclaredLength(input, rate)) - tolerance, 0);
 }
 
 std::optional<qint64> SoundEnd(const MediaInput& input, int rate) {
@@ -126,7 +137,8 @@ std::optional<qint64> SoundEnd(const MediaInput& input, int rate) {
     if (declared <= 0 || IsGuess(input) || !(isAac || isVorbis)) return {};
     // An entry that a later cut of the file made wrong would take sound away.
     const auto entry = GaplessEntry(input);
-    return entry && std::abs(*entry - declared) <= 2 * MostPadding ? entry : declared;
+    if (entry && std::abs(*entry - declared) <= 2 * MostPadding) return entry;
+    return isAac ? UnroundedEnd(input, rate, declared) : declared;
 }
 
 }  // namespace Sonmira

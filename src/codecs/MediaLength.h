@@ -8,17 +8,18 @@ namespace Sonmira {
 
 class MediaInput;
 
-// Frames of the sound stream at `rate` frames a second, as the decoder will give them from an intact file.
-// Reads the container's headers, or all packets of the file where those only estimate: raw MPEG streams,
-// AVI and Ogg, whose links the headers do not count. 0 when nothing tells.
-qint64 SoundLength(const MediaInput& input, int rate);
+// Where a stream ends whose decoder may go on a little: AAC in MP4, by its gapless entry or its edit list,
+// and a Vorbis stream of few packets, by its last page. None for other streams. In frames at `rate` a second,
+// as are all counts here.
+std::optional<qint64> SoundEnd(const MediaInput& input, int rate);
+
+// Frames of the sound stream, as the decoder will give them from an intact file; `end` is its SoundEnd. Reads
+// the container's headers, or all packets of the file where those only estimate: raw MPEG streams, AVI and
+// Ogg, whose links the headers do not count. 0 when nothing tells.
+qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end);
 
 // The fewest frames that an intact file gives, by a header that counts them; 0 where none does. A lossless
 // stream that gives less has lost sound; a lossy one is given a second, because its headers are less exact.
-qint64 LeastLength(const MediaInput& input, int rate);
-
-// Where a stream ends whose decoder may go on a little: AAC in MP4, by its gapless entry or its edit list,
-// and a Vorbis stream of few packets, by its last page. None for other streams.
-std::optional<qint64> SoundEnd(const MediaInput& input, int rate);
+qint64 LeastLength(const MediaInput& input, int rate, std::optional<qint64> end);
 
 }  // namespace Sonmira

@@ -92,7 +92,7 @@ AudioBlock MediaReader::Read(qint64 size) {
 }
 
 bool MediaReader::IsCutShort() const {
-    return FramesGiven < LeastLength(Input, Format().Rate) || MissingWavBytes(*Input.File()) > 0;
+    return FramesGiven < LeastLength(Input, Format().Rate, End) || MissingWavBytes(*Input.File()) > 0;
 }
 
 bool MediaReader::IsExact() const {
@@ -109,7 +109,7 @@ int MediaReader::Bits() const {
 }
 
 qint64 MediaReader::Length() {
-    if (!LengthFound) LengthFound = SoundLength(Input, Format().Rate);
+    if (!LengthFound) LengthFound = SoundLength(Input, Format().Rate, End);
     return *LengthFound;
 }
 

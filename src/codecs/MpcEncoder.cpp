@@ -86,7 +86,8 @@ private:
 
     AudioBlock NextBlock() {
         try {
-            const AudioBlock block = Reader.Read(BlockSize);
+            const auto most = static_cast<qint64>(Converter.SourceBytesAtOnce(SampleType::Int32));
+            const AudioBlock block = Reader.Read(std::min(BlockSize, most));
             FramesTaken += static_cast<qint64>(block.Bytes.size() / Reader.FrameSize());
             Ended = block.IsEmpty();
             return Ended ? Converter.Finish() : Converter.Convert(block);

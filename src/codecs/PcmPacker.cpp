@@ -129,6 +129,7 @@ void StoreAll(std::span<const Sample> samples, bool& dithering, std::uint32_t& n
 
 template <class Sample>
 void PcmPacker::PackSamples(std::span<const Sample> samples, std::vector<std::byte>& packed) {
+    if (samples.empty()) return;
     const std::size_t start = packed.size();
     packed.resize(start + samples.size() * static_cast<std::size_t>(Bits / 8));
     std::byte* target = packed.data() + start;

@@ -16,6 +16,10 @@ Failure ResamplerFailure() {
     return {FailureNumber::Component, u"The sample rate cannot be converted"_s};
 }
 
+// Rates further apart than this are those of a header that lies: a few bytes would become hours, and the
+// library's filters hundreds of megabytes.
+constexpr qint64 MostRatio = 1000;
+
 // Room for this many frames more than were asked for is offered in each call.
 constexpr std::size_t SpareFrames = 4096;
 
@@ -52,6 +56,7 @@ private:
 
 Resampler::Resampler(int from, int to, int channels, ResamplerPrecision precision)
     : From(from), To(to), Channels(static_cast<std::size_t>(channels)) {
+    if (From > MostRatio * To || To > MostRatio * From) throw ResamplerFailure();
     Handle = std::make_unique<Library>(From, To, Channels, precision);
 }
 

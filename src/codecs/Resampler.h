@@ -18,7 +18,7 @@ enum class ResamplerPrecision {
 // frame 0, and n frames become exactly n * to / from of them, rounded to the nearest whole number.
 class Resampler {
 public:
-    // Rates in Hz, 1 or more. Fails when the library cannot convert between them.
+    // Rates in Hz, 1 or more. Fails when they are more than a thousand times apart.
     Resampler(int from, int to, int channels, ResamplerPrecision precision);
     ~Resampler();
     Resampler(const Resampler&) = delete;

@@ -2,6 +2,8 @@
 
 #include "codecs/Samples.h"
 
+#include <algorithm>
+
 namespace Sonmira {
 
 namespace {
@@ -58,6 +60,12 @@ AudioBlock StreamConverter::Finish() {
     Rates->Finish(rest);
     const AudioBlock block = BlockOf(rest);
     return Source.Channels == 1 && Target.Channels == 2 ? BothChannels(block) : block;
+}
+
+std::size_t StreamConverter::SourceBytesAtOnce(SampleType type) const {
+    constexpr qint64 most = 1 << 18;  // frames, before and after
+    const qint64 frames = std::max<qint64>(most * Source.Rate / std::max(Source.Rate, Target.Rate), 1);
+    return static_cast<std::size_t>(frames) * SourceFrameSize(type);
 }
 
 std::size_t StreamConverter::SourceFrameSize(SampleType type) const {

@@ -27,6 +27,9 @@ public:
     // What is left at the end of the stream; may be empty.
     AudioBlock Finish();
 
+    // The most bytes of a source block of that type that should be converted at once, whole frames: rates far
+    // apart make much of little.
+    std::size_t SourceBytesAtOnce(SampleType type) const;
     // Bytes of one frame of a source block of that type.
     std::size_t SourceFrameSize(SampleType type) const;
 

@@ -42,6 +42,30 @@ TEST(RateConversion, GivesExactlyTheFramesThatTheRatioAsksFor) {
     }
 }
 
+TEST(RateConversion, OfARateThatIsNoneIsRefused) {
+    EXPECT_THROW(Resampler(44, 44100, 2, ResamplerPrecision::Bits20), Failure);
+    EXPECT_THROW(Resampler(48000, 47, 2, ResamplerPrecision::Bits20), Failure);
+    EXPECT_NO_THROW(Resampler(45, 44100, 2, ResamplerPrecision::Bits20));
+}
+
+TEST(RateConversion, GivesTheSameInLargeBlocksAndInSmall) {
+    const TestFolder folder;
+    const QString from = folder.MakeFile("in.wav", WavOf(MakeNoise(200, 2, 20000), WavKind::Signed16));
+    for (const qint64 size : {400, 1'000'000}) {
+        AudioFile reader;
+        AudioFile writer;
+        writer.SetFormatPCM(48000, 2, 16);
+        reader.OpenForRead(from);
+        writer.OpenForWrite(folder.Path(QByteArray::number(size)));
+        writer.SetSourceFormat(200, 2);
+        for (AudioBlock block = reader.ReadBlock(size); !block.IsEmpty(); block = reader.ReadBlock(size)) {
+            writer.WriteBlock(block);
+        }
+        writer.CloseFile();
+    }
+    EXPECT_TRUE(ContentOf(folder.Native("400")) == ContentOf(folder.Native("1000000")));
+}
+
 TEST(RateConversion, IsPartOfTheConversionOfAFile) {
     const TestSound sound = Converted(MakeTone(44100, 1, 44101, 100), WavKind::Signed16, 48000, 2, 16);
     EXPECT_EQ(sound.Frames(), 48001);

@@ -83,13 +83,16 @@ protected:
             Intact = ContentOf(Folder.Native("in.wav")).first(40'000);
             return;
         }
-        if (command.first() == "mpcenc") {
+        const QByteArray program = command.first();
+        if (program == "mpcenc") {
             Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 80000), WavKind::Signed16));
+            command += Folder.Native("in.wav");
+        } else if (program == "flac") {
+            Folder.MakeFile("in.wav", WavOf(MakeSweep(22050, 2, 20000), WavKind::Signed32));
+            command += {"-s", Folder.Native("in.wav"), "-o"};
         } else {
-            command = QList<QByteArray>{"ffmpeg", "-v", "error", "-i"} +
-                      QList<QByteArray>{Folder.Native("in.wav")} + command;
+            command = QList<QByteArray>{"ffmpeg", "-v", "error", "-i", Folder.Native("in.wav")} + command;
         }
-        if (command.first() == "mpcenc") command += Folder.Native("in.wav");
         command += Folder.Native(FileName());
         ASSERT_EQ(RunTool(command).ExitCode, 0);
         Intact = ContentOf(Folder.Native(FileName()));
@@ -160,21 +163,20 @@ TEST_P(HostileComponent, WithChangedBytesEndsWell) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, HostileComponent,
-                         ::testing::Values(Component{"aac", {"-c:a", "aac"}, UseAac},
-                                           Component{"m4a", {"-c:a", "aac"}, UseAac},
-                                           Component{"latm", {"-c:a", "aac", "-f", "latm"}, UseAac},
-                                           Component{"alac", {"-c:a", "alac", "-f", "mov"}, UseAlac},
-                                           Component{"caf", {"-c:a", "alac"}, UseAlac},
-                                           Component{"flac", {"-c:a", "flac"}, UseFlac},
-                                           Component{"oga", {"-c:a", "flac"}, UseFlac},
-                                           Component{"mpc", {"mpcenc", "--silent", "--overwrite"}, UseMpc},
-                                           Component{"wma", {"-c:a", "wmav2"}, UseWma},
-                                           Component{"mp3", {"-c:a", "libmp3lame"}, UseWma},
-                                           Component{"avi", {"-c:a", "ac3"}, UseWma},
-                                           Component{"flacenc", {}, UseFlacEncoder},
-                                           Component{"mpcenc", {}, UseMpcEncoder}),
-                         [](const auto& component) { return std::string(component.param.Name); });
+INSTANTIATE_TEST_SUITE_P(
+    All, HostileComponent,
+    ::testing::Values(Component{"aac", {"-c:a", "aac"}, UseAac}, Component{"m4a", {"-c:a", "aac"}, UseAac},
+                      Component{"latm", {"-c:a", "aac", "-f", "latm"}, UseAac},
+                      Component{"alac", {"-c:a", "alac", "-f", "mov"}, UseAlac},
+                      Component{"caf", {"-c:a", "alac"}, UseAlac},
+                      Component{"flac", {"-c:a", "flac"}, UseFlac},
+                      Component{"wide", {"flac", "-0"}, UseFlac}, Component{"oga", {"-c:a", "flac"}, UseFlac},
+                      Component{"mpc", {"mpcenc", "--silent", "--overwrite"}, UseMpc},
+                      Component{"wma", {"-c:a", "wmav2"}, UseWma},
+                      Component{"mp3", {"-c:a", "libmp3lame"}, UseWma},
+                      Component{"avi", {"-c:a", "ac3"}, UseWma}, Component{"flacenc", {}, UseFlacEncoder},
+                      Component{"mpcenc", {}, UseMpcEncoder}),
+    [](const auto& component) { return std::string(component.param.Name); });
 
 }  // namespace
 }  // namespace Sonmira

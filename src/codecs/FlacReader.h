@@ -1,0 +1,35 @@
+#pragma once
+
+#include "codecs/SoundReader.h"
+
+#include <memory>
+
+namespace Sonmira {
+
+class InputFile;
+
+// Whether the file is plain FLAC of more than 24 bits a sample, by the head that RFC 9639 gives it.
+bool IsWideFlac(const InputFile& file);
+
+// Reads plain FLAC by the format's own library. It knows samples of 32 bits, which FFmpeg does not, and
+// checks the sum over all of them.
+class FlacReader final : public SoundReader {
+public:
+    // Fails with a text for people when the file is no FLAC.
+    explicit FlacReader(std::shared_ptr<const InputFile> file);
+    ~FlacReader() override;
+    FlacReader(const FlacReader&) = delete;
+    FlacReader& operator=(const FlacReader&) = delete;
+
+    AudioBlock Read(qint64 size) override;
+    const StreamFormat& Format() const override;
+    int Bits() const override;
+    // 0 where the file does not tell.
+    qint64 Length() override;
+
+private:
+    class Library;
+    std::unique_ptr<Library> Handle;
+};
+
+}  // namespace Sonmira
