@@ -44,6 +44,7 @@ public:
     PanelTag Panel;
 
     std::function<void()> AtYield;
+    std::function<void(bool enabled)> AtControls;
 
     // RunView.
     QString TextOutPath() const override { return OutputFolder; }
@@ -51,7 +52,10 @@ public:
     bool CheckOutPath() const override { return SaveBesideOriginal; }
     bool Check2() const override { return RemoveOriginal; }
     QString ComboOutFormat() const override { return Format; }
-    void SetControlsEnabled(bool enabled) override { ControlsEnabled = enabled; }
+    void SetControlsEnabled(bool enabled) override {
+        ControlsEnabled = enabled;
+        if (AtControls) AtControls(enabled);
+    }
     void ClearRows() override { Rows.clear(); }
     int AddRow() override;
     void SetRowText(int row, const QString& text) override { At(row).Text = text; }

@@ -39,16 +39,25 @@ void AudioInformation::LoadTag(const QString& path) {
     static_cast<TagValues&>(*this) = tagged ? tagged->Read(Kind) : TagValues();
 }
 
-void AudioInformation::SaveTag(const QString& path) {
+void AudioInformation::SaveTag(const QString& path, Saving saving) {
     const QByteArray file = ToNative(path);
     CheckReadable(file);
-    RewriteThroughCopy(file, [&](const QByteArray& copy) {
-        const std::unique_ptr<TaggedFile> tagged = OpenTagged(copy, file);
+    {
+        const std::unique_ptr<TaggedFile> tagged = OpenTagged(file, file);
         if (!tagged) throw Failure(FailureNumber::Component, u"Files of this kind hold no tag"_s);
-        if (!tagged->Write(Kind, *this)) {
+        if (tagged->Says(Kind, *this)) return;
+    }
+    const auto write = [&](const QByteArray& where) {
+        const std::unique_ptr<TaggedFile> tagged = OpenTagged(where, file);
+        if (!tagged || !tagged->Write(Kind, *this)) {
             throw Failure(FailureNumber::Component, u"The tag could not be written"_s);
         }
-    });
+    };
+    if (saving == Saving::InPlace) {
+        write(file);
+    } else {
+        RewriteThroughCopy(file, write);
+    }
 }
 
 QString AudioInformation::GenreName(int index) {

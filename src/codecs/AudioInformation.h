@@ -43,12 +43,17 @@ public:
     // Fails only for a folder and for a file that is missing or cannot be opened, and leaves the fields then.
     virtual void LoadTag(const QString& path);
 
+    // How a save treats the file: a user's own is changed in a copy that takes its place at the end, so that
+    // a failure leaves it as it was; one that the program has just made is changed where it is, which is
+    // faster.
+    enum class Saving { ThroughCopy, InPlace };
+
     // Writes the fields into the file. Only what differs from what stands there is changed, so that nothing
     // that the fields cannot name (pictures, further values, unknown frames) is lost; a field that the format
-    // cannot hold is passed over. A text is cut at its first NUL, which is padding. The file is changed
-    // in a copy that replaces it at the end: a failure leaves it as it was. Fails where there is no such
-    // file, no room, or no tag in files of that format.
-    virtual void SaveTag(const QString& path);
+    // cannot hold is passed over. A text is cut at its first NUL, which is padding. A file that says all of
+    // it already is left alone. Fails where there is no such file, no room, or no tag in files of that
+    // format.
+    virtual void SaveTag(const QString& path, Saving saving = Saving::ThroughCopy);
 
     // The name of a genre, 0 to 147, in the order of ID3v1 and its first extension; else the empty text.
     static QString GenreName(int index);

@@ -42,6 +42,9 @@ public:
 
     bool IsValid() { return File.isValid(); }
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(File.properties()); }
+    bool Says(qint16 kind, const TagValues& values) override {
+        return WithValues(File.properties(), values, kind) == File.properties();
+    }
     bool Write(qint16 kind, const TagValues& values) override {
         File.setProperties(WithValues(File.properties(), values, kind));
         return File.save();
@@ -77,6 +80,12 @@ public:
         return values;
     }
 
+    bool Says(qint16 kind, const TagValues& values) override {
+        if (kind != 2 || !File.hasID3v2Tag()) return false;
+        const TagLib::PropertyMap now = File.ID3v2Tag()->properties();
+        return WithValues(now, values, kind) == now;
+    }
+
     bool Write(qint16 kind, const TagValues& values) override {
         constexpr auto KeepOthers = TagLib::File::StripNone;
         constexpr auto ToEachItsOwn = TagLib::File::DoNotDuplicate;
@@ -109,6 +118,11 @@ public:
     using PlainTagged::PlainTagged;
 
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(Properties()); }
+
+    bool Says(qint16 kind, const TagValues& values) override {
+        const TagLib::PropertyMap now = File.ID3v2Tag()->properties();
+        return WithValues(now, values, kind) == now;
+    }
 
     bool Write(qint16 kind, const TagValues& values) override {
         const auto version = VersionOf(File.ID3v2Tag());
@@ -149,9 +163,13 @@ public:
         SetAttribute(UrlName, values.URL);
         SetAttribute(OriginalArtistName, values.OriginalArtist);
         if (Has(OldTrackName)) SetAttribute(OldTrackName, QString::number(std::max<int>(values.Track, 0)));
-        TagValues counted = values;
-        counted.Track = static_cast<qint16>(std::clamp<int>(values.Track, -1, 32766) + 1);
-        return PlainTagged::Write(kind, counted);
+        return PlainTagged::Write(kind, Counted(values));
+    }
+
+    bool Says(qint16 kind, const TagValues& values) override {
+        return Attribute(UrlName) == FromTagText(ToTagText(values.URL)) &&
+               Attribute(OriginalArtistName) == FromTagText(ToTagText(values.OriginalArtist)) &&
+               Has(TrackName) && PlainTagged::Says(kind, Counted(values));
     }
 
 private:
@@ -160,6 +178,10 @@ private:
     static constexpr const char* TrackName = "WM/TrackNumber";
     static constexpr const char* OldTrackName = "WM/Track";
 
+    static TagValues Counted(TagValues values) {
+        values.Track = static_cast<qint16>(std::clamp<int>(values.Track, -1, 32766) + 1);
+        return values;
+    }
     bool Has(const char* name) { return File.tag()->attributeListMap().contains(name); }
     QString Attribute(const char* name) {
         if (!Has(name)) return {};
@@ -193,6 +215,12 @@ public:
         SetItem(UrlName, values.URL);
         SetItem(OriginalArtistName, values.OriginalArtist);
         return PlainTagged::Write(kind, values);
+    }
+
+    bool Says(qint16 kind, const TagValues& values) override {
+        return Item(UrlName) == FromTagText(ToTagText(values.URL)) &&
+               Item(OriginalArtistName) == FromTagText(ToTagText(values.OriginalArtist)) &&
+               PlainTagged::Says(kind, values);
     }
 
 private:

@@ -13,6 +13,8 @@ public:
 
     // The fields of the tag of that kind (see AudioInformation).
     virtual TagValues Read(qint16 kind) = 0;
+    // Whether a Write of these values would change nothing.
+    virtual bool Says(qint16 kind, const TagValues& values) = 0;
     // Writes what differs and returns whether the file took it.
     virtual bool Write(qint16 kind, const TagValues& values) = 0;
 };

@@ -55,7 +55,7 @@ void WriteRecord(TagRecord& tag, AudioInformation& file, qint16 kind, const QStr
     if (tag.Track == 0 || tag.Track == NoTrack) tag.Track = 1;
     file.Track = EndsInUpper(outputPath, u"WMA") ? Checked16(qint64{tag.Track} - 1) : tag.Track;
     file.EncodedBy = u"Sonmira"_s;
-    file.SaveTag(outputPath);
+    file.SaveTag(outputPath, AudioInformation::Saving::InPlace);
 }
 
 }  // namespace

@@ -114,6 +114,7 @@ void BatchConverterForm::BuildCollection() {
     Label31 = Heading(u"Label31"_s, u"Files to convert :"_s);
     TreeView1 = Named(new ConversionTree, u"TreeView1"_s);
     TreeView1->setAccessibleName(u"Files to convert"_s);
+    TreeView1->SetEmptyHint(u"Drop audio files and folders here"_s);
     Label1 = Caption(u"Label1"_s, u"Directories:"_s);
     LabelDirCount = Heading(u"LabelDirCount"_s);
     Label2 = Caption(u"Label2"_s, u"Files:"_s);

@@ -23,9 +23,12 @@ public:
     int Opened = 0;
     int Closed = 0;
     std::vector<qint64> SizesAsked;
+    int Code = 0;
+    std::function<void()> AtOpen;
 
     void OpenForRead(const QString& /*path*/) override {
         if (OpenFails) throw Failure(FailureNumber::Component);
+        if (AtOpen) AtOpen();
         ++Opened;
         Given = 0;
     }
@@ -42,7 +45,7 @@ public:
     qint64 ByteRate() const override { return BytesOfFrame; }
     qint64 StreamLength() const override { return Frames; }
     qint64 Length() const override { return Frames * 10; }
-    int FormatCode() const override { return 0; }
+    int FormatCode() const override { return Code; }
 
 private:
     int Given = 0;

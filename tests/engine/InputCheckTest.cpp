@@ -20,7 +20,8 @@ protected:
     bool Check(const QString& path) { return CheckInputFile(Run, Host, Codecs.Parts(), path); }
     // The reason in the row of a file that exists and cannot be opened.
     QString ReasonFor(const QByteArray& name) {
-        Source.OpenFails = true;
+        Source.OpenFails = Codecs.Fails = true;
+        Codecs.Duration = 0;
         EXPECT_FALSE(Check(Folder.MakeFile(name)));
         EXPECT_TRUE(Run.FileError);
         return Host.Rows.front().Progress;

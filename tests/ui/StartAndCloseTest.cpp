@@ -83,7 +83,8 @@ TEST_F(StartAndClose, WithoutTheEncoderMp3IsNotOfferedAndASavedOneBecomesWav) {
     Save(u"Format"_s, u"Mp3"_s);
     TakeEncoderAway();
     Open();
-    EXPECT_EQ(Formats(), (QStringList{u"Wav"_s, u"Ogg"_s}));
+    EXPECT_EQ(Formats(), (QStringList{u"Wav"_s, u"Ogg"_s, u"APE (MonKey's audio)"_s,
+                                      u"FLAC (Free Lossless Audio Codec)"_s, u"Mpc (Musepack)"_s}));
     EXPECT_EQ(Format(), u"Wav"_s);
     CloseWindow();
     EXPECT_EQ(Setting(u"Format"_s), u"Wav"_s);

@@ -1,0 +1,307 @@
+#include "FakeComponents.h"
+#include "HeadlessHost.h"
+#include "engine/JobDriver.h"
+#include "engine/RunState.h"
+#include "engine/StopCommands.h"
+#include "engine/TempWav.h"
+#include "library/AddFiles.h"
+#include "library/Collection.h"
+#include "platform/Folders.h"
+#include "shell/Paths.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// Runs over fake decoders and encoders: what is tested is which of them works, on what, and what is left.
+class InputStages : public ::testing::Test {
+protected:
+    InputStages() {
+        NumberLanguageLines();
+        Host.Format = u"Wav"_s;
+        Host.OutputFolder = Folder.MakeFolder("out");
+    }
+    // Converts one file of that name and returns who worked.
+    QStringList Convert(const QByteArray& name) {
+        const QString path = Folder.MakeFile("Music/" + name);
+        AddDropped(Items, Host, {path});
+        JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
+        return Codecs.Calls;
+    }
+    static QString Temp(const QString& name) { return WithBackslash(TemporaryFolder()) + name; }
+    const HeadlessHost::Row& Row() const { return Host.Rows.back(); }
+
+    TestFolder Folder;
+    RunState Run;
+    HeadlessHost Host;
+    FakeCodecs Codecs;
+    Collection Items;
+};
+
+TEST_F(InputStages, EachFormatHasItsDecoderWhateverTheLetters) {
+    const std::pair<const char*, QStringList> decoders[] = {{"a.aac", {u"AACDecoder1"_s}},
+                                                            {"b.AAC", {u"AACDecoder1"_s}},
+                                                            {"c.flac", {u"FlacCodec1"_s}},
+                                                            {"d.ape", {u"Ape"_s}},
+                                                            {"e.APL", {u"Ape"_s}},
+                                                            {"f.mpc", {u"mpcdecoder1"_s}},
+                                                            {"g.mp+", {u"mpcdecoder1"_s}},
+                                                            {"h.mp3", {}},
+                                                            {"i.wav", {}},
+                                                            {"j.ogg", {}},
+                                                            {"k.wma", {}}};
+    for (const auto& [name, decoder] : decoders) {
+        Items = {};
+        Codecs.Calls.clear();
+        EXPECT_EQ(Convert(name), decoder) << name;
+        EXPECT_EQ(Row().Icon, u"converted"_s) << name;
+    }
+}
+
+TEST_F(InputStages, AlacGoesToItsOwnDecoderWhereTheFileIsOne) {
+    EXPECT_EQ(Convert("a.alac"), QStringList{u"AACDecoder1"_s});
+    Items = {};
+    Codecs.Calls.clear();
+    Codecs.IsAlac = true;
+    EXPECT_EQ(Convert("b.alac"), QStringList{u"alacdec1"_s});
+}
+
+TEST_F(InputStages, TheTemporaryWavIsNamedAfterTheFile) {
+    EXPECT_EQ(TempWavPathFor(u"\\music\\song.ape"_s, 3), Temp(u"song.wav"_s));
+    EXPECT_EQ(TempWavPathFor(u"\\music\\song.flac"_s, 4), Temp(u"song.wav"_s));
+    EXPECT_EQ(TempWavPathFor(u"\\music\\song.alac"_s, 3), Temp(u"song.awav"_s));
+}
+
+TEST_F(InputStages, ATemporaryFolderThatIsTooLongIsTheRoot) {
+    const QByteArray usual = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QByteArray("/") + QByteArray(99, 'x'));
+    EXPECT_EQ(TempWavPathFor(u"\\a.ape"_s, 3), u"\\a.wav"_s);
+    qputenv("TMPDIR", usual);
+}
+
+TEST_F(InputStages, TheTemporaryWavIsReadAndGoesWithTheFile) {
+    QString seen;
+    Codecs.Sink.OpenFails = false;
+    Host.AtYield = [&] { seen = Run.CurrentInput; };
+    Convert("song.flac");
+    EXPECT_EQ(seen, Temp(u"song.wav"_s));
+    EXPECT_FALSE(FileExists(Temp(u"song.wav"_s)));
+    EXPECT_EQ(Codecs.Sink.Path, Folder.Path("out") + u"\\\\song.wav"_s)
+        << "the folder is that of the source's record";
+}
+
+TEST_F(InputStages, BesideTheOriginalMeansBesideTheSourceNotTheTemporaryWav) {
+    Host.SaveBesideOriginal = true;
+    Convert("song.ape");
+    EXPECT_EQ(Codecs.Sink.Path, Folder.Path("Music/song.wav"));
+}
+
+TEST_F(InputStages, DecodersMoveTheBarAndNotTheRow) {
+    int bar = 0;
+    Codecs.Report = [&](Components parts) {
+        parts.FlacCodec1.Progress(40);
+        bar = Host.Progress;
+        EXPECT_EQ(Row().Progress, u"0 %"_s);
+    };
+    Convert("song.flac");
+    EXPECT_EQ(bar, 40);
+}
+
+TEST_F(InputStages, EachProgressEventHasItsOwnArguments) {
+    QStringList bars;
+    Codecs.Report = [&](Components parts) {
+        const auto bar = [&] { bars.append(QString::number(Host.Progress)); };
+        parts.AACDecoder1.Progress(11);
+        bar();
+        parts.alacdec1.Progress(25, 200);  // done, total: 12.5 goes to the even number
+        bar();
+        parts.mpcdecoder1.Progress(200, 27);  // total, done: 13.5
+        bar();
+        parts.alacdec1.Progress(0, 200);
+        parts.mpcdecoder1.Progress(0, 5);
+        bar();
+    };
+    Convert("song.aac");
+    EXPECT_EQ(bars, (QStringList{u"11"_s, u"12"_s, u"14"_s, u"14"_s}));
+}
+
+TEST_F(InputStages, TheApeCallbackCountsThousandthsAndMovesTheBarOnly) {
+    Codecs.ApeStep = 25500;
+    int bar = 0;
+    Codecs.Report = [&](Components) { bar = Host.Progress; };
+    Convert("song.ape");
+    EXPECT_EQ(bar, 26);
+    Items = {};
+    Codecs.ApeStep = 140000;
+    Convert("song2.ape");
+    EXPECT_EQ(bar, 100);
+}
+
+TEST_F(InputStages, ADecoderThatLeavesNoWavEndsTheRunInSilence) {
+    Codecs.MakesFile = false;
+    Convert("song.mpc");
+    EXPECT_EQ(Row().Icon, u"conversion"_s);
+    EXPECT_EQ(Row().Progress, u"0 %"_s);
+    EXPECT_FALSE(Host.ControlsEnabled);
+    EXPECT_TRUE(Run.Busy);
+}
+
+TEST_F(InputStages, AnAacDecoderThatSaysNoLeavesAConvertedRowAndNoOutput) {
+    Codecs.Result = 0;
+    Host.RemoveOriginal = true;
+    Convert("song.aac");
+    EXPECT_EQ(Row().Icon, u"converted"_s);
+    EXPECT_EQ(Codecs.Sink.Path, QString());
+    EXPECT_FALSE(FileExists(Folder.Path("Music/song.aac"))) << "the source goes where that is asked for";
+}
+
+TEST_F(InputStages, TheResultsOfTheOtherDecodersAreNotRead) {
+    Codecs.Fails = true;
+    Convert("song.ape");
+    EXPECT_EQ(Row().Icon, u"converted"_s);
+    EXPECT_FALSE(Codecs.Sink.Path.isEmpty());
+}
+
+TEST_F(InputStages, AStopWhileDecodingSkipsTheEncodingAndTheRowIsConverted) {
+    Codecs.Meanwhile = [this] { CancelByMenu(Run, Items, Codecs.Parts()); };
+    Convert("song.flac");
+    EXPECT_EQ(Row().Icon, u"converted"_s);
+    EXPECT_EQ(Codecs.Sink.Path, QString());
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(InputStages, ADecoderForApeStartsWithTheStopFlagDown) {
+    Run.KillFlag = 1;
+    Convert("song.ape");
+    EXPECT_EQ(Codecs.KillFlagAtStart, 0);
+}
+
+TEST_F(InputStages, AShortFileOfADecodersOwnIsRejected) {
+    Codecs.Duration = 1;
+    for (const char* name : {"a.ape", "b.flac", "c.mpc"}) {
+        Items = {};
+        Convert(name);
+        EXPECT_EQ(Row().Icon, u"error"_s) << name;
+        EXPECT_EQ(Row().Progress, u"line 99"_s) << name;
+    }
+    Codecs.IsAlac = true;
+    Items = {};
+    Convert("d.alac");
+    EXPECT_EQ(Row().Progress, u"line 99"_s);
+    Codecs.Duration = 1.5;
+    Items = {};
+    Convert("e.alac");
+    EXPECT_EQ(Row().Icon, u"converted"_s);
+}
+
+TEST_F(InputStages, AnAacThatCannotBeOpenedIsRejectedWithItsOwnText) {
+    Codecs.Fails = true;
+    Convert("a.aac");
+    EXPECT_EQ(Row().Progress, u"line 98"_s);
+    EXPECT_EQ(Row().Icon, u"error"_s);
+}
+
+// The routes of the encoders that take a WAV.
+
+TEST_F(InputStages, AWavGoesStraightToTheEncoder) {
+    Host.Format = u"APE (MonKey's audio)"_s;
+    Run.Levels.ApeCompressionLevel = 3000;
+    EXPECT_EQ(Convert("song.wav"), QStringList{u"Ape"_s});
+    EXPECT_EQ(Codecs.Encoded, QStringList{Folder.Path("Music/song.wav")});
+    EXPECT_EQ(Codecs.ApeLevels, std::vector<qint32>{3000});
+    EXPECT_EQ(Row().Progress, u"0 %"_s) << "only the copy writes 100";
+    EXPECT_TRUE(FileExists(Folder.Path("Music/song.wav")));
+}
+
+TEST_F(InputStages, AnotherStreamIsCopiedToATemporaryWavThatStays) {
+    Host.Format = u"FLAC (Free Lossless Audio Codec)"_s;
+    Run.Levels.FlacCompressionLevel = 8;
+    EXPECT_EQ(Convert("song.mp3"), QStringList{u"FlacCodec_Encoder1"_s});
+    EXPECT_EQ(Codecs.Sink.Path, Temp(u"song.wav"_s));
+    EXPECT_EQ(Codecs.Sink.Format, (std::vector<int>{44100, 2, 16}));
+    EXPECT_EQ(Codecs.Encoded, QStringList{Temp(u"song.wav"_s)});
+    EXPECT_EQ(Codecs.FlacLevels, std::vector<qint16>{8});
+    EXPECT_EQ(Row().Progress, u"100 %"_s);
+}
+
+TEST_F(InputStages, ADecodersWavGoesToTheEncoderAndThenAway) {
+    Host.Format = u"Mpc (Musepack)"_s;
+    EXPECT_EQ(Convert("song.flac"), (QStringList{u"FlacCodec1"_s, u"mpcencoder1"_s}))
+        << "no quality is passed on";
+    EXPECT_EQ(Codecs.Encoded, QStringList{Temp(u"song.wav"_s)});
+    EXPECT_FALSE(FileExists(Temp(u"song.wav"_s)));
+    EXPECT_EQ(Host.Progress, 0);
+}
+
+TEST_F(InputStages, EncodersMoveTheRowWhereItsTextChanges) {
+    Host.Format = u"Mpc (Musepack)"_s;
+    Codecs.Report = [](Components parts) {
+        parts.mpcencoder1.Progress(200, 50);
+        parts.mpcencoder1.Progress(200, 50);
+        parts.mpcencoder1.Progress(0, 50);
+        parts.FlacCodec_Encoder1.Progress(70);
+    };
+    Convert("song.wav");
+    EXPECT_EQ(Row().ProgressSeen, (std::vector<QString>{u"0 %"_s, u"25 %"_s, u"70 %"_s}));
+}
+
+TEST_F(InputStages, AStopInTheCopyKeepsTheEncoderFromStarting) {
+    Host.Format = u"APE (MonKey's audio)"_s;
+    Host.AtYield = [this] {
+        if (Codecs.Sink.Written > 0) CancelByMenu(Run, Items, Codecs.Parts());
+    };
+    EXPECT_FALSE(Convert("song.mp3").contains(u"Ape"_s));
+    EXPECT_EQ(Row().Icon, u"error"_s);
+}
+
+TEST_F(InputStages, ASkipInTheCopyLetsTheEncoderRunOnWhatIsThere) {
+    Host.Format = u"APE (MonKey's audio)"_s;
+    Host.AtYield = [this] {
+        if (Codecs.Sink.Written > 0) CancelOneFile(Run);
+    };
+    EXPECT_TRUE(Convert("song.mp3").contains(u"Ape"_s));
+    EXPECT_EQ(Row().Icon, u"error"_s);
+}
+
+TEST_F(InputStages, AnEncoderThatFailsIsNotNoticed) {
+    Host.Format = u"FLAC (Free Lossless Audio Codec)"_s;
+    Codecs.Fails = true;
+    Convert("song.wav");
+    EXPECT_EQ(Row().Icon, u"converted"_s);
+}
+
+TEST_F(InputStages, WmaOutputWithoutAFormatOfTheSourceFinishesAsConverted) {
+    Host.Format = u"Wma"_s;
+    Codecs.Source.Code = -1;
+    Convert("song.wav");
+    EXPECT_EQ(Row().Icon, u"converted"_s);
+    EXPECT_EQ(Codecs.Sink.Path, QString());
+}
+
+TEST_F(InputStages, WmaOutputThatCannotBeReadIsAnErrorThatKeepsItsPercentage) {
+    Host.Format = u"Wma"_s;
+    const QString path = Folder.MakeFile("Music/song.wav");
+    AddDropped(Items, Host, {path});
+    int opened = 0;
+    Codecs.Source.AtOpen = [&] {
+        if (++opened == 2) throw Failure(FailureNumber::Component);
+    };
+    JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
+    EXPECT_EQ(Row().Icon, u"error"_s);
+    EXPECT_EQ(Row().Progress, u"0 %"_s);
+}
+
+TEST_F(InputStages, AFormatThatNoRouteHasConvertsNothing) {
+    Host.Format = u"FLAC"_s;
+    Convert("song.wav");
+    EXPECT_EQ(Row().Icon, u"converted"_s);
+    EXPECT_TRUE(Codecs.Calls.isEmpty());
+    EXPECT_EQ(Codecs.Sink.Path, QString());
+}
+
+}  // namespace
+}  // namespace Sonmira

@@ -1,0 +1,156 @@
+#include "FakeComponents.h"
+#include "HeadlessHost.h"
+#include "engine/RunState.h"
+#include "engine/SelectionDriver.h"
+#include "engine/StopCommands.h"
+#include "library/AddFiles.h"
+#include "library/Collection.h"
+#include "platform/Folders.h"
+#include "shell/Paths.h"
+#include "support/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class SelectionRun : public ::testing::Test {
+protected:
+    SelectionRun() {
+        NumberLanguageLines();
+        Host.Format = u"Mp3"_s;
+        Host.OutputFolder = Folder.MakeFolder("out");
+    }
+    void AddMusic(std::initializer_list<QByteArray> names) {
+        for (const QByteArray& name : names) Folder.MakeFile("Music/" + name);
+        AddDirectory(Items, Host, Folder.Path("Music"));
+    }
+    void Convert(const QByteArray& name) {
+        SelectionDriver(Run, Host, Codecs.Parts(), Items).ConvertNode(Folder.Path(name));
+    }
+
+    TestFolder Folder;
+    RunState Run;
+    HeadlessHost Host;
+    FakeCodecs Codecs;
+    Collection Items;
+};
+
+TEST_F(SelectionRun, OfAFileConvertsItStraightIntoTheOutputFolder) {
+    AddMusic({"a.wav", "b.wav"});
+    Convert("Music/b.wav");
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Name, u"b.wav"_s);
+    EXPECT_EQ(Host.Count, u"1 / 1"_s);
+    EXPECT_EQ(Codecs.Sink.Path, Folder.Path("out") + u"\\b.mp3"_s);
+    EXPECT_EQ(Host.FileName, QString()) << "the name's label is a full run's";
+    EXPECT_FALSE(Run.Busy);
+}
+
+TEST_F(SelectionRun, OfAFolderNestsBelowItsName) {
+    AddMusic({"a.wav", "Sub/b.wav", "Sub/Deep/c.wav"});
+    QStringList outputs;
+    Host.AtYield = [&] {
+        if (!outputs.contains(Codecs.Sink.Path)) outputs.append(Codecs.Sink.Path);
+    };
+    Convert("Music/Sub");
+    EXPECT_EQ(outputs, (QStringList{Folder.Path("out") + u"\\Sub\\b.mp3"_s,
+                                    Folder.Path("out") + u"\\Sub\\Deep\\c.mp3"_s}));
+    EXPECT_EQ(Host.Count, u"2 / 2"_s);
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Sub/Deep")));
+}
+
+TEST_F(SelectionRun, MakesItsFoldersAlsoWhereOutputsGoBesideTheirSources) {
+    AddMusic({"Sub/b.wav"});
+    Host.SaveBesideOriginal = true;
+    Convert("Music");
+    EXPECT_EQ(Codecs.Sink.Path, Folder.Path("Music/Sub/b.mp3"));
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/Sub")));
+}
+
+TEST_F(SelectionRun, OfTheRootOrOfNothingConvertsNothingButClearsTheRows) {
+    AddMusic({"a.wav"});
+    for (const QString& key : {RootKey.toString(), QString()}) {
+        Host.AddRow();
+        SelectionDriver(Run, Host, Codecs.Parts(), Items).ConvertNode(key);
+        EXPECT_TRUE(Host.Rows.empty());
+    }
+    EXPECT_EQ(Codecs.Sink.Path, QString());
+}
+
+TEST_F(SelectionRun, FreesTheControlsAfterEveryFile) {
+    AddMusic({"a.wav", "b.wav"});
+    QString frees;
+    Host.AtControls = [&](bool enabled) { frees += enabled ? u'+' : u'-'; };
+    Convert("Music");
+    EXPECT_EQ(frees, u"-+-+"_s);
+}
+
+TEST_F(SelectionRun, ShowsTheFolderPerFile) {
+    AddMusic({"a.wav"});
+    Convert("Music");
+    EXPECT_EQ(Host.Folder, u"Music"_s);
+}
+
+TEST_F(SelectionRun, TheWalkPutsABackslashBehindTheNameOfTheFoldersRecord) {
+    AddMusic({"a.wav", "Sub/b.wav"});
+    Convert("Music");
+    EXPECT_EQ(Items.Records[1].Name, u"Music\\"_s);
+    Convert("Music");
+    EXPECT_EQ(Host.Count, u"2 / 2"_s);
+}
+
+TEST_F(SelectionRun, AStopEndsItBehindTheFileInHand) {
+    AddMusic({"a.wav", "b.wav", "Sub/c.wav"});
+    Host.AtYield = [this] { CancelByMenu(Run, Items, Codecs.Parts()); };
+    Convert("Music");
+    EXPECT_EQ(Host.Rows.size(), 1U);
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(SelectionRun, AFileThatEndsAFullRunEndsOnlyItselfHere) {
+    AddMusic({"a.mpc.wav", "b.wav"});
+    ConversionRecord undotted;
+    undotted.IsFile = true;
+    undotted.Path = Folder.MakeFile("Music/nodotwav");
+    undotted.Name = u"nodotwav"_s;
+    undotted.Parent = 1;
+    Items.Records.Append(undotted);
+    Convert("Music");
+    EXPECT_EQ(Host.Rows.size(), 3U);
+    EXPECT_EQ(Host.Rows[2].Icon, u"conversion"_s);
+    EXPECT_FALSE(Host.ControlsEnabled);
+}
+
+TEST_F(SelectionRun, DeletesADecodersWavByTheNameThatTheAacDecoderLastHeld) {
+    AddMusic({"song.flac"});
+    const QString temp = WithBackslash(TemporaryFolder()) + u"song.wav"_s;
+    Convert("Music/song.flac");
+    EXPECT_TRUE(FileExists(temp)) << "the AAC decoder names no file, so nothing is deleted";
+    Codecs.Aac.SetOutputFile(Folder.MakeFile("held.wav"));
+    Convert("Music/song.flac");
+    EXPECT_FALSE(FileExists(temp));
+}
+
+TEST_F(SelectionRun, ARemovedRecordIsCountedByNobody) {
+    AddMusic({"a.wav", "b.wav"});
+    Items.Records.MarkRemoved(*Items.Records.FirstWithPath(Folder.Path("Music/a.wav")));
+    Convert("Music");
+    EXPECT_EQ(Host.Count, u"1 / 1"_s);
+}
+
+TEST_F(SelectionRun, AFolderBeyondTheNumbersHasNoChildren) {
+    AddMusic({"a.wav"});
+    while (Items.Records.UpperBound() < 32767) Items.Records.Append({});
+    ConversionRecord late;
+    late.Path = Folder.MakeFolder("late");
+    late.Name = u"late"_s;
+    Items.Records.Append(late);
+    Convert("late");
+    EXPECT_TRUE(Host.Rows.empty());
+}
+
+}  // namespace
+}  // namespace Sonmira
