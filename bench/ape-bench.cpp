@@ -1,26 +1,194 @@
+// ape-bench [WAV] [ROUNDS]: Monkey's Audio by us, on one core and on all, against the Java encoder and
+// decoder and against FFmpeg's decoder, with every instruction set that there is. Without a file it makes
+// five minutes of sound of its own. Prints times real time and ratios; the least time of the rounds counts,
+// since the machine's other work can only add to it.
 #include "codecs/ape/Decode.h"
 #include "codecs/ape/Encode.h"
-#include "platform/Failure.h"
 #include "platform/NativePath.h"
 
+#include <sched.h>
+
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <random>
+
+namespace {
+
+namespace fs = std::filesystem;
 using namespace Sonmira;
-int main(int argc, char** argv) {
-    ApeWorkers w;
-    w.Threads = argc > 4 ? atoi(argv[4]) : 0;
-    if (argc > 5) w.Kernels = AvailableApeKernels()[atoi(argv[5])];
-    qint32 kill = 0;
-    auto t = std::chrono::steady_clock::now();
-    try {
-        if (atoi(argv[3]) == 0)
-            DecodeApe(FromNative(argv[1]), FromNative(argv[2]), {}, kill, w);
-        else
-            EncodeApe(FromNative(argv[1]), FromNative(argv[2]), atoi(argv[3]), {}, kill, w);
-    } catch (const Failure& f) {
-        std::puts(f.what());
-        return 1;
+
+constexpr qint32 GoOn = 0;
+
+template <class Work>
+double Seconds(Work&& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+template <class Work>
+double Least(int rounds, Work&& work) {
+    double least = 1e9;
+    for (int round = 0; round < rounds; ++round) least = std::min(least, Seconds(work));
+    return least;
+}
+
+// Runs a command line of which the words are quoted.
+void Shell(std::initializer_list<std::string> words) {
+    std::string command;
+    for (const std::string& word : words) {
+        command += '\'';
+        command += word;
+        command += "' ";
     }
-    std::printf("%.3f\n", std::chrono::duration<double>(std::chrono::steady_clock::now() - t).count());
+
+    command += ">/dev/null 2>&1";
+    if (std::system(command.c_str()) != 0) std::printf("failed: %s\n", command.c_str());
+}
+
+// Keeps this thread, and those that it starts, on one core as long as it lives.
+class OneCore {
+public:
+    OneCore() {
+        sched_getaffinity(0, sizeof Before, &Before);
+        cpu_set_t one;
+        CPU_ZERO(&one);
+        int core = 0;
+        while (!CPU_ISSET(core, &Before)) ++core;
+        CPU_SET(core, &one);
+        sched_setaffinity(0, sizeof one, &one);
+    }
+    ~OneCore() { sched_setaffinity(0, sizeof Before, &Before); }
+    OneCore(const OneCore&) = delete;
+    OneCore& operator=(const OneCore&) = delete;
+
+private:
+    cpu_set_t Before;
+};
+
+// Chords of decaying tones over a little noise: it compresses about as well as music does.
+void WriteMusic(const fs::path& path, int seconds) {
+    constexpr int rate = 44100;
+    std::mt19937 random(1);
+    std::normal_distribution<double> noise(0, 0.004);
+    std::vector<std::int16_t> samples;
+    std::array<double, 5> pitch{};
+    for (int i = 0; i < rate * seconds; ++i) {
+        const double since = (i % (rate / 2)) / static_cast<double>(rate);
+        if (i % (rate / 2) == 0) {
+            for (double& one : pitch) one = 55 * std::pow(2, static_cast<double>(random() % 48) / 12);
+        }
+        for (int channel = 0; channel < 2; ++channel) {
+            double value = noise(random);
+            for (std::size_t tone = 0; tone < pitch.size(); ++tone) {
+                const double side = 0.06 + 0.03 * std::sin(static_cast<double>(tone) + 2 * channel);
+                value += side * std::exp(-3 * since) * std::sin(6.283185307 * pitch[tone] * since);
+                value += side / 3 * std::exp(-6 * since) * std::sin(6.283185307 * 3.01 * pitch[tone] * since);
+            }
+            samples.push_back(static_cast<std::int16_t>(std::lround(std::clamp(value, -1.0, 1.0) * 32767)));
+        }
+    }
+    const auto bytes = static_cast<std::uint32_t>(samples.size() * 2);
+    const auto put = [](std::ofstream& file, std::uint32_t value, int size) {
+        for (int i = 0; i < size; ++i) file.put(static_cast<char>(value >> (8 * i)));
+    };
+    std::ofstream file(path, std::ios::binary);
+    file << "RIFF";
+    put(file, bytes + 36, 4);
+    file << "WAVEfmt ";
+    put(file, 16, 4);
+    put(file, 1, 2);
+    put(file, 2, 2);
+    put(file, rate, 4);
+    put(file, rate * 4, 4);
+    put(file, 4, 2);
+    put(file, 16, 2);
+    file << "data";
+    put(file, bytes, 4);
+    file.write(static_cast<const char*>(static_cast<const void*>(samples.data())), bytes);
+}
+
+bool AreEqual(const fs::path& one, const fs::path& other) {
+    std::ifstream a(one, std::ios::binary);
+    std::ifstream b(other, std::ios::binary);
+    return std::equal(std::istreambuf_iterator<char>(a), {}, std::istreambuf_iterator<char>(b), {});
+}
+
+QString Inner(const fs::path& path) {
+    return FromNative(QByteArray::fromStdString(path.string()));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::string pattern = (fs::temp_directory_path() / "ape-bench-XXXXXX").string();
+    const fs::path root = mkdtemp(pattern.data());
+    fs::path wav = root / "music.wav";
+    if (argc > 1) {
+        wav = argv[1];
+    } else {
+        WriteMusic(wav, 300);
+    }
+    const int rounds = argc > 2 ? std::max(1, std::atoi(argv[2])) : 3;
+    // The header of 44 bytes tells bytes a second.
+    std::uint32_t byteRate = 0;
+    std::ifstream(wav, std::ios::binary).seekg(28).read(static_cast<char*>(static_cast<void*>(&byteRate)), 4);
+    const auto size = static_cast<double>(fs::file_size(wav));
+    const double length = size / std::max(byteRate, 1U);
+    std::printf("%.0f s of sound; times real time, least time of %d rounds\n", length, rounds);
+
+    const fs::path ours = root / "ours.ape";
+    const fs::path theirs = root / "theirs.ape";
+    const fs::path back = root / "back.wav";
+    for (int level = 1; level <= 4; ++level) {
+        const auto encode = [&](const ApeWorkers& workers) {
+            EncodeApe(Inner(wav), Inner(ours), level * 1000, {}, GoOn, workers);
+        };
+        const auto decode = [&](const ApeWorkers& workers) {
+            DecodeApe(Inner(ours), Inner(back), {}, GoOn, workers);
+        };
+        const auto java = [&](const std::string& what, const fs::path& from, const fs::path& to) {
+            fs::remove(to);
+            Shell({"java", "-cp", "/usr/share/java/jmac.jar", "davaguine.jmac.core.jmacu", what,
+                   from.string(), to.string()});
+        };
+        double one = 0;
+        double oneBack = 0;
+        {
+            const OneCore core;
+            one = Least(rounds, [&] { encode({1}); });
+            oneBack = Least(rounds, [&] { decode({1}); });
+        }
+        const double all = Least(rounds, [&] { encode({}); });
+        const double allBack = Least(rounds, [&] { decode({}); });
+        const bool isBack = AreEqual(wav, back);
+        const double javaEncode = Least(1, [&] { java({'c', static_cast<char>('0' + level)}, wav, theirs); });
+        const double javaDecode = Least(1, [&] { java("d", theirs, back); });
+        const double ffmpeg = Least(rounds, [&] {
+            Shell({"taskset", "-c", "0", "ffmpeg", "-v", "error", "-y", "-threads", "1", "-i", ours.string(),
+                   (root / "f.wav").string()});
+        });
+        std::printf("%d000  %5.1f %%%s%s\n", level, 100 * static_cast<double>(fs::file_size(ours)) / size,
+                    AreEqual(ours, theirs) ? ", the very bytes of jmac" : ", other bytes than jmac",
+                    isBack ? "" : ", AND DOES NOT COME BACK");
+        std::printf("  encode: one core %5.0fx, all %5.0fx (ratio %.2f), jmac %5.0fx (ratio %.1f)\n",
+                    length / one, length / all, one / all, length / javaEncode, javaEncode / one);
+        std::printf(
+            "  decode: one core %5.0fx, all %5.0fx (ratio %.2f), jmac %5.0fx (ratio %.1f), ffmpeg %5.0fx "
+            "(ratio %.1f)\n",
+            length / oneBack, length / allBack, oneBack / allBack, length / javaDecode, javaDecode / oneBack,
+            length / ffmpeg, ffmpeg / oneBack);
+        for (const ApeKernels* kernels : AvailableApeKernels()) {
+            const OneCore core;
+            std::printf("  %s %.0fx", kernels->Name, length / Seconds([&] { encode({1, kernels}); }));
+        }
+        std::printf("\n");
+        std::fflush(stdout);
+    }
+    fs::remove_all(root);
+    return 0;
 }

@@ -10,6 +10,8 @@
 
 namespace Sonmira {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // No sound takes more when it is coded, by far.
@@ -25,11 +27,12 @@ std::optional<ApeFileReader> ApeFileReader::Open(std::shared_ptr<const InputFile
 bool ApeFileReader::ReadHeaders() {
     Start = BehindId3v2(*File);
     std::array<std::byte, ApeDescriptorBytes> descriptor{};
-    if (File->ReadFully(Start, descriptor) < descriptor.size() ||
-        std::memcmp(descriptor.data(), "MAC ", 4) != 0 ||
-        qFromLittleEndian<quint16>(&descriptor[4]) != ApeVersion) {
-        return false;
+    const std::size_t there = File->ReadFully(Start, descriptor);
+    if (std::memcmp(descriptor.data(), "MAC ", 4) != 0) {
+        throw Failure(FailureNumber::Component, u"This is not an APE file"_s);
     }
+    if (there < descriptor.size()) throw DamagedFile();
+    if (qFromLittleEndian<quint16>(&descriptor[4]) != ApeVersion) return false;
     const auto number = [&](std::size_t at) { return qint64{qFromLittleEndian<quint32>(&descriptor[at])}; };
     const qint64 descriptorBytes = number(8);
     const qint64 headerBytes = number(12);
@@ -59,9 +62,9 @@ bool ApeFileReader::ReadHeaders() {
     if (!isSound || seekBytes < qint64{framesCounted} * 4 || FramesStart() > File->Size())
         throw DamagedFile();
     // A file that ends early has lost its last frames; what is behind those it does not have either.
-    const qint64 there = File->Size() - FramesStart();
-    if (FrameDataBytes == 0 || FrameDataBytes > there) FrameDataBytes = there;
-    Tail = std::min(Tail, there - FrameDataBytes);
+    const qint64 left = File->Size() - FramesStart();
+    if (FrameDataBytes == 0 || FrameDataBytes > left) FrameDataBytes = left;
+    Tail = std::min(Tail, left - FrameDataBytes);
     Frames.resize(std::size_t{framesCounted} + 1);
     ReadSeekTable(Start + descriptorBytes + headerBytes);
     return true;

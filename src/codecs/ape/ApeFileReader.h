@@ -15,7 +15,8 @@ namespace Sonmira {
 // more memory than the file is worth.
 class ApeFileReader {
 public:
-    // Nothing for a file of another kind or version; fails with a text for a damaged one of ours.
+    // Nothing for a file of another version, which the libraries may read; fails with a text for a damaged
+    // one of ours and for anything that is no APE file.
     static std::optional<ApeFileReader> Open(std::shared_ptr<const InputFile> file);
 
     const ApeSound& Sound() const { return Format; }

@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::size_t CopyBytes = 64 * 1024;
+constexpr std::size_t CopyBytes = std::size_t{64} * 1024;
 
 template <class Read, class Take>
 void CopyVerbatim(qint64 count, Read&& read, Take&& take) {

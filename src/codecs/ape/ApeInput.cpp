@@ -95,7 +95,7 @@ public:
     void CheckEnd() override {}  // the reader fails by itself
 
 private:
-    static constexpr qint64 BlockSize = 256 * 1024;
+    static constexpr qint64 BlockSize = qint64{256} * 1024;
 
     bool ReadMore() {
         AudioBlock block = First.IsEmpty() ? Reader.Read(BlockSize) : std::exchange(First, {});

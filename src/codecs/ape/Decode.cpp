@@ -19,7 +19,7 @@ namespace {
 
 // A stored header longer than this is not looked at; a plain one takes its place.
 constexpr qint64 MostHeadBytes = 1 << 20;
-constexpr qint64 CopyBytes = 64 * 1024;
+constexpr qint64 CopyBytes = qint64{64} * 1024;
 
 // What stands before the sound and behind it in the WAV file.
 struct Frame {
@@ -101,7 +101,7 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, const QString& wav,
 // Other versions, by the libraries' decoder.
 void DecodeOthers(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
                   const qint32& killFlag) {
-    constexpr qint64 blockBytes = 64 * 1024;
+    constexpr qint64 blockBytes = qint64{64} * 1024;
     MediaReader reader(ape);
     AudioBlock block = reader.Read(blockBytes);
     const StreamFormat format = reader.Format();

@@ -111,7 +111,7 @@ void LaneRestore(ApePredictorLanes& state, std::int32_t* values, std::size_t ste
 }
 
 // Tap pairs of one turn of the loop; every filter has a multiple of it.
-constexpr std::size_t Unrolled = 8;
+inline constexpr std::size_t Unrolled = 8;
 
 // Order 0 stands for one that is known at run time only.
 template <class Vector, int FixedOrder, bool IsForward>

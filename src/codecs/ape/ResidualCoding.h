@@ -15,11 +15,11 @@ namespace Sonmira {
 namespace {
 
 // The range must stay above this; else it moves up by whole bytes.
-constexpr unsigned ApeWindowBits = 31;
-constexpr std::uint64_t ApeWindow = (std::uint64_t{1} << ApeWindowBits) - 1;
+inline constexpr unsigned ApeWindowBits = 31;
+inline constexpr std::uint64_t ApeWindow = (std::uint64_t{1} << ApeWindowBits) - 1;
 
 // By how many bits a range of 1 to 2^31 has to move up until it is above 2^23: 0, 8, 16 or 24.
-[[maybe_unused]] inline unsigned ApeMoveOf(std::uint32_t range) {
+inline unsigned ApeMoveOf(std::uint32_t range) {
     return static_cast<unsigned>(std::countl_zero(range - 1) - 1) & 24U;
 }
 
@@ -159,14 +159,14 @@ private:
     unsigned Pending = 0;  // bits above the window
 };
 
-[[maybe_unused]] void ApeFinish(ApeRangeEncoder& coder) {
+inline void ApeFinish(ApeRangeEncoder& coder) {
     ApeEncoding encoding(coder);
     encoding.Finish();
     encoding.Save(coder);
 }
 
-[[maybe_unused]] void ApeEncodeResiduals(std::span<ApeRangeEncoder* const> coders, const std::int32_t* values,
-                                         std::size_t steps) {
+inline void ApeEncodeResiduals(std::span<ApeRangeEncoder* const> coders, const std::int32_t* values,
+                               std::size_t steps) {
     for (ApeRangeEncoder* const coder : coders) {
         ApeEncoding encoding(*coder);
         const std::int32_t* const first = values + coder->Lanes.Lane[0];
@@ -288,8 +288,8 @@ private:
 
 // The coders take turns number by number, so that the processor works on the next one's while the chain of
 // one waits for its divisions.
-[[maybe_unused]] void ApeDecodeResiduals(std::span<ApeRangeDecoder* const> coders, std::int32_t* values,
-                                         std::size_t steps) {
+inline void ApeDecodeResiduals(std::span<ApeRangeDecoder* const> coders, std::int32_t* values,
+                               std::size_t steps) {
     for (std::size_t step = 0; step < steps; ++step, values += 8) {
         for (int turn = 0; turn < 2; ++turn) {
             for (ApeRangeDecoder* const coder : coders) {

@@ -85,6 +85,8 @@ TEST_F(DamagedApe, ThatIsNoApeAtAllIsAFailure) {
     DecodedWithFailure("MAC ");
     DecodedWithFailure(QByteArray(100'000, 'x'));
     DecodedWithFailure(Ape.first(60));
+    DecodedWithFailure(Wav);
+    EXPECT_EQ(GetDurationTrack(Folder.Path("in.wav")), 0);
     EXPECT_EQ(GetDurationTrack(Folder.MakeFile("no.ape", QByteArray(1000, 'x'))), 0);
     EXPECT_EQ(GetDurationTrack(Folder.Path("none.ape")), 0);
 }
