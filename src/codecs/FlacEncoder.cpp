@@ -2,11 +2,10 @@
 
 #include "codecs/CHandle.h"
 #include "codecs/FlacHeader.h"
-#include "codecs/MediaReader.h"
 #include "codecs/MemoryChecked.h"
 #include "codecs/OrderedJobs.h"
 #include "codecs/OutputFile.h"
-#include "codecs/PcmPacker.h"
+#include "codecs/PcmReader.h"
 #include "codecs/WavDecoding.h"
 
 #include <algorithm>
@@ -21,7 +20,6 @@ namespace Sonmira {
 namespace {
 
 constexpr int WidestBits = 24;
-constexpr qint64 BlockSize = 256LL * 1024;
 constexpr auto WaitAtOnce = std::chrono::milliseconds(30);
 
 class Md5 {
@@ -44,46 +42,38 @@ private:
     CHandle<AVMD5, av_free> State;
 };
 
+PcmFormat FlacInput(const StreamFormat& source, int bits) {
+    return {source.Rate, std::min(source.Channels, 2), std::min(bits, WidestBits)};
+}
+
 // The WAV as the samples that go into the FLAC file, cut into segments.
 class SegmentReader {
 public:
     SegmentReader(std::shared_ptr<const InputFile> file, int level)
-        : Reader(std::move(file)),
-          Form{Reader.Format().Rate, std::min(Reader.Format().Channels, 2),
-               std::min(Reader.Bits(), WidestBits), level},
-          Converter(Reader.Format(), {Form.Rate, Form.Channels}, ResamplerPrecision::Bits28),
-          Packer(Form.Bits),
+        : Wav(std::move(file), FlacInput),
+          Form{Wav.Format().Frequency, Wav.Format().Channels, Wav.Format().Bits, level},
           SegmentSize(FlacSegmentLength(Form) * static_cast<std::size_t>(Form.Channels * Form.Bits / 8)) {}
 
     const FlacFormat& Format() const { return Form; }
-    qint64 Length() { return Reader.Length(); }
+    qint64 Length() { return Wav.Length(); }
 
-    // The next segment; empty at the end. Keeps the failure of a WAV that is cut short until all of it is
-    // given.
+    // The next segment; empty at the end.
     std::vector<std::byte> Next() {
-        while (Pending.size() < SegmentSize && !Ended) {
-            try {
-                const std::size_t start = Pending.size();
-                const AudioBlock block = Converter.Convert(Reader.Read(BlockSize));
-                Ended = block.IsEmpty();
-                Packer.Pack(block, Pending);
-                TakeIn(std::span(Pending).subspan(start));
-            } catch (const Failure&) {
-                Ended = true;
-                Error = std::current_exception();
-            }
+        while (Pending.size() < SegmentSize) {
+            const std::size_t start = Pending.size();
+            if (!Wav.Append(Pending)) break;
+            TakeIn(std::span(Pending).subspan(start));
         }
-        const std::size_t size = std::min(Pending.size(), SegmentSize);
-        const auto end = Pending.begin() + static_cast<std::ptrdiff_t>(size);
-        std::vector<std::byte> segment(Pending.begin(), end);
-        Pending.erase(Pending.begin(), end);
-        return segment;
+        std::vector<std::byte> rest;
+        if (Pending.size() > SegmentSize) {
+            rest.assign(Pending.begin() + static_cast<std::ptrdiff_t>(SegmentSize), Pending.end());
+            Pending.resize(SegmentSize);
+        }
+        return std::exchange(Pending, std::move(rest));
     }
 
     std::array<std::uint8_t, 16> Sum() { return Samples.Sum(); }
-    void ReportFailure() const {
-        if (Error) std::rethrow_exception(Error);
-    }
+    void ReportFailure() const { Wav.ReportFailure(); }
 
 private:
     void TakeIn(std::span<std::byte> pcm) {
@@ -94,15 +84,11 @@ private:
         Samples.Add(pcm);
     }
 
-    MediaReader Reader;
+    PcmReader Wav;
     FlacFormat Form;
-    StreamConverter Converter;
-    PcmPacker Packer;
     std::size_t SegmentSize;
     Md5 Samples;
     std::vector<std::byte> Pending;
-    std::exception_ptr Error;
-    bool Ended = false;
 };
 
 using Percent = std::function<void(qint16 percent)>;

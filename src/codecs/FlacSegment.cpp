@@ -11,6 +11,7 @@
 
 // In the library since its first versions, but in none of its headers. The stream has one sum over all of its
 // segments: one for each would be work for nothing.
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name is the library's.
 extern "C" FLAC__bool FLAC__stream_encoder_set_do_md5(FLAC__StreamEncoder* encoder, FLAC__bool value);
 
 namespace Sonmira {

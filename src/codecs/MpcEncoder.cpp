@@ -1,11 +1,10 @@
 #include "codecs/MpcEncoder.h"
 
 #include "codecs/FileFailure.h"
-#include "codecs/MediaReader.h"
 #include "codecs/MemoryChecked.h"
 #include "codecs/MpcStream.h"
 #include "codecs/OutputFile.h"
-#include "codecs/PcmPacker.h"
+#include "codecs/PcmReader.h"
 #include "codecs/WavDecoding.h"
 #include "codecs/WavHeader.h"
 #include "platform/ChildProcess.h"
@@ -25,7 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 BlockSize = 64LL * 1024;
+constexpr int WidestBits = 24;
 constexpr auto WaitAtOnce = std::chrono::milliseconds(30);
 
 int MusepackRate(int rate) {
@@ -39,76 +38,24 @@ Failure EncoderFailure(const QString& text) {
     return {FailureNumber::Component, text};
 }
 
-// The WAV as the one that the program takes: its header, and then the sound.
-class WavForEncoder {
-public:
-    explicit WavForEncoder(std::shared_ptr<const InputFile> file)
-        : Reader(std::move(file)),
-          Converter(Reader.Format(),
-                    {MusepackRate(Reader.Format().Rate), std::min(Reader.Format().Channels, 2)},
-                    ResamplerPrecision::Bits28),
-          Form(FormFor(Reader)),
-          Packer(Form.Bits) {}
+// More than 16 bits where the samples are new ones.
+PcmFormat MusepackInput(const StreamFormat& source, int bits) {
+    const int rate = MusepackRate(source.Rate);
+    const bool isConverted = source.Channels > 2 || rate != source.Rate;
+    return {rate, std::min(source.Channels, 2), isConverted ? WidestBits : std::min(bits, WidestBits)};
+}
 
-    // The length as the header tells it, if the file is one that does not lie about it.
-    std::vector<std::byte> Header() {
-        const qint64 rate = Reader.Format().Rate;
-        const qint64 frames = (Reader.Length() * Form.Frequency + rate / 2) / rate;
-        const qint64 size = frames * FrameSize();
-        const bool isKnown = Reader.IsExact() && size < UnknownWavSize - WavHeaderSize;
-        return WavHeader(Form, isKnown ? size : UnknownWavSize);
-    }
+qint64 FrameSizeOf(const PcmFormat& format) {
+    return qint64{format.Channels} * format.Bits / 8;
+}
 
-    // The next bytes of sound; empty at the end. Keeps the failure of a WAV that is cut short until all of it
-    // is given.
-    std::vector<std::byte> Next() {
-        std::vector<std::byte> packed;
-        while (packed.empty() && !Ended) Packer.Pack(NextBlock(), packed);
-        Given += static_cast<qint64>(packed.size());
-        return packed;
-    }
-
-    qint64 Length() { return Reader.Length(); }
-    // Frames of the file that were taken, and frames that came of them.
-    qint64 Taken() const { return FramesTaken; }
-    qint64 FramesGiven() const { return Given / FrameSize(); }
-    void ReportFailure() const {
-        if (Error) std::rethrow_exception(Error);
-    }
-
-private:
-    static PcmFormat FormFor(const MediaReader& reader) {
-        const StreamFormat source = reader.Format();
-        const bool isConverted = source.Channels > 2 || MusepackRate(source.Rate) != source.Rate;
-        const int bits = isConverted ? 24 : std::min(reader.Bits(), 24);
-        return {MusepackRate(source.Rate), std::min(source.Channels, 2), bits};
-    }
-
-    AudioBlock NextBlock() {
-        try {
-            const auto most = static_cast<qint64>(Converter.SourceBytesAtOnce(SampleType::Int32));
-            const AudioBlock block = Reader.Read(std::min(BlockSize, most));
-            FramesTaken += static_cast<qint64>(block.Bytes.size() / Reader.FrameSize());
-            Ended = block.IsEmpty();
-            return Ended ? Converter.Finish() : Converter.Convert(block);
-        } catch (const Failure&) {
-            Ended = true;
-            Error = std::current_exception();
-            return Converter.Finish();
-        }
-    }
-
-    qint64 FrameSize() const { return qint64{Form.Channels} * Form.Bits / 8; }
-
-    MediaReader Reader;
-    StreamConverter Converter;
-    PcmFormat Form;
-    PcmPacker Packer;
-    qint64 FramesTaken = 0;
-    qint64 Given = 0;
-    std::exception_ptr Error;
-    bool Ended = false;
-};
+// The header of the WAV that the program is given. It tells the length only where that is sure: the program
+// reads no further.
+std::vector<std::byte> HeaderFor(PcmReader& wav) {
+    const std::optional<qint64> frames = wav.ExactLength();
+    const qint64 size = frames.value_or(UnknownWavSize) * FrameSizeOf(wav.Format());
+    return WavHeader(wav.Format(), size < UnknownWavSize - WavHeaderSize ? size : UnknownWavSize);
+}
 
 // Removes the output where the encoding does not come to its end.
 class Unfinished {
@@ -125,27 +72,41 @@ private:
     QString Path;
 };
 
-// Gives the program all of its input and waits for its end. No answer after a stop.
-std::optional<ChildProcess::Ending> Feed(ChildProcess& encoder, WavForEncoder& wav,
-                                         const std::function<bool()>& goesOn) {
-    std::vector<std::byte> bytes = wav.Header();
-    bool reads = true;
-    for (; reads && !bytes.empty(); bytes = wav.Next()) {
-        std::span<const std::byte> left = bytes;
-        while (reads && !left.empty()) {
-            const std::optional<std::size_t> sent = encoder.Send(left, WaitAtOnce);
-            reads = sent.has_value();
-            left = left.subspan(sent.value_or(0));
-            if (!goesOn()) return {};
+// Gives the program a WAV and waits for its end.
+class Feeding {
+public:
+    Feeding(ChildProcess& encoder, PcmReader& wav) : Encoder(encoder), Wav(wav) {}
+
+    // `goesOn` is asked many times a second. No answer after a stop.
+    std::optional<ProgramEnding> Run(const std::function<bool()>& goesOn) {
+        std::vector<std::byte> bytes = HeaderFor(Wav);
+        do {
+            if (!Send(bytes, goesOn)) break;
+            bytes.clear();
+        } while (Wav.Append(bytes));
+        Encoder.CloseInput();
+        std::optional<ProgramEnding> ending;
+        while (!Stopped && !(ending = Encoder.WaitForEnd(WaitAtOnce))) Stopped = !goesOn();
+        return ending;
+    }
+
+private:
+    // False when the program reads no more or is to be stopped.
+    bool Send(std::span<const std::byte> bytes, const std::function<bool()>& goesOn) {
+        while (!bytes.empty()) {
+            const std::optional<std::size_t> sent = Encoder.Send(bytes, WaitAtOnce);
+            if (!sent) return false;
+            bytes = bytes.subspan(*sent);
+            Stopped = !goesOn();
+            if (Stopped) return false;
         }
+        return true;
     }
-    encoder.CloseInput();
-    std::optional<ChildProcess::Ending> ending;
-    while (!(ending = encoder.WaitForEnd(WaitAtOnce))) {
-        if (!goesOn()) return {};
-    }
-    return ending;
-}
+
+    ChildProcess& Encoder;
+    PcmReader& Wav;
+    bool Stopped = false;
+};
 
 // The program goes back to complete what it wrote, and nothing but a file may be removed after it.
 void CheckIsRegular(const OutputFile& file) {
@@ -154,7 +115,7 @@ void CheckIsRegular(const OutputFile& file) {
     if (!S_ISREG(status.st_mode)) throw WritingFailure(ENXIO);
 }
 
-void CheckEnding(ChildProcess::Ending ending) {
+void CheckEnding(ProgramEnding ending) {
     if (ending.Signal == SIGXFSZ) throw WritingFailure(EFBIG);
     if (ending.Signal != 0) throw EncoderFailure(u"The Musepack encoder was ended from outside"_s);
     if (!ending.IsGood()) throw EncoderFailure(u"The Musepack encoder failed"_s);
@@ -178,7 +139,7 @@ void MpcEncoder::SetQuality(qint16 quality) {
 void MpcEncoder::EncodeFromWav(const QString& wav, const QString& output) {
     Stopped = false;
     WithMemoryChecked([&] {
-        WavForEncoder input(std::make_shared<const InputFile>(wav));
+        PcmReader input(std::make_shared<const InputFile>(wav), MusepackInput);
         if (!IsProgramInstalled(u"mpcenc"_s)) {
             throw EncoderFailure(u"The Musepack encoder, the program mpcenc, is not installed"_s);
         }
@@ -187,7 +148,7 @@ void MpcEncoder::EncodeFromWav(const QString& wav, const QString& output) {
         Unfinished unfinished(output);
         ChildProcess encoder({"mpcenc", "--silent", "--quality", QByteArray::number(Chosen), "-", "-"},
                              file.Number());
-        const auto ending = Feed(encoder, input, [&] {
+        const auto ending = Feeding(encoder, input).Run([&] {
             const ProgressCount count(input.Taken(), input.Length());
             if (Progress) Progress(count.Total, count.Done);
             return !Stopped;
@@ -195,7 +156,7 @@ void MpcEncoder::EncodeFromWav(const QString& wav, const QString& output) {
         file.Close();
         if (!ending) return;
         CheckEnding(*ending);
-        CheckIsWhole(output, input.FramesGiven());
+        CheckIsWhole(output, input.Given());
         unfinished.Keep();
         input.ReportFailure();
     });

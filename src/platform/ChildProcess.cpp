@@ -112,7 +112,7 @@ void ChildProcess::CloseInput() {
     Input = -1;
 }
 
-std::optional<ChildProcess::Ending> ChildProcess::WaitForEnd(std::chrono::milliseconds time) {
+std::optional<ProgramEnding> ChildProcess::WaitForEnd(std::chrono::milliseconds time) {
     const auto until = std::chrono::steady_clock::now() + time;
     Reap(WNOHANG);
     while (!End && std::chrono::steady_clock::now() < until) {

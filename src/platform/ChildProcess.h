@@ -14,18 +14,18 @@ namespace Sonmira {
 // Whether a program of that name can be started: an executable file in one of the folders of PATH.
 bool IsProgramInstalled(const QString& name);
 
+// How a program ended: with an exit code, or by a signal.
+struct ProgramEnding {
+    int ExitCode = -1;
+    int Signal = 0;
+    bool IsGood() const { return ExitCode == 0; }
+};
+
 // A program that works beside this one: it gets its input through a pipe and writes its output into an open
 // file; what it says to people is dropped. It never outlives the object, and is never left as a zombie. All
 // calls come from one thread, and none of them waits longer than it is told to.
 class ChildProcess {
 public:
-    // How a program ended: with an exit code, or by a signal.
-    struct Ending {
-        int ExitCode = -1;
-        int Signal = 0;
-        bool IsGood() const { return ExitCode == 0; }
-    };
-
     // Starts a program found by PATH. `arguments` are native bytes, the program's name first; nothing of them
     // goes through a shell. `output` is the descriptor that its standard output becomes; it stays the
     // caller's. Fails when the program cannot be started.
@@ -42,14 +42,14 @@ public:
     void CloseInput();
 
     // How the program ended, if it does within that time.
-    std::optional<Ending> WaitForEnd(std::chrono::milliseconds time);
+    std::optional<ProgramEnding> WaitForEnd(std::chrono::milliseconds time);
 
 private:
     void Reap(int options);
 
     int Process = -1;
     int Input = -1;
-    std::optional<Ending> End;
+    std::optional<ProgramEnding> End;
 };
 
 }  // namespace Sonmira
