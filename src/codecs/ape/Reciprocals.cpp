@@ -25,7 +25,7 @@ constexpr auto MakeSymbolAt() {
 
 }  // namespace
 
-constinit const std::array<std::uint32_t, ApeReciprocalCount> ApeReciprocals = MakeReciprocals();
-constinit const std::array<std::uint8_t, (65536 >> ApeSymbolAtShift)> ApeSymbolAt = MakeSymbolAt();
+const std::array<std::uint32_t, ApeReciprocalCount> ApeReciprocals = MakeReciprocals();
+const std::array<std::uint8_t, (65536 >> ApeSymbolAtShift)> ApeSymbolAt = MakeSymbolAt();
 
 }  // namespace Sonmira
