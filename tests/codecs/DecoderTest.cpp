@@ -102,7 +102,7 @@ TEST(AacDecoder, AnswersNoughtAndLeavesAReadableWavWhenItIsStopped) {
     const TestFolder folder;
     AacDecoder decoder;
     decoder.SetInputFile(
-        Encoded(folder, "a.aac", MakeNoise(44100, 2, 30 * 44100), WavKind::Signed16, {"ffmpeg"}));
+        Encoded(folder, "a.aac", MakeNoise(44100, 2, 30LL * 44100), WavKind::Signed16, {"ffmpeg"}));
     decoder.SetOutputFile(folder.Path("out.wav"));
     std::vector<int> percents;
     decoder.Progress = [&](qint16 percent) {
@@ -191,7 +191,7 @@ INSTANTIATE_TEST_SUITE_P(Widths, AppleLosslessDecoder,
 
 TEST(AlacDecoder, KnowsAppleLosslessByItsContent) {
     const TestFolder folder;
-    const TestSound tone = MakeTone(44100, 2, 2 * 44100 + 44099, 440);
+    const TestSound tone = MakeTone(44100, 2, 2LL * 44100 + 44099, 440);
     const QString path = Encoded(folder, "a.m4a", tone, WavKind::Signed16, {"ffmpeg", "-c:a", "alac"});
     ASSERT_EQ(rename(folder.Native("a.m4a").constData(), folder.Native("a.alac").constData()), 0);
     EXPECT_EQ(AlacDecoder().IsAlac(folder.Path("a.alac")), 1);
@@ -262,7 +262,7 @@ TEST(FlacDecoder, LeavesThePartialWavWhenItIsStopped) {
     const TestFolder folder;
     FlacDecoder decoder;
     decoder.SetInputFile(
-        Encoded(folder, "a.flac", MakeNoise(44100, 2, 20 * 44100), WavKind::Signed16, {"flac", "-0"}));
+        Encoded(folder, "a.flac", MakeNoise(44100, 2, 20LL * 44100), WavKind::Signed16, {"flac", "-0"}));
     decoder.SetOutputFile(folder.Path("out.wav"));
     decoder.Progress = [&](qint16 percent) {
         if (percent >= 25) decoder.StopCodec();
@@ -276,7 +276,7 @@ TEST(FlacDecoder, LeavesThePartialWavWhenItIsStopped) {
 TEST(FlacDecoder, FailsAtDamageAndKeepsWhatItDecoded) {
     const TestFolder folder;
     const QString path =
-        Encoded(folder, "a.flac", MakeNoise(44100, 2, 5 * 44100), WavKind::Signed16, {"flac", "-0"});
+        Encoded(folder, "a.flac", MakeNoise(44100, 2, 5LL * 44100), WavKind::Signed16, {"flac", "-0"});
     QByteArray content = ContentOf(folder.Native("a.flac"));
     FlacDecoder decoder;
     decoder.SetInputFile(folder.MakeFile("cut.flac", content.first(content.size() / 2)));
@@ -289,7 +289,7 @@ TEST(FlacDecoder, FailsAtDamageAndKeepsWhatItDecoded) {
 TEST(FlacDecoder, FailsAtDamageIn32BitsToo) {
     const TestFolder folder;
     const QString path =
-        Encoded(folder, "a.flac", MakeNoise(44100, 2, 3 * 44100), WavKind::Signed32, {"flac", "-0"});
+        Encoded(folder, "a.flac", MakeNoise(44100, 2, 3LL * 44100), WavKind::Signed32, {"flac", "-0"});
     EXPECT_EQ(FlacDecoder().TrackLength(path), 3);
     const QByteArray content = ContentOf(folder.Native("a.flac"));
     QByteArray changed = content;
@@ -306,7 +306,7 @@ TEST(FlacDecoder, FailsAtDamageIn32BitsToo) {
 TEST(FlacDecoder, CutsTheLengthToWholeSecondsAndAnswersNoughtForNoFile) {
     const TestFolder folder;
     const QString path =
-        Encoded(folder, "a.flac", MakeTone(44100, 1, 3 * 44100 - 1, 440), WavKind::Signed16, {"flac"});
+        Encoded(folder, "a.flac", MakeTone(44100, 1, 3LL * 44100 - 1, 440), WavKind::Signed16, {"flac"});
     EXPECT_EQ(FlacDecoder().TrackLength(path), 2);
     EXPECT_EQ(FlacDecoder().TrackLength(folder.Path("none.flac")), 0);
     EXPECT_EQ(FlacDecoder().TrackLength(folder.MakeFile("zeros.flac", QByteArray(5000, '\0'))), 0);
@@ -341,8 +341,8 @@ INSTANTIATE_TEST_SUITE_P(Channels, MusepackFile, ::testing::Values(1, 2));
 
 TEST(MpcDecoder, LeavesThePartialWavWhenItIsStopped) {
     const TestFolder folder;
-    const QString path =
-        Encoded(folder, "a.mpc", MakeNoise(44100, 2, 20 * 44100), WavKind::Signed16, {"mpcenc", "--silent"});
+    const QString path = Encoded(folder, "a.mpc", MakeNoise(44100, 2, 20LL * 44100), WavKind::Signed16,
+                                 {"mpcenc", "--silent"});
     MpcDecoder decoder;
     decoder.Progress = [&](qint32 total, qint32 done) {
         if (done > total / 2) decoder.StopCodec();
@@ -354,7 +354,7 @@ TEST(MpcDecoder, LeavesThePartialWavWhenItIsStopped) {
 TEST(MpcDecoder, FailsAtWhatIsNoMusepackAndAtWhatIsCut) {
     const TestFolder folder;
     const QString path =
-        Encoded(folder, "a.mpc", MakeNoise(44100, 2, 5 * 44100), WavKind::Signed16, {"mpcenc", "--silent"});
+        Encoded(folder, "a.mpc", MakeNoise(44100, 2, 5LL * 44100), WavKind::Signed16, {"mpcenc", "--silent"});
     const QByteArray content = ContentOf(folder.Native("a.mpc"));
     const QString cut = folder.MakeFile("cut.mpc", content.first(content.size() / 2));
     MpcDecoder decoder;

@@ -114,7 +114,7 @@ TEST(FlacEncoder, TellsItsProgressUpToTheEnd) {
     std::vector<int> percents;
     encoder.Progress = [&](qint16 percent) { percents.push_back(percent); };
     encoder.EncodeFromWav(
-        folder.MakeFile("in.wav", WavOf(MakeNoise(44100, 2, 60 * 44100), WavKind::Signed16)),
+        folder.MakeFile("in.wav", WavOf(MakeNoise(44100, 2, 60LL * 44100), WavKind::Signed16)),
         folder.Path("out.flac"), 8);
     EXPECT_TRUE(std::is_sorted(percents.begin(), percents.end()));
     EXPECT_EQ(percents.back(), 100);

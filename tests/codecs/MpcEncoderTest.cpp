@@ -25,7 +25,7 @@ bool HasNoChild() {
 }
 
 QString LongWav(const TestFolder& folder) {
-    return folder.MakeFile("long.wav", WavOf(MakeNoise(44100, 2, 90 * 44100), WavKind::Signed16));
+    return folder.MakeFile("long.wav", WavOf(MakeNoise(44100, 2, 90LL * 44100), WavKind::Signed16));
 }
 
 // Puts a program of our own in the encoder's place.
@@ -36,8 +36,10 @@ void PutInPlaceOfTheEncoder(const TestFolder& folder, const QByteArray& script) 
 }
 
 class RestoredPath : public ::testing::Test {
-protected:
+public:
     ~RestoredPath() override { setenv("PATH", Path.constData(), 1); }
+
+private:
     QByteArray Path = qgetenv("PATH");
 };
 
@@ -89,7 +91,7 @@ class AnyWav : public ::testing::TestWithParam<Source> {};
 TEST_P(AnyWav, BecomesMusepackOfItsLengthAndLoudness) {
     const TestFolder folder;
     const Source& source = GetParam();
-    const std::int64_t frames = source.Rate + source.Rate / 2 + 1;
+    const std::int64_t frames = source.Rate * 3LL / 2 + 1;
     const TestSound sound = MakeTone(source.Rate, source.Channels, frames, 440, 0.5);
     const auto header = source.Channels > 2 ? WavHeader::Extensible : WavHeader::Plain;
     MpcEncoder().EncodeFromWav(folder.MakeFile("in.wav", WavOf(sound, source.Kind, header)),

@@ -57,7 +57,7 @@ TEST(Reading, OfTheNextFileClosesTheOneBefore) {
 TEST(Writing, WithoutAnOpenFileOrASourceFormatIsAnInvalidCall) {
     const TestFolder folder;
     AudioFile file;
-    EXPECT_THROW(file.SetSourceFormat(44100, 2), Failure);
+    EXPECT_NO_THROW(file.SetSourceFormat(44100, 2)) << "changes nothing";
     EXPECT_THROW(file.WriteBlock(NoiseBlock(4)), Failure);
     file.SetFormatPCM(44100, 2, 16);
     file.OpenForWrite(folder.Path("out.wav"));

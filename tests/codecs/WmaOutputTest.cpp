@@ -53,7 +53,7 @@ class WmaNumber : public ::testing::TestWithParam<int> {};
 TEST_P(WmaNumber, GivesTheSoundItsPlaceAndLosesNothing) {
     const TestFolder folder;
     const WmaFormat format = WmaFormatOf(GetParam()).value();
-    const TestSound sound = Rumble(format.Frequency, format.Channels, format.Frequency * 2 + 1);
+    const TestSound sound = Rumble(format.Frequency, format.Channels, format.Frequency * 2LL + 1);
     ConvertFile(folder.MakeFile("in.wav", WavOf(sound, WavKind::Signed16)), folder.Path("out.wma"),
                 Wma(GetParam()));
     const TestSound decoded = DecodedByFfmpeg(folder.Native("out.wma"));
@@ -78,7 +78,8 @@ TEST_P(WmaNumber, HoldsItsBitRate) {
     const TestFolder folder;
     const WmaFormat format = WmaFormatOf(GetParam()).value();
     constexpr int seconds = 10;
-    const TestSound sound = MakeNoise(format.Frequency, format.Channels, format.Frequency * seconds);
+    const TestSound sound =
+        MakeNoise(format.Frequency, format.Channels, format.Frequency * std::int64_t{seconds});
     ConvertFile(folder.MakeFile("in.wav", WavOf(sound, WavKind::Signed16)), folder.Path("out.wma"),
                 Wma(GetParam()));
     const double kilobits =

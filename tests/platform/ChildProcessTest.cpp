@@ -17,11 +17,12 @@ namespace {
 using namespace std::chrono_literals;
 
 class ProgramBeside : public ::testing::Test {
-protected:
+public:
     ProgramBeside()
         : Output(::open(Folder.Native("out").constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600)) {}
     ~ProgramBeside() override { ::close(Output); }
 
+protected:
     // A zombie, or a program that still runs, would be there to wait for.
     static bool HasNoChild() { return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD; }
 
