@@ -61,12 +61,13 @@ TEST_P(WmaNumber, GivesTheSoundItsPlaceAndLosesNothing) {
     EXPECT_EQ(decoded.Channels, format.Channels);
     const int block = BlockOf(format);
     EXPECT_GE(decoded.Frames(), sound.Frames());
-    EXPECT_LT(decoded.Frames(), sound.Frames() + 2 * block);
+    EXPECT_LT(decoded.Frames(), sound.Frames() + 2LL * block);
     EXPECT_EQ(ShiftOf(ChannelOf(sound, 0), ChannelOf(decoded, 0)), 0);
     // The last frames are there as well as those in the middle.
     double error = 0;
     double power = 0;
-    for (std::size_t i = sound.Samples.size() - static_cast<std::size_t>(block * format.Channels);
+    for (std::size_t i = sound.Samples.size() -
+                         static_cast<std::size_t>(block) * static_cast<std::size_t>(format.Channels);
          i < sound.Samples.size(); ++i) {
         error += std::pow(decoded.Samples[i] - sound.Samples[i], 2);
         power += std::pow(sound.Samples[i], 2);
