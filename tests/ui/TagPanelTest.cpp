@@ -1,0 +1,172 @@
+#include "MainWindowTest.h"
+#include "platform/Clock.h"
+#include "support/Tool.h"
+#include "tags/TagMemory.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTabWidget>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class TagPages : public MainWindowTest {
+public:
+    TagPages() {
+        OverrideCurrentYear(2031);
+        Open();
+        Form().SSTab1->setCurrentIndex(1);
+    }
+    ~TagPages() override { OverrideCurrentYear(0); }
+
+protected:
+    QString Make(const QByteArray& name) {
+        Folder.MakeFile("in.wav", WavOf(MakeTone(44100, 2, 22050, 440), WavKind::Signed16));
+        const ToolResult made =
+            RunTool({"ffmpeg", "-v", "error", "-y", "-i", Folder.Native("in.wav"), Folder.Native(name)});
+        EXPECT_EQ(made.ExitCode, 0) << made.Errors.constData();
+        return Folder.Path(name);
+    }
+    TagPanelForm& Page() { return Form().TagPage; }
+    TagFields& Fields() { return *Page().Fields; }
+    TagPanel& Panel() { return Window->Tags(); }
+    void Press(int button) { Page().ToolbarButton(button)->trigger(); }
+};
+
+TEST_F(TagPages, AreOpenedWithVersionTwo) {
+    EXPECT_TRUE(Fields().Option1[1]->isChecked());
+    EXPECT_TRUE(Fields().infoComposer->isEnabled());
+    Fields().Option1[0]->click();
+    for (const QLineEdit* field : {Fields().infoGenreS, Fields().infoCopyright, Fields().infoComposer,
+                                   Fields().infoURL, Fields().infoEncodedBy, Fields().infoOriginalArtist}) {
+        EXPECT_FALSE(field->isEnabled());
+    }
+    EXPECT_TRUE(Fields().infoTitle->isEnabled());
+    Form().SSTab1->setCurrentIndex(0);
+    Form().SSTab1->setCurrentIndex(1);
+    EXPECT_TRUE(Fields().Option1[1]->isChecked()) << "also where the user had chosen the other";
+    EXPECT_TRUE(Fields().infoURL->isEnabled());
+}
+
+TEST_F(TagPages, OfferTheGenresByTheirNumbersAndNoneAtFirst) {
+    EXPECT_EQ(Fields().infoGenre->count(), 148);
+    EXPECT_EQ(Fields().infoGenre->itemText(17), AudioInformation::GenreName(17));
+    EXPECT_EQ(Fields().infoGenre->currentText(), QString());
+}
+
+TEST_F(TagPages, SaveWhatIsTyped) {
+    const QString path = Make("a.mp3");
+    Panel().LoadTagPanel(path);
+    EXPECT_TRUE(Page().Command3->isEnabled());
+    Fields().infoTitle->setText(u"New title"_s);
+    Fields().infoGenre->SelectText(u"Jazz"_s);
+    EXPECT_EQ(Fields().infoGenreS->text(), u"Jazz"_s);
+    QTest::mouseClick(Page().Command3, Qt::LeftButton);
+    EXPECT_FALSE(Page().Command3->isEnabled());
+    EXPECT_EQ(Fields().infoYear->text(), u"2031"_s) << "a year of 0 becomes the current one";
+    EXPECT_EQ(Fields().infoTrack->text(), u"1"_s);
+    const QByteArray seen =
+        RunTool({"ffprobe", "-v", "error", "-show_entries", "format_tags", Folder.Native("a.mp3")}).Output;
+    EXPECT_TRUE(seen.contains("title=New title")) << seen.constData();
+    EXPECT_TRUE(seen.contains("genre=Jazz")) << seen.constData();
+    EXPECT_TRUE(seen.contains("date=2031")) << seen.constData();
+}
+
+TEST_F(TagPages, ANumberThatIsNoneSavesNothing) {
+    const QString path = Make("a.mp3");
+    Panel().LoadTagPanel(path);
+    const QByteArray before = ContentOf(Folder.Native("a.mp3"));
+    for (const QString& track : {u"one"_s, u"40000"_s}) {
+        Fields().infoTrack->setText(track);
+        QTest::mouseClick(Page().Command3, Qt::LeftButton);
+        EXPECT_TRUE(Page().Command3->isEnabled());
+    }
+    EXPECT_EQ(ContentOf(Folder.Native("a.mp3")), before);
+}
+
+TEST_F(TagPages, MoveTheTrackOfAWmaUpByOneWithEachLoadAndSave) {
+    const QString path = Make("a.wma");
+    Panel().LoadTagPanel(path);
+    EXPECT_EQ(Fields().infoTrack->text(), u"1"_s);
+    Press(7);
+    EXPECT_EQ(Fields().infoTrack->text(), u"1"_s);
+    Panel().LoadTagPanel(path);
+    EXPECT_EQ(Fields().infoTrack->text(), u"2"_s);
+}
+
+TEST_F(TagPages, CopyAndPasteATag) {
+    Fields().infoTitle->setText(u"One"_s);
+    Fields().infoGenre->SelectText(u"Jazz"_s);
+    EXPECT_EQ(Page().Picture4->Label25[0]->text(), u"empty"_s);
+    Press(1);
+    EXPECT_FALSE(Page().Picture4->isVisible());
+    EXPECT_EQ(Page().Picture4->Label25[0]->text(), u"One"_s);
+    EXPECT_EQ(Page().Picture4->Label25[1]->text(), QString());
+    EXPECT_EQ(Page().Picture4->Label25[3]->text(), u"Jazz"_s);
+    Fields().infoTitle->setText(u"Two"_s);
+    Fields().infoGenre->SelectText(u"Rock"_s);
+    Press(2);
+    EXPECT_EQ(Fields().infoTitle->text(), u"One"_s);
+    EXPECT_EQ(Fields().infoGenre->currentText(), u"Jazz"_s);
+    Window->NewConversion();
+    Press(2);
+    EXPECT_EQ(Fields().infoTitle->text(), u"One"_s) << "the memory survives a new conversion";
+}
+
+TEST_F(TagPages, PasteLeavesTheGenreWhereTheMemoryHasNone) {
+    Press(1);
+    Fields().infoGenre->SelectText(u"Rock"_s);
+    Press(2);
+    EXPECT_EQ(Fields().infoGenre->currentText(), u"Rock"_s);
+}
+
+TEST_F(TagPages, TheMemoryIsShownAndHidden) {
+    Press(3);
+    EXPECT_TRUE(Page().Picture4->isVisible());
+    Press(3);
+    EXPECT_FALSE(Page().Picture4->isVisible());
+    Press(3);
+    QTest::mouseClick(Page().Picture4->Label25[4], Qt::LeftButton);
+    EXPECT_FALSE(Page().Picture4->isVisible()) << "a click anywhere on it hides it";
+    Press(3);
+    ClickToolbar(1);
+    EXPECT_FALSE(Page().Picture4->isVisible());
+}
+
+TEST_F(TagPages, CancelDropsWhatWasTyped) {
+    Press(5);
+    EXPECT_EQ(Fields().infoYear->text(), QString()) << "no file is shown yet";
+    Panel().LoadTagPanel(Make("a.ogg"));
+    Fields().infoTitle->setText(u"typed"_s);
+    Press(5);
+    EXPECT_NE(Fields().infoTitle->text(), u"typed"_s);
+}
+
+TEST_F(TagPages, AFailedLoadEmptiesTheFieldsButTheGenre) {
+    Panel().LoadTagPanel(Make("a.mp3"));
+    Fields().infoGenre->SelectText(u"Jazz"_s);
+    Fields().infoTitle->setText(u"typed"_s);
+    Panel().LoadTagPanel(Folder.Path());
+    EXPECT_EQ(Fields().infoTitle->text(), QString());
+    EXPECT_EQ(Fields().infoYear->text(), QString());
+    EXPECT_EQ(Fields().infoGenre->currentText(), u"Jazz"_s);
+    EXPECT_FALSE(Page().Command3->isEnabled());
+    EXPECT_EQ(Panel().CurrentFile(), Folder.Path());
+}
+
+TEST_F(TagPages, TheOtherVersionIsShownAtOnce) {
+    const QString path = Make("a.mp3");
+    Panel().LoadTagPanel(path);
+    Fields().infoTitle->setText(u"Two"_s);
+    Press(7);
+    Fields().Option1[0]->click();
+    EXPECT_EQ(Fields().infoTitle->text(), QString());
+    Fields().Option1[1]->click();
+    EXPECT_EQ(Fields().infoTitle->text(), u"Two"_s);
+}
+
+}  // namespace
+}  // namespace Sonmira
