@@ -17,7 +17,7 @@ QString MinutesAndSeconds(qint64 total) {
 QString LengthOfStream(AudioSource& fileRenc, const QString& path) {
     fileRenc.OpenForRead(path);
     const double seconds = static_cast<double>(fileRenc.Length()) / 1000;
-    const QString text = MinutesAndSeconds(static_cast<qint64>(RoundHalfEven(seconds)));
+    QString text = MinutesAndSeconds(static_cast<qint64>(RoundHalfEven(seconds)));
     fileRenc.CloseFile();
     return text;
 }

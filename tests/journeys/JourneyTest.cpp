@@ -122,6 +122,25 @@ TEST(Journey, TheSettingsLieBesideTheProgramWhereTheirFolderIsMissing) {
     EXPECT_TRUE(ContentOf(folder.Native("Sonmira.ini")).contains("Format=Mp3"));
 }
 
+TEST(Journey, ADragFromAnotherProgramBringsInWhatTheDropTakes) {
+    const TestFolder folder;
+    folder.MakeFile("Folder/inside.mp3");
+    QList<QByteArray> command{SONMIRA_DRAG_ACROSS, Program("drop-target"), Program("drag-source"),
+                              folder.Native("said")};
+    for (const char* name : {"p.mpc", "l.alac", "SONG.WAV", "note.txt", "q.m4a"}) {
+        folder.MakeFile(name);
+        command.append(folder.Native(name));
+    }
+    command.append(folder.Native("Folder"));
+    const ToolResult dropped = OnDisplay(command);
+    EXPECT_EQ(dropped.ExitCode, 0) << dropped.Errors.constData();
+    const QByteArray said = ContentOf(folder.Native("said"));
+    EXPECT_TRUE(
+        said.endsWith("node My Conversion\nnode p.mpc\nnode l.alac\nnode SONG.WAV\nnode Folder\n"
+                      "node inside.mp3\nfree 1\n"))
+        << said.constData();
+}
+
 TEST(Journey, TheHelpDocumentHoldsEveryPage) {
     const TestFolder folder;
     const ToolResult extracted = RunTool({"extract_chmLib", Program("Sonmira.chm"), folder.Native("pages")});
