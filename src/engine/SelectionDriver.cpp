@@ -77,8 +77,9 @@ void SelectionDriver::ConvertFolderTree(qint16 parentIndex, QString& relativeFol
     if (Run.CancelAll || parentIndex == 0 || depth > DeepestFolder) return;
     // Walked live: while a file is converted the user may remove records.
     for (int position = 0; position <= Items.Records.UpperBound(); ++position) {
-        const ConversionRecord child = Items.Records[position];
-        if (child.Parent != parentIndex || child.Removed) continue;
+        const ConversionRecord& found = Items.Records[position];
+        if (found.Parent != parentIndex || found.Removed) continue;
+        const ConversionRecord child = found;
         if (child.IsFile) {
             ConvertOneFile(position, relativeFolder);
         } else {

@@ -40,8 +40,10 @@ private:
         record.Path = folder + name;
         record.Name = name;
         PassOver([&] { record.Parent = Checked16(parentPosition); });
-        const QString& above = Items.Records[parentPosition].RelativeFolder;
-        record.RelativeFolder = above.isEmpty() ? name : WithBackslash(above) + name;
+        PassOver([&] {
+            const QString& above = Items.Records[parentPosition].RelativeFolder;
+            record.RelativeFolder = above.isEmpty() ? name : WithBackslash(above) + name;
+        });
         return Items.Records.Append(std::move(record));
     }
 

@@ -19,7 +19,8 @@ bool IsWebAddress(const QString& target) {
 
 // Only calls that are allowed between fork and exec.
 [[noreturn]] void BecomeOpener(const char* target, const char* folder) {
-    if (*folder != '\0' && chdir(folder) != 0) _exit(1);
+    // A file in place of the folder, or a folder that has gone: the opener starts where we are.
+    if (*folder != '\0' && chdir(folder) != 0) errno = 0;
     // What the opener has to say is for nobody: a target that nothing takes is passed over in silence.
     const int nowhere = open("/dev/null", O_RDWR);
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nowhere, stream);

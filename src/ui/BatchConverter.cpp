@@ -128,6 +128,7 @@ void BatchConverter::SetControlsEnabled(bool enabled) {
     InputsLocked = !enabled;
     for (const int button : {1, 2, 3, 4, 5, 7, 8}) Controls.ToolbarButton(button)->setEnabled(enabled);
     Controls.ToolbarButton(6)->setEnabled(!enabled);
+    Controls.TreeView1->setAcceptDrops(enabled);
     const OutputPanel& panel = *Controls.Picture9;
     // The quality of Musepack stays free, as it always has.
     for (ChoiceList* control :

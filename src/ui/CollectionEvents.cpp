@@ -71,7 +71,8 @@ void BatchConverter::ShowFileInformation(const QString& name, const QString& key
 
 void BatchConverter::removefromlist_Click() {
     PassOver([this] {
-        if (SelectedNode.IsEmpty() || SelectedNode.Key == RootKey) return;
+        // A scan that yields knows its folders by their positions; nothing may move under it.
+        if (Items.ScanRunning || SelectedNode.IsEmpty() || SelectedNode.Key == RootKey) return;
         Controls.TreeView1->RemoveNode(SelectedNode);
         RemoveFromCollection(Items, CollectionShown, SelectedNode.Key);
         Controls.LabelFileName->clear();

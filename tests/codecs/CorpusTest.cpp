@@ -5,48 +5,13 @@
 #include "codecs/MpcDecoder.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
+#include "support/RealFiles.h"
 #include "support/Tool.h"
-
-#include <QFile>
 
 #include <gtest/gtest.h>
 
-#include <cctype>
-
 namespace Sonmira {
 namespace {
-
-// One line of the list that lies beside the files.
-struct RealFile {
-    QByteArray Path;
-    int Rate = 0;
-    int Channels = 0;
-    QByteArray State;       // "yes", "errors" or "refused" by another decoder
-    qint64 Frames = 0;      // by the same
-    QByteArray Codec = {};  // by the same
-};
-
-void PrintTo(const RealFile& file, std::ostream* stream) {
-    *stream << file.Path.constData();
-}
-
-std::vector<RealFile> RealFiles() {
-    std::vector<RealFile> files;
-    QFile list(QStringLiteral(SONMIRA_CORPUS "/MANIFEST.tsv"));
-    if (!list.open(QIODevice::ReadOnly)) return files;
-    const QList<QByteArray> header = list.readLine().trimmed().split('\t');
-    const auto column = [&](const char* name) { return header.indexOf(QByteArray(name)); };
-    while (!list.atEnd()) {
-        const QList<QByteArray> fields = list.readLine().split('\t');
-        if (fields.size() < header.size() - 1) continue;
-        files.push_back({SONMIRA_CORPUS "/" + fields.value(column("path")),
-                         fields.value(column("rate")).toInt(), fields.value(column("channels")).toInt(),
-                         fields.value(column("ffmpeg_decodes_cleanly")),
-                         fields.value(column("ffmpeg_sample_frames")).trimmed().toLongLong(),
-                         fields.value(column("codec"))});
-    }
-    return files;
-}
 
 class RealInput : public ::testing::TestWithParam<RealFile> {};
 
@@ -111,15 +76,7 @@ TEST_P(RealInput, IsDecodedByItsComponentToItsLength) {
     }
 }
 
-std::string NameOf(const ::testing::TestParamInfo<RealFile>& real) {
-    std::string name = std::to_string(real.index) + "_";
-    for (const char c : real.param.Path.mid(real.param.Path.lastIndexOf('/') + 1)) {
-        name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
-    }
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Corpus, RealInput, ::testing::ValuesIn(RealFiles()), NameOf);
+INSTANTIATE_TEST_SUITE_P(Corpus, RealInput, ::testing::ValuesIn(RealFiles()), NameOfRealFile);
 
 }  // namespace
 }  // namespace Sonmira

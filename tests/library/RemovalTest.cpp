@@ -106,7 +106,7 @@ TEST_F(Removal, AFolderBeyondTheNumbersTakesOnlyItself) {
     EXPECT_EQ(records.UpperBound(), 32767);
 }
 
-// The marks that a plain walk over the whole array sets, as the rule says.
+// The marks that a plain walk over the whole array sets.
 void MarkByWalking(std::vector<ConversionRecord>& records, int index) {
     if (index == 0) return;
     for (std::size_t n = 1; n < records.size(); ++n) {

@@ -21,7 +21,8 @@ constexpr int TitleLine = 1;
 QString FolderWithoutBackslash(const QString& path) {
     const QString folder = FolderOf(path);
     // A root keeps its backslash: without it, it would be the name of a drive's current folder.
-    return folder.size() > 3 ? folder.chopped(1) : folder;
+    const bool isRoot = folder.size() == 1 || (folder.size() == 3 && folder[1] == u':');
+    return isRoot ? folder : folder.chopped(1);
 }
 
 void AskAndAdd(Collection& collection, CollectionView& view) {

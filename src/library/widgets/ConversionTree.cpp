@@ -92,9 +92,12 @@ void ConversionTree::AddNode(const QString& parentKey, const QString& key, const
     QTreeWidgetItem* const parent = NodeOf(parentKey);
     if (parent == nullptr) throw Failure(FailureNumber::KeyNotFound);
     const QIcon image = Images.At(imageKey);
-    auto* node = new QTreeWidgetItem(parent, {ShownName(text)});
+    // Joins its parent last and complete: each change of a node that is in the tree costs a search among the
+    // rows on the screen.
+    auto* node = new QTreeWidgetItem({ShownName(text)});
     node->setIcon(0, image);
     Remember(key, node);
+    parent->addChild(node);
 }
 
 void ConversionTree::GetIcon(const QString& path) {

@@ -53,6 +53,7 @@ FileList::FileList(QWidget* parent) : QTableView(parent) {
     setModel(&Model);
     setItemDelegateForColumn(FileListModel::ProgressColumn, new ProgressCell(this));
     setSelectionBehavior(QAbstractItemView::SelectRows);
+    setSelectionMode(QAbstractItemView::SingleSelection);
     setShowGrid(false);
     setWordWrap(false);
     setTextElideMode(Qt::ElideRight);

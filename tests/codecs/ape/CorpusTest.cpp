@@ -2,32 +2,23 @@
 #include "Judges.h"
 #include "codecs/ApeFunctions.h"
 #include "platform/NativePath.h"
+#include "support/RealFiles.h"
 #include "support/TestFolder.h"
 
 #include <QtEndian>
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-
 namespace Sonmira {
 namespace {
 
 constexpr qint32 GoOn = 0;
 
-std::vector<QByteArray> RealApes() {
-    std::vector<QByteArray> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(SONMIRA_CORPUS)) {
-        if (entry.path().extension() == ".ape")
-            files.push_back(QByteArray::fromStdString(entry.path().string()));
-    }
-    return files;
-}
-
 TEST(RealApe, DecodesToTheSoundThatFfmpegGives) {
     const TestFolder folder;
-    ASSERT_FALSE(RealApes().empty());
-    for (const QByteArray& file : RealApes()) {
+    for (const RealFile& real : RealFiles()) {
+        const QByteArray& file = real.Path;
+        if (!file.endsWith(".ape")) continue;
         DecompressFile(FromNative(file), folder.Path("back.wav"), {}, GoOn);
         const QByteArray wav = ContentOf(folder.Native("back.wav"));
         ASSERT_GT(wav.size(), 44) << file.constData();

@@ -1,0 +1,39 @@
+#include "RealFiles.h"
+
+#include <QFile>
+
+#include <cctype>
+
+namespace Sonmira {
+
+std::vector<RealFile> RealFiles() {
+    std::vector<RealFile> files;
+    QFile list(QStringLiteral(SONMIRA_CORPUS "/MANIFEST.tsv"));
+    if (!list.open(QIODevice::ReadOnly)) return files;
+    const QList<QByteArray> header = list.readLine().trimmed().split('\t');
+    const auto column = [&](const char* name) { return header.indexOf(QByteArray(name)); };
+    while (!list.atEnd()) {
+        const QList<QByteArray> fields = list.readLine().split('\t');
+        if (fields.size() < header.size() - 1) continue;
+        files.push_back({SONMIRA_CORPUS "/" + fields.value(column("path")),
+                         fields.value(column("rate")).toInt(), fields.value(column("channels")).toInt(),
+                         fields.value(column("ffmpeg_decodes_cleanly")),
+                         fields.value(column("ffmpeg_sample_frames")).trimmed().toLongLong(),
+                         fields.value(column("codec"))});
+    }
+    return files;
+}
+
+void PrintTo(const RealFile& file, std::ostream* stream) {
+    *stream << file.Path.constData();
+}
+
+std::string NameOfRealFile(const ::testing::TestParamInfo<RealFile>& real) {
+    std::string name = std::to_string(real.index) + "_";
+    for (const char c : real.param.Path.mid(real.param.Path.lastIndexOf('/') + 1)) {
+        name += std::isalnum(static_cast<unsigned char>(c)) != 0 ? c : '_';
+    }
+    return name;
+}
+
+}  // namespace Sonmira
