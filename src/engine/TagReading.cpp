@@ -79,7 +79,7 @@ void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const
     load(1);
     if (tags.Title.isEmpty() && tags.Artist.isEmpty()) load(2);
     // Held apart: the tag page works on the same object, and the user may turn to it at any yield.
-    const TagValues& loaded = run.Loaded = tags;
+    const TagValues& loaded = run.Loaded = static_cast<const TagValues&>(tags);
     view.Yield();
     run.Tag.Title = loaded.Title;
     run.Tag.Artist = loaded.Artist;

@@ -2,6 +2,7 @@
 #include "platform/FileRemoval.h"
 #include "platform/NativePath.h"
 #include "support/TestFolder.h"
+#include "support/Unprivileged.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -107,7 +108,7 @@ TEST_P(EitherRemoval, GoesUpFromWhereALinkLeads) {
 }
 
 TEST_P(EitherRemoval, FailsInAProtectedFolder) {
-    if (geteuid() == 0) GTEST_SKIP() << "nothing is protected from this user";
+    const Unprivileged user;
     const QString file = Folder.MakeFile("sub/a.mp3");
     chmod(Folder.Native("sub").constData(), 0500);
     EXPECT_EQ(FailureOf(GetParam(), file), FailureNumber::PermissionDenied);

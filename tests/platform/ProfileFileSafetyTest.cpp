@@ -1,6 +1,7 @@
 #include "platform/NativePath.h"
 #include "platform/ProfileFile.h"
 #include "support/TestFolder.h"
+#include "support/Unprivileged.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -102,8 +103,8 @@ TEST(ProfileFileSafety, AFolderInThePlaceOfTheFileStays) {
 }
 
 TEST(ProfileFileSafety, AWriteProtectedFileStaysAsItIs) {
-    if (geteuid() == 0) GTEST_SKIP() << "nothing is protected from this user";
     const TestFolder folder;
+    const Unprivileged user;
     const QString file = folder.MakeFile("a.ini", "[S]\nk=1\n");
     chmod(folder.Native("a.ini").constData(), 0444);
     EXPECT_FALSE(WriteProfileValue(file, u"S", u"k", u"2"));

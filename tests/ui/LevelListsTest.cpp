@@ -111,6 +111,7 @@ TEST_F(LevelList, AFirstSelectionWritesTheDefaults) {
     Open();
     for (const QStringView format : {Ape, Flac, Mpc}) Select(format);
     EXPECT_EQ(Saved(u"APE"_s), u"COMPRESSION_LEVEL_NORMAL"_s);
+    EXPECT_EQ(Saved(u"FLAC"_s), u"Compression level 5 (Recommanded)"_s);
     EXPECT_EQ(Saved(u"MPC"_s), u"5"_s);
     EXPECT_EQ(Levels().MpcQuality, 5);
 }

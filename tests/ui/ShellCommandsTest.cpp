@@ -1,9 +1,12 @@
 #include "MainWindowTest.h"
 #include "platform/ShellLaunch.h"
 #include "shell/widgets/FailureReport.h"
+#include "support/Unprivileged.h"
 
 #include <QDialog>
 #include <QMenu>
+
+#include <sys/stat.h>
 
 namespace Sonmira {
 namespace {
@@ -154,12 +157,13 @@ TEST_F(ShellCommands, WithMoreThanAHundredProcessesTheCloseEndsInTheFailureRepor
     EXPECT_EQ(Setting(u"Format"_s), u"Mp3"_s) << "the settings were kept before";
 }
 
-TEST_F(ShellCommands, AReadOnlySettingsFileIsPassedOverWithoutAWord) {
-    Open();
+TEST_F(ShellCommands, AReadOnlySettingsFolderIsPassedOverWithoutAWord) {
     const QByteArray before = ContentOf(Folder.Native("settings/Sonmira.ini"));
-    SettingsFile = Folder.Path("no such folder") + u"\\Sonmira.ini"_s;
+    chmod(Folder.Native("settings").constData(), 0500);
+    const Unprivileged user;
     QString said;
     Dialogs().ShowMessage = [&](const QString& text, MessageIcon, const QString&) { said = text; };
+    Open();
     EXPECT_TRUE(CloseWindow());
     EXPECT_EQ(said, QString());
     EXPECT_EQ(ContentOf(Folder.Native("settings/Sonmira.ini")), before);

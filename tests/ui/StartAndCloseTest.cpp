@@ -71,6 +71,23 @@ TEST_F(StartAndClose, ASavedFolderThatIsGoneGivesTheDesktopFolder) {
     Save(u"OutputPath"_s, Folder.Path("gone"));
     Open();
     EXPECT_EQ(Panel().TextOutPath->Text(), DesktopFolder());
+    EXPECT_TRUE(CloseWindow());
+    EXPECT_EQ(Setting(u"OutputPath"_s), DesktopFolder());
+}
+
+TEST_F(StartAndClose, WithoutTheEncoderFilesStillBecomeWavAndCloseKeepsThat) {
+    TakeEncoderAway();
+    Save(u"Format"_s, u"Mp3"_s);
+    const QByteArray wav = WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16);
+    Folder.MakeFile("Music/a.wav", wav);
+    Open();
+    Panel().TextOutPath->SetText(Folder.Path("out"));
+    AddFolderByCommand(Folder.Path("Music"));
+    ClickToolbar(5);
+    EXPECT_EQ(IconOf(1), u"converted"_s);
+    EXPECT_TRUE(ContentOf(Folder.Native("out/Music/a.wav")).mid(44).startsWith(wav.mid(44)));
+    EXPECT_TRUE(CloseWindow());
+    EXPECT_EQ(Setting(u"Format"_s), u"Wav"_s);
 }
 
 TEST_F(StartAndClose, AnyOtherModeUnchecks) {

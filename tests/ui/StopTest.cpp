@@ -107,12 +107,17 @@ TEST_F(Stop, TheWindowRefusesToCloseDuringARunButKeepsItsSettings) {
     WhenReached(1, [&] {
         closed = CloseWindow();
         EXPECT_EQ(Setting(u"Format"_s), u"Mp3"_s);
-        ClickToolbar(6);
+        EXPECT_EQ(Setting(u"OutputPath"_s), Folder.Path("out") + u'\\');
+        EXPECT_EQ(Setting(u"Modepath"_s), u"FALSE"_s);
+        // The run goes on.
+        WhenReached(2, [&] { ClickToolbar(6); });
     });
     ClickToolbar(5);
     EXPECT_FALSE(closed);
     EXPECT_TRUE(Window->isVisible());
+    EXPECT_TRUE(Ended.empty());
     EXPECT_TRUE(CloseWindow());
+    EXPECT_EQ(Ended, std::vector<qint64>{OwnId});
 }
 
 TEST_F(Stop, ClosingBeforeAnyFileWasAcceptedEndsTheRun) {
