@@ -110,9 +110,21 @@ void AudioFile::SetFormatPCM(int frequency, int channels, int bits) {
 bool AudioFile::SetFormatMP3(int frequency, int kilobits, int channels) {
     Mp3Refused = !LameLibrary::Load();
     if (Mp3Refused) return false;
-    const Mp3Format format{frequency, channels, kilobits};
     Writer->Format.reset();
-    if (IsMp3Format(format)) Writer->Format = format;
+    Mp3Parameters parameters;
+    parameters.SampleRate = frequency;
+    parameters.Bitrate = kilobits;
+    parameters.ChannelCount = channels;
+    if (IsMp3Setting(parameters) && IsMp3Bitrate(kilobits, frequency)) Writer->Format = Mp3Format(parameters);
+    return true;
+}
+
+bool AudioFile::SetFormatMP3Ex(std::shared_ptr<Mp3Parameters>& parameters) {
+    if (!parameters) throw Failure(FailureNumber::ObjectNotSet);
+    Mp3Refused = !LameLibrary::Load();
+    if (Mp3Refused) return false;
+    Writer->Format.reset();
+    if (IsMp3Setting(*parameters)) Writer->Format = Mp3Format(*parameters);
     return true;
 }
 
@@ -122,6 +134,15 @@ void AudioFile::SetFormatOggVorbis(int frequency, int channels, std::optional<in
     const VorbisFormat format{frequency, channels, nominal, minimum, maximum, quality};
     ForgetFormat();
     if (IsVorbisFormat(format)) Writer->Format = format;
+}
+
+bool AudioFile::IsFormatOggVorbisAvailable(int frequency, int channels, int nominal, int minimum,
+                                           int maximum) const {
+    const auto given = [](int kilobits) { return kilobits > 0 ? std::optional(kilobits) : std::nullopt; };
+    // Limits on the wrong side of the middle, or of each other, are no format, whatever the library says.
+    const bool isInOrder = (minimum <= 0 || minimum <= nominal) && (maximum <= 0 || nominal <= maximum);
+    return nominal > 0 && isInOrder &&
+           IsVorbisFormat({frequency, channels, nominal, given(minimum), given(maximum), {}});
 }
 
 void AudioFile::SelectWmaFormat(int number) {

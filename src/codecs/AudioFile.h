@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codecs/AudioStreams.h"
+#include "codecs/Mp3Parameters.h"
 
 #include <memory>
 #include <optional>
@@ -47,12 +48,19 @@ public:
     // Constant bit rate MP3; `kilobits` one of the rates that MPEG audio knows for that frequency. Returns
     // whether the encoder library could be loaded; without it nothing changes and the earlier format stays.
     bool SetFormatMP3(int frequency, int kilobits, int channels);
+    // MP3 in all its variety. The object stays the caller's; the one that is there afterwards is the one in
+    // force. Returns whether the encoder library could be loaded; without it the earlier format stays. A
+    // setting that is none (IsMp3Setting) is refused.
+    bool SetFormatMP3Ex(std::shared_ptr<Mp3Parameters>& parameters);
     // Ogg Vorbis in one of three shapes: by `quality` (0 to 1000, a thousandth of the encoder library's
     // base quality 0.0 to 1.0; 400 is what users know as quality 4), by a nominal bit rate alone, or
     // managed between a minimum and a maximum. Bit rates in kbit a second. `quality` wins where given.
     void SetFormatOggVorbis(int frequency, int channels, std::optional<int> nominal = {},
                             std::optional<int> minimum = {}, std::optional<int> maximum = {},
                             std::optional<int> quality = {});
+
+    // Whether Vorbis has such a stream, in kbit a second; a minimum or maximum of 0 is none.
+    bool IsFormatOggVorbisAvailable(int frequency, int channels, int nominal, int minimum, int maximum) const;
 
     // Windows Media Audio in the format of that number, 1 to 51 (WmaFormats.h). Refused while WMA support is
     // off.

@@ -9,6 +9,8 @@
 #include <dlfcn.h>
 #include <lame/lame.h>
 
+#include <algorithm>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -26,6 +28,26 @@ struct LameLibrary::Functions {
     decltype(&lame_set_num_channels) SetChannels = nullptr;
     decltype(&lame_set_mode) SetMode = nullptr;
     decltype(&lame_set_VBR) SetVbr = nullptr;
+    decltype(&lame_set_VBR_q) SetVbrQuality = nullptr;
+    decltype(&lame_set_VBR_mean_bitrate_kbps) SetVbrMeanBitRate = nullptr;
+    decltype(&lame_set_VBR_min_bitrate_kbps) SetVbrLeastBitRate = nullptr;
+    decltype(&lame_set_VBR_max_bitrate_kbps) SetVbrMostBitRate = nullptr;
+    decltype(&lame_set_VBR_hard_min) SetVbrHardLeast = nullptr;
+    decltype(&lame_set_force_ms) SetForceMidSide = nullptr;
+    decltype(&lame_set_quality) SetQuality = nullptr;
+    decltype(&lame_set_disable_reservoir) SetDisableReservoir = nullptr;
+    decltype(&lame_set_allow_diff_short) SetBlockTypesDiffer = nullptr;
+    decltype(&lame_set_no_short_blocks) SetNoShortBlocks = nullptr;
+    decltype(&lame_set_emphasis) SetEmphasis = nullptr;
+    decltype(&lame_set_strict_ISO) SetStrictIso = nullptr;
+    decltype(&lame_set_ATHonly) SetAthOnly = nullptr;
+    decltype(&lame_set_noATH) SetNoAth = nullptr;
+    decltype(&lame_set_ATHshort) SetAthShort = nullptr;
+    decltype(&lame_set_lowpassfreq) SetLowpass = nullptr;
+    decltype(&lame_set_lowpasswidth) SetLowpassWidth = nullptr;
+    decltype(&lame_set_highpassfreq) SetHighpass = nullptr;
+    decltype(&lame_set_highpasswidth) SetHighpassWidth = nullptr;
+    decltype(&lame_set_error_protection) SetErrorProtection = nullptr;
     decltype(&lame_set_brate) SetBitRate = nullptr;
     decltype(&lame_set_scale) SetScale = nullptr;
     decltype(&lame_set_bWriteVbrTag) SetWriteTag = nullptr;
@@ -95,6 +117,40 @@ float UndoneGain(int kilobits) {
     return 1.0F / 0.95F;
 }
 
+MPEG_mode ModeOf(qint32 stereoMode) {
+    switch (stereoMode) {
+        case 1:
+            return STEREO;
+        case 4:
+            return DUAL_CHANNEL;
+        default:
+            return JOINT_STEREO;
+    }
+}
+
+vbr_mode VbrOf(qint32 method) {
+    switch (method) {
+        case Mp3Parameters::None:
+            return vbr_off;
+        case Mp3Parameters::Old:
+            return vbr_rh;
+        case Mp3Parameters::New:
+            return vbr_mt;
+        case Mp3Parameters::Mtrh:
+            return vbr_mtrh;
+        case Mp3Parameters::Abr:
+            return vbr_abr;
+        default:
+            return vbr_default;
+    }
+}
+
+// The library chooses at 0 and filters nothing at -1.
+int FilterOf(qint32 frequency) {
+    if (frequency < 0) return 0;
+    return frequency == 0 ? -1 : frequency;
+}
+
 // What one call may make at most of so many frames, by <lame/lame.h>.
 std::size_t RoomFor(std::size_t frames) {
     return frames + frames / 4 + 7200;
@@ -114,29 +170,78 @@ std::shared_ptr<const LameLibrary> LameLibrary::Load() {
     return std::shared_ptr<const LameLibrary>(new LameLibrary(std::move(functions)));
 }
 
-LameStream::LameStream(std::shared_ptr<const LameLibrary> library, const Mp3Format& format)
-    : Library(std::move(library)), Encoder(Library->Call->Init()), Channels(format.Channels) {
+LameStream::LameStream(std::shared_ptr<const LameLibrary> library, const Mp3Parameters& parameters)
+    : Library(std::move(library)), Encoder(Library->Call->Init()), Channels(parameters.ChannelCount) {
     if (Encoder == nullptr) throw LameFailure(-2);
     try {
-        const LameLibrary::Functions& call = *Library->Call;
-        Checked(call.SetErrorReport(Encoder, nullptr));
-        Checked(call.SetMessageReport(Encoder, nullptr));
-        Checked(call.SetDebugReport(Encoder, nullptr));
-        Checked(call.SetInSampleRate(Encoder, format.Frequency));
-        // Equal rates keep the encoder's own resampler out, which lets aliases through at -19 dB.
-        Checked(call.SetOutSampleRate(Encoder, format.Frequency));
-        Checked(call.SetChannels(Encoder, format.Channels));
-        Checked(call.SetMode(Encoder, format.Channels == 1 ? MONO : JOINT_STEREO));
-        Checked(call.SetVbr(Encoder, vbr_off));
-        Checked(call.SetBitRate(Encoder, format.Kilobits));
-        Checked(call.SetScale(Encoder, UndoneGain(format.Kilobits)));
-        Checked(call.SetWriteTag(Encoder, 1));
-        call.SetWriteId3(Encoder, 0);
-        Checked(call.InitParameters(Encoder));
+        SetUp(parameters);
     } catch (const Failure&) {
         Library->Call->Close(Encoder);
         throw;
     }
+}
+
+void LameStream::SetUp(const Mp3Parameters& parameters) {
+    const LameLibrary::Functions& call = *Library->Call;
+    Checked(call.SetErrorReport(Encoder, nullptr));
+    Checked(call.SetMessageReport(Encoder, nullptr));
+    Checked(call.SetDebugReport(Encoder, nullptr));
+    Checked(call.SetInSampleRate(Encoder, parameters.SampleRate));
+    // Equal rates keep the encoder's own resampler out, which lets aliases through at -19 dB.
+    Checked(call.SetOutSampleRate(Encoder, parameters.SampleRate));
+    Checked(call.SetChannels(Encoder, Channels));
+    Checked(call.SetMode(Encoder, Channels == 1 ? MONO : ModeOf(parameters.StereoMode)));
+    Checked(call.SetForceMidSide(Encoder, Channels == 2 && parameters.StereoMode == 3 ? 1 : 0));
+    Checked(call.SetQuality(Encoder, parameters.EncoderQuality));
+    SetUpRates(parameters);
+    SetUpFilters(parameters);
+    Checked(call.SetDisableReservoir(Encoder, parameters.BitReservoir ? 0 : 1));
+    Checked(call.SetBlockTypesDiffer(Encoder, parameters.BlockTypesDiffer ? 1 : 0));
+    Checked(call.SetNoShortBlocks(Encoder, parameters.ShortBlocks ? 0 : 1));
+    constexpr int EmphasisMarks[] = {0, 1, 3};  // 2 is reserved
+    Checked(call.SetEmphasis(Encoder, EmphasisMarks[std::clamp<int>(parameters.Emphasis, 0, 2)]));
+    if (parameters.StrictIso) Checked(call.SetStrictIso(Encoder, 1));
+    if (parameters.AthControl == 1) Checked(call.SetAthOnly(Encoder, 1));
+    if (parameters.AthControl == 2) Checked(call.SetNoAth(Encoder, 1));
+    if (parameters.AthControl == 3) Checked(call.SetAthShort(Encoder, 1));
+    Checked(call.SetErrorProtection(Encoder, parameters.ErrorProtection ? 1 : 0));
+    call.SetWriteId3(Encoder, 0);
+    Checked(call.InitParameters(Encoder));
+}
+
+void LameStream::SetUpRates(const Mp3Parameters& parameters) {
+    const LameLibrary::Functions& call = *Library->Call;
+    const bool isConstant = parameters.VbrMethod == Mp3Parameters::None;
+    Checked(call.SetVbr(Encoder, VbrOf(parameters.VbrMethod)));
+    // At a constant rate the same frame says where the sound begins and ends, which nobody wants to miss.
+    Checked(call.SetWriteTag(Encoder, isConstant || parameters.WriteVbrHeader ? 1 : 0));
+    if (isConstant) {
+        const int kilobits = NearestMp3Bitrate(parameters.Bitrate, parameters.SampleRate);
+        Checked(call.SetBitRate(Encoder, kilobits));
+        Checked(call.SetScale(Encoder, UndoneGain(kilobits)));
+        return;
+    }
+    const auto nearest = [&](int kilobits) { return NearestMp3Bitrate(kilobits, parameters.SampleRate); };
+    Checked(call.SetVbrMostBitRate(Encoder, nearest(parameters.MaxVbrBitrate)));
+    if (parameters.EnforceMinBitrate) {
+        const int least = nearest(std::min(parameters.Bitrate, parameters.MaxVbrBitrate));
+        Checked(call.SetVbrLeastBitRate(Encoder, least));
+        Checked(call.SetVbrHardLeast(Encoder, 1));
+    }
+    if (parameters.VbrMethod == Mp3Parameters::Abr) {
+        Checked(call.SetVbrMeanBitRate(Encoder, parameters.AbrBitrate));
+        Checked(call.SetScale(Encoder, UndoneGain(parameters.AbrBitrate)));
+    } else {
+        Checked(call.SetVbrQuality(Encoder, std::clamp<int>(parameters.VbrQuality, 0, 9)));
+    }
+}
+
+void LameStream::SetUpFilters(const Mp3Parameters& parameters) {
+    const LameLibrary::Functions& call = *Library->Call;
+    Checked(call.SetLowpass(Encoder, FilterOf(parameters.LowpassFrequency)));
+    if (parameters.LowpassWidth > 0) Checked(call.SetLowpassWidth(Encoder, parameters.LowpassWidth));
+    Checked(call.SetHighpass(Encoder, FilterOf(parameters.HighpassFrequency)));
+    if (parameters.HighpassWidth > 0) Checked(call.SetHighpassWidth(Encoder, parameters.HighpassWidth));
 }
 
 LameStream::~LameStream() {

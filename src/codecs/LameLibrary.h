@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/AudioBlock.h"
-#include "codecs/OutputFormat.h"
+#include "codecs/Mp3Parameters.h"
 
 #include <memory>
 
@@ -27,11 +27,11 @@ private:
     std::unique_ptr<Functions> Call;
 };
 
-// One encoder for one stream of constant bit rate: joint stereo or mono, with the tag that tells players
-// where the sound begins and ends. What the encoder makes is MPEG frames, in whole bytes.
+// One encoder for one stream, with the tag that tells players where the sound begins and ends. What the
+// encoder makes is MPEG frames, in whole bytes.
 class LameStream {
 public:
-    LameStream(std::shared_ptr<const LameLibrary> library, const Mp3Format& format);
+    LameStream(std::shared_ptr<const LameLibrary> library, const Mp3Parameters& parameters);
     ~LameStream();
     LameStream(const LameStream&) = delete;
     LameStream& operator=(const LameStream&) = delete;
@@ -40,10 +40,14 @@ public:
     // are, others as floats that are limited to full scale.
     void Encode(const AudioBlock& block, std::vector<std::byte>& mp3);
     void Finish(std::vector<std::byte>& mp3);
-    // After Finish: the frame that must stand in place of the first one, of equal size.
+    // After Finish: the frame that must stand in place of the first one, of equal size; empty where the
+    // parameters want none.
     std::vector<std::byte> TagFrame() const;
 
 private:
+    void SetUp(const Mp3Parameters& parameters);
+    void SetUpRates(const Mp3Parameters& parameters);
+    void SetUpFilters(const Mp3Parameters& parameters);
     int EncodeSamples(const AudioBlock& block, unsigned char* mp3, int room);
 
     std::shared_ptr<const LameLibrary> Library;

@@ -16,7 +16,7 @@ std::shared_ptr<const LameLibrary> LoadedLibrary() {
 
 }  // namespace
 
-Mp3Writer::Mp3Writer(const Mp3Format& format) : Encoder(LoadedLibrary(), format) {}
+Mp3Writer::Mp3Writer(const Mp3Format& format) : Encoder(LoadedLibrary(), format.Parameters) {}
 
 void Mp3Writer::Write(const AudioBlock& block, OutputFile& file) {
     Encoded.clear();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codecs/LameLibrary.h"
+#include "codecs/OutputFormat.h"
 #include "codecs/SoundWriter.h"
 
 namespace Sonmira {

@@ -32,13 +32,26 @@ QString VorbisRateText(const VorbisFormat& format) {
     return text;
 }
 
+// The rates that the frames really get: those of MPEG audio for the frequency.
+QString Mp3RateText(const Mp3Parameters& set) {
+    const auto nearest = [&](int kilobits) { return NearestMp3Bitrate(kilobits, set.SampleRate); };
+    switch (set.VbrMethod) {
+        case Mp3Parameters::None:
+            return u"%1 kbit/s"_s.arg(nearest(set.Bitrate));
+        case Mp3Parameters::Abr:
+            return u"%1 kbit/s on average"_s.arg(std::clamp(int{set.AbrBitrate}, nearest(0), nearest(320)));
+        default:
+            return u"VBR quality %1, up to %2 kbit/s"_s.arg(set.VbrQuality).arg(nearest(set.MaxVbrBitrate));
+    }
+}
+
 struct TextWriter {
     QString operator()(const PcmFormat& format) const {
         return u"PCM %1, %2 bits"_s.arg(StreamText(format.Frequency, format.Channels)).arg(format.Bits);
     }
     QString operator()(const Mp3Format& format) const {
-        return u"MPEG Layer-3 %1, %2 kbit/s"_s.arg(StreamText(format.Frequency, format.Channels))
-            .arg(format.Kilobits);
+        return u"MPEG Layer-3 %1, %2"_s.arg(StreamText(format.Frequency, format.Channels),
+                                            Mp3RateText(format.Parameters));
     }
     QString operator()(const VorbisFormat& format) const {
         return u"Ogg Vorbis %1, %2"_s.arg(StreamText(format.Frequency, format.Channels),
@@ -67,26 +80,6 @@ QString TextOf(const OutputFormat& format) {
 bool IsPcmFormat(const PcmFormat& format) {
     return format.Frequency >= 1 && format.Frequency <= 384000 && IsMonoOrStereo(format.Channels) &&
            IsOneOf(format.Bits, {8, 16, 24, 32});
-}
-
-bool IsMp3Format(const Mp3Format& format) {
-    if (!IsMonoOrStereo(format.Channels)) return false;
-    switch (format.Frequency) {
-        case 32000:
-        case 44100:
-        case 48000:
-            return IsOneOf(format.Kilobits, {32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320});
-        case 16000:
-        case 22050:
-        case 24000:
-            return IsOneOf(format.Kilobits, {8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160});
-        case 8000:
-        case 11025:
-        case 12000:
-            return IsOneOf(format.Kilobits, {8, 16, 24, 32, 40, 48, 56, 64});
-        default:
-            return false;
-    }
 }
 
 }  // namespace Sonmira

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "codecs/Mp3Parameters.h"
+
 #include <QString>
 
 #include <optional>
@@ -15,9 +17,12 @@ struct PcmFormat {
 };
 
 struct Mp3Format {
-    int Frequency = 44100;
-    int Channels = 2;
-    int Kilobits = 128;
+    explicit Mp3Format(const Mp3Parameters& parameters)
+        : Frequency(parameters.SampleRate), Channels(parameters.ChannelCount), Parameters(parameters) {}
+
+    int Frequency;
+    int Channels;
+    Mp3Parameters Parameters;
 };
 
 // Bit rates in kbit a second. Quality wins where given; a nominal rate alone is held on average, limits
@@ -48,8 +53,5 @@ QString TextOf(const OutputFormat& format);
 
 // Whether WAV files of that format exist: 8, 16, 24 or 32 bits, 1 to 384000 Hz.
 bool IsPcmFormat(const PcmFormat& format);
-// Whether MPEG audio knows the bit rate for that frequency (ISO 11172-3 and 13818-3, Layer III; the three
-// lowest frequencies are the "2.5" extension, whose tables end at 64 kbit).
-bool IsMp3Format(const Mp3Format& format);
 
 }  // namespace Sonmira

@@ -61,7 +61,7 @@ TEST(FormatString, IsEmptyAfterAVorbisFormatThatTheEncoderRefuses) {
 TEST(OutputFormat, KnowsEveryBitRateThatAnMpegFrequencyHas) {
     int known = 0;
     for (const int rate : {8000, 11025, 12000, 16000, 22050, 24000, 32000, 44100, 48000}) {
-        for (int kilobits = 0; kilobits <= 400; ++kilobits) known += IsMp3Format({rate, 2, kilobits}) ? 1 : 0;
+        for (int kilobits = 0; kilobits <= 400; ++kilobits) known += IsMp3Bitrate(kilobits, rate) ? 1 : 0;
     }
     EXPECT_EQ(known, 3 * 8 + 3 * 14 + 3 * 14);
 }

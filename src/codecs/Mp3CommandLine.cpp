@@ -1,0 +1,227 @@
+// The command line of the MP3 encoder's own program, as far as it concerns how sound is encoded.
+#include "codecs/Mp3Parameters.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <functional>
+#include <map>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int LeastBitrate = 8;
+constexpr int MostBitrate = 320;
+
+class Reader {
+public:
+    Reader(Mp3Parameters& parameters, const QStringList& words) : Set(parameters), Words(words) {}
+
+    void Read() {
+        while (!Words.isEmpty()) {
+            const QString word = Words.takeFirst();
+            if (word.startsWith(u"--")) {
+                ReadLong(word.mid(2));
+            } else if (word.size() > 1 && word.startsWith(u'-')) {
+                ReadShort(word.mid(1));
+            }
+        }
+    }
+
+private:
+    // The word behind an option where it can be its value, which is then used up.
+    QString Value() {
+        const bool isValue = !Words.isEmpty() && !Words.first().startsWith(u'-');
+        return isValue ? Words.takeFirst() : QString();
+    }
+
+    // A number as the value, brought into its range; `take` is not called where there is none.
+    template <class Take>
+    void Number(int least, int most, Take&& take) {
+        if (Words.isEmpty()) return;
+        bool isNumber = false;
+        const double value = Words.first().toDouble(&isNumber);
+        if (!isNumber) return;
+        Words.removeFirst();
+        take(static_cast<qint16>(std::clamp<double>(value, least, most)));
+    }
+
+    // A frequency, in kHz where it is small enough.
+    template <class Take>
+    void Frequency(Take&& take) {
+        constexpr double SmallestInHz = 50;
+        constexpr double Most = 48000;
+        if (Words.isEmpty()) return;
+        bool isNumber = false;
+        const double value = Words.first().toDouble(&isNumber);
+        if (!isNumber) return;
+        Words.removeFirst();
+        const double hertz = value < SmallestInHz ? value * 1000 : value;
+        take(hertz < 0 ? -1 : static_cast<qint32>(std::min(hertz, Most)));
+    }
+
+    // Letters may stand together; the value of one may follow it without a blank.
+    void ReadShort(QString letters) {
+        while (!letters.isEmpty()) {
+            const char16_t letter = letters[0].unicode();
+            letters.remove(0, 1);
+            if (QStringView(u"bBVqme").contains(letter)) {
+                if (!letters.isEmpty()) Words.prepend(letters);
+                TakeValueOf(letter);
+                return;
+            }
+            TakeLetter(letter);
+        }
+    }
+
+    void TakeValueOf(char16_t letter) {
+        switch (letter) {
+            case u'b':
+                Number(LeastBitrate, MostBitrate, [&](qint16 value) { Set.Bitrate = value; });
+                break;
+            case u'B':
+                Number(LeastBitrate, MostBitrate, [&](qint16 value) { Set.MaxVbrBitrate = value; });
+                break;
+            case u'V':
+                Number(0, 9, [&](qint16 value) {
+                    Set.VbrQuality = value;
+                    if (Set.VbrMethod == Mp3Parameters::None) Set.VbrMethod = Mp3Parameters::Default;
+                });
+                break;
+            case u'q':
+                Number(0, 9, [&](qint16 value) { Set.EncoderQuality = value; });
+                break;
+            case u'm':
+                TakeMode(Value());
+                break;
+            case u'e':
+                TakeEmphasis(Value());
+                break;
+            default:
+                break;
+        }
+    }
+
+    void TakeLetter(char16_t letter) {
+        switch (letter) {
+            case u'a':
+                Set.ChannelCount = 1;
+                break;
+            case u'f':
+                Set.EncoderQuality = 7;
+                break;
+            case u'h':
+                Set.EncoderQuality = 2;
+                break;
+            case u'v':
+                Set.VbrMethod = Mp3Parameters::Default;
+                break;
+            case u'F':
+                Set.EnforceMinBitrate = true;
+                break;
+            case u'p':
+                Set.ErrorProtection = true;
+                break;
+            case u't':
+                Set.WriteVbrHeader = false;
+                break;
+            case u'T':
+                Set.WriteVbrHeader = true;
+                break;
+            default:
+                break;
+        }
+    }
+
+    void TakeMode(QStringView mode) {
+        if (mode == u"m") Set.ChannelCount = 1;
+        static const std::map<QString, qint32> Modes = {{u"s"_s, 1}, {u"j"_s, 2}, {u"f"_s, 3}, {u"d"_s, 4}};
+        const auto found = Modes.find(mode.toString());
+        if (found == Modes.end()) return;
+        Set.ChannelCount = 2;
+        Set.StereoMode = found->second;
+    }
+
+    void TakeEmphasis(QStringView emphasis) {
+        if (emphasis == u"n") Set.Emphasis = 0;
+        if (emphasis == u"5") Set.Emphasis = 1;
+        if (emphasis == u"c") Set.Emphasis = 2;
+    }
+
+    void ReadLong(const QString& option) {
+        using Parameters = Mp3Parameters;
+        const std::map<QString, std::function<void()>> options = {
+            {u"abr"_s,
+             [&] {
+                 Number(LeastBitrate, MostBitrate, [&](qint16 value) {
+                     Set.VbrMethod = Parameters::Abr;
+                     Set.AbrBitrate = value;
+                 });
+             }},
+            {u"cbr"_s, [&] { Set.VbrMethod = Parameters::None; }},
+            {u"vbr-old"_s, [&] { Set.VbrMethod = Parameters::Old; }},
+            {u"vbr-new"_s, [&] { Set.VbrMethod = Parameters::New; }},
+            {u"vbr-mtrh"_s, [&] { Set.VbrMethod = Parameters::Mtrh; }},
+            {u"r3mix"_s, [&] { Set.SetPreset(11); }},
+            {u"preset"_s, [&] { TakePreset(); }},
+            {u"alt-preset"_s, [&] { TakePreset(); }},
+            {u"resample"_s,
+             [&] { Frequency([&](qint32 hertz) { Set.SampleRate = NearestMp3SampleRate(hertz); }); }},
+            {u"lowpass"_s, [&] { Frequency([&](qint32 hertz) { Set.LowpassFrequency = hertz; }); }},
+            {u"highpass"_s, [&] { Frequency([&](qint32 hertz) { Set.HighpassFrequency = hertz; }); }},
+            {u"lowpass-width"_s,
+             [&] { Frequency([&](qint32 hertz) { Set.LowpassWidth = std::max(hertz, 0); }); }},
+            {u"highpass-width"_s,
+             [&] { Frequency([&](qint32 hertz) { Set.HighpassWidth = std::max(hertz, 0); }); }},
+            {u"nores"_s, [&] { Set.BitReservoir = false; }},
+            {u"strictly-enforce-ISO"_s, [&] { Set.StrictIso = true; }},
+            {u"noshort"_s, [&] { Set.ShortBlocks = false; }},
+            {u"short"_s, [&] { Set.ShortBlocks = true; }},
+            {u"athonly"_s, [&] { Set.AthControl = 1; }},
+            {u"noath"_s, [&] { Set.AthControl = 2; }},
+            {u"athshort"_s, [&] { Set.AthControl = 3; }},
+        };
+        const auto found = options.find(option);
+        if (found != options.end()) found->second();
+    }
+
+    // A name with "fast" or "cbr" before it, or an average bit rate.
+    void TakePreset() {
+        bool isFast = false;
+        bool isConstant = false;
+        while (!Words.isEmpty() && (Words.first() == u"fast" || Words.first() == u"cbr")) {
+            (Words.first() == u"fast" ? isFast : isConstant) = true;
+            Words.removeFirst();
+        }
+        const QString name = Value();
+        bool isNumber = false;
+        const int kilobits = std::clamp(name.toInt(&isNumber), LeastBitrate, MostBitrate);
+        if (isNumber) {
+            Set.VbrMethod = isConstant ? Mp3Parameters::None : Mp3Parameters::Abr;
+            Set.AbrBitrate = static_cast<qint16>(kilobits);
+            Set.Bitrate = kilobits;
+            return;
+        }
+        static const QStringList Names = {u"phone"_s, u"sw"_s,   u"am"_s, u"fm"_s,     u"voice"_s, u"radio"_s,
+                                          u"tape"_s,  u"hifi"_s, u"cd"_s, u"studio"_s, u"r3mix"_s};
+        Set.SetPreset(static_cast<qint16>(Names.indexOf(name) + 1));
+        if (name == u"standard") Set.SetAltPreset(isFast ? 1 : 2);
+        if (name == u"extreme") Set.SetAltPreset(isFast ? 3 : 4);
+        if (name == u"insane") Set.SetAltPreset(5);
+    }
+
+    Mp3Parameters& Set;
+    QStringList Words;
+};
+
+}  // namespace
+
+void Mp3Parameters::SetCommandLine(const QString& line) {
+    *this = {};
+    Reader(*this, line.split(u' ', Qt::SkipEmptyParts)).Read();
+}
+
+}  // namespace Sonmira
