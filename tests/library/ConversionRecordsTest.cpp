@@ -80,6 +80,14 @@ void ExpectAnswersOfAPlainWalk(const ConversionRecords& records, int paths, int 
         }
         EXPECT_EQ(records.FirstWithIndex(number), first) << number;
         EXPECT_EQ(records.ChildrenOf(number), children) << number;
+        // Also where the walk goes on behind a record that is no child.
+        for (int from = 0; from <= records.UpperBound() + 1; from += 7) {
+            std::optional<int> next;
+            for (const int child : children) {
+                if (!next && child > from) next = child;
+            }
+            EXPECT_EQ(records.NextChildOf(number, from), next) << number << ' ' << from;
+        }
     }
 }
 
