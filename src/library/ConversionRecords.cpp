@@ -62,6 +62,12 @@ std::optional<int> ConversionRecords::FirstWithPath(const QString& path) const {
     return found == PositionsByPath.constEnd() ? std::nullopt : std::optional<int>(found->first());
 }
 
+std::optional<int> ConversionRecords::NextChildOf(qint16 index, int position) const {
+    const QList<int> children = ChildrenOf(index);
+    const auto next = std::upper_bound(children.begin(), children.end(), position);
+    return next == children.end() ? std::nullopt : std::optional<int>(*next);
+}
+
 bool ConversionRecords::HoldsPath(const QString& path) const {
     const QList<int> positions = PositionsByPath.value(path);
     return std::any_of(positions.begin(), positions.end(),
