@@ -1,5 +1,8 @@
 #include "BenchSupport.h"
 
+#include <malloc.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -45,6 +48,22 @@ void WriteTrack(const std::filesystem::path& path, int seconds, int seed) {
         put(static_cast<std::uint16_t>(static_cast<std::int16_t>(left)), 2);
         put(static_cast<std::uint16_t>(static_cast<std::int16_t>(right)), 2);
     }
+}
+
+void MakeSmallFiles(const std::filesystem::path& root, int count) {
+    constexpr int FilesAFolder = 15;
+    for (int n = 0; n < count; ++n) {
+        const auto folder = root / ("album " + std::to_string(n / FilesAFolder));
+        if (n % FilesAFolder == 0) std::filesystem::create_directories(folder);
+        std::ofstream(folder / ("track " + std::to_string(n) + ".mp3")) << 'x';
+    }
+}
+
+double ResidentBytes() {
+    malloc_trim(0);
+    double pages = 0;
+    std::ifstream("/proc/self/statm") >> pages >> pages;
+    return pages * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
 double Seconds(const std::string& command) {

@@ -1,6 +1,8 @@
 // Adds and walks 1,000, 10,000 and 30,000 small files, in folders of 15, and prints what one file costs.
 // Cost that grows with the collection shows as a last column well above 1.
+#include "BenchSupport.h"
 #include "HeadlessHost.h"
+#include "NoSound.h"
 #include "engine/CodecSet.h"
 #include "engine/JobDriver.h"
 #include "engine/RunState.h"
@@ -16,37 +18,10 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 
 namespace {
 
 using namespace Sonmira;
-
-// A reader that takes every file and a writer that is never reached, so that only the walk is measured.
-struct NoSound final : AudioSource, AudioSink {
-    void OpenForRead(const QString& /*path*/) override {}
-    AudioBlock ReadBlock(qint64 /*size*/) override { return {}; }
-    void CloseFile() override {}
-    int SampleRate() const override { return 44100; }
-    int ChannelCount() const override { return 2; }
-    qint64 ByteRate() const override { return 4; }
-    qint64 StreamLength() const override { return 0; }
-    qint64 Length() const override { return 0; }
-    int FormatCode() const override { return 0; }
-    void OpenForWrite(const QString& /*path*/) override {}
-    void SetSourceFormat(int /*sampleRate*/, int /*channelCount*/) override {}
-    void WriteBlock(const AudioBlock& /*block*/) override {}
-    void SetFormatPCM(int /*frequency*/, int /*channels*/, int /*bits*/) override {}
-};
-
-void MakeFiles(const std::filesystem::path& root, int count) {
-    constexpr int FilesAFolder = 15;
-    for (int n = 0; n < count; ++n) {
-        const auto folder = root / ("album " + std::to_string(n / FilesAFolder));
-        if (n % FilesAFolder == 0) std::filesystem::create_directories(folder);
-        std::ofstream(folder / ("track " + std::to_string(n) + ".mp3")) << 'x';
-    }
-}
 
 template <class Work>
 double MicrosecondsAFile(int count, Work&& work) {
@@ -61,19 +36,21 @@ double MicrosecondsAFile(int count, Work&& work) {
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
     LanguageLines.Assign(QStringList(101));
-    std::printf("%8s %22s %22s %22s %22s\n", "files", "scan us/file (x first)", "drop us/file (x first)",
-                "walk us/file (x first)", "remove us/file (x first)");
+    std::printf("%8s %22s %22s %22s %22s %14s\n", "files", "scan us/file (x first)", "drop us/file (x first)",
+                "walk us/file (x first)", "remove us/file (x first)", "bytes/record");
     double first[4] = {};
     for (const int count : {1000, 10000, 30000}) {
         const QTemporaryDir folder;
         const std::filesystem::path root(folder.path().toStdString());
-        MakeFiles(root / "in", count);
+        MakeSmallFiles(root / "in", count);
         const QString source = FromNative((root / "in").string());
 
         HeadlessHost host;
         Collection scanned;
+        const double bytesBefore = ResidentBytes();
         double cost[4];
         cost[0] = MicrosecondsAFile(count, [&] { AddDirectory(scanned, host, source); });
+        const double bytesARecord = (ResidentBytes() - bytesBefore) / scanned.Records.UpperBound();
 
         QStringList paths;
         for (int n = 1; n <= scanned.Records.UpperBound(); ++n) {
@@ -99,7 +76,7 @@ int main(int argc, char** argv) {
             if (first[n] == 0) first[n] = cost[n];
             std::printf(" %14.2f (%5.2f)", cost[n], cost[n] / first[n]);
         }
-        std::printf("\n");
+        std::printf(" %14.0f\n", bytesARecord);
         if (scanned.Records.UpperBound() != 0 || dropped.FileCount != count) return 1;
     }
     return 0;

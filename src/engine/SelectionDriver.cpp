@@ -81,10 +81,11 @@ void SelectionDriver::ConvertFolderTree(qint16 parentIndex, QString& relativeFol
     // A record that could not be numbered has no children of its own.
     if (Run.CancelAll || parentIndex == 0 || depth > DeepestFolder) return;
     // Walked live: while a file is converted the user may remove records.
-    for (int position = 0; position <= Items.Records.UpperBound(); ++position) {
-        const ConversionRecord& found = Items.Records[position];
-        if (found.Parent != parentIndex || found.Removed) continue;
-        const ConversionRecord child = found;
+    std::optional<int> next = 0;
+    while ((next = Items.Records.NextChildOf(parentIndex, *next))) {
+        const int position = *next;
+        const ConversionRecord child = Items.Records[position];
+        if (child.Removed) continue;
         if (child.IsFile) {
             ConvertOneFile(position, relativeFolder);
         } else {

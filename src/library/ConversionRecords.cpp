@@ -6,6 +6,21 @@
 
 namespace Sonmira {
 
+namespace {
+
+template <class Key>
+void MovePositions(QHash<Key, QList<int>>& lists, const std::vector<int>& moved) {
+    const auto newPlace = [&](int position) { return moved[static_cast<std::size_t>(position)]; };
+    for (QList<int>& positions : lists) {
+        positions.removeIf([&](int position) { return newPlace(position) < 0; });
+        for (int& position : positions) position = newPlace(position);
+    }
+    // By itself: a hash that drops entries on the way may show others twice.
+    erase_if(lists, [](typename QHash<Key, QList<int>>::iterator entry) { return entry->isEmpty(); });
+}
+
+}  // namespace
+
 void ConversionRecords::Reset() {
     Records.clear();
     PositionsByPath.clear();
@@ -40,11 +55,20 @@ void ConversionRecords::SetName(int position, const QString& name) {
 }
 
 void ConversionRecords::Compact() {
+    // Where each record goes; -1 where it is dropped. The index is moved along and not made anew: hashing
+    // every path again would cost more than all the rest of a removal.
+    std::vector<int> moved;
+    moved.reserve(Records.size());
+    int next = 0;
+    for (const ConversionRecord& record : Records) moved.push_back(record.Removed ? -1 : next++);
     std::erase_if(Records, [](const ConversionRecord& record) { return record.Removed; });
-    PositionsByPath.clear();
+    MovePositions(PositionsByPath, moved);
+    MovePositions(PositionsByParent, moved);
     FirstByIndex.clear();
-    PositionsByParent.clear();
-    for (int position = 0; position <= UpperBound(); ++position) AddToIndex(position);
+    FirstByIndex.reserve(next);
+    for (int position = UpperBound(); position >= 0; --position) {
+        FirstByIndex.insert(Records[static_cast<std::size_t>(position)].Index, position);
+    }
 }
 
 void ConversionRecords::MarkRemoved(int position) {
@@ -60,6 +84,12 @@ std::optional<int> ConversionRecords::FirstWithIndex(qint16 index) const {
 std::optional<int> ConversionRecords::FirstWithPath(const QString& path) const {
     const auto found = PositionsByPath.constFind(path);
     return found == PositionsByPath.constEnd() ? std::nullopt : std::optional<int>(found->first());
+}
+
+std::optional<int> ConversionRecords::NextChildOf(qint16 index, int position) const {
+    const QList<int> children = ChildrenOf(index);
+    const auto next = std::upper_bound(children.begin(), children.end(), position);
+    return next == children.end() ? std::nullopt : std::optional<int>(*next);
 }
 
 bool ConversionRecords::HoldsPath(const QString& path) const {

@@ -51,6 +51,9 @@ public:
     // The positions of the records whose Parent is that number, in order.
     QList<int> ChildrenOf(qint16 index) const { return PositionsByParent.value(index); }
 
+    // The first of them behind that position.
+    std::optional<int> NextChildOf(qint16 index, int position) const;
+
     // Whether any record of that path, and folders only where so asked, is not removed.
     bool HoldsPath(const QString& path) const;
     bool HoldsFolder(const QString& path) const;

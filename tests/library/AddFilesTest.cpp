@@ -133,13 +133,70 @@ TEST_F(AddFiles, AStopEndsADropBetweenTwoPaths) {
     EXPECT_TRUE(Host.ControlsEnabled);
 }
 
-TEST_F(AddFiles, ARecordBeyond16BitsKeepsParentZeroAndTheScanGoesOn) {
-    for (int n = Items.Records.UpperBound(); n < 32767; ++n) Items.Records.Append({});
-    Folder.MakeFile("Music/Rock/a.wav");
-    Folder.MakeFolder("Other");
+TEST_F(AddFiles, RecordsBeyond16BitsKeepZeroAndTheScanGoesOn) {
+    while (Items.Records.UpperBound() < 32764) Items.Records.Append({});
+    for (const char* name :
+         {"Music/1.wav", "Music/2.wav", "Music/A/3.wav", "Music/A/Deep/4.wav", "Music/z.wav"})
+        Folder.MakeFile(name);
     AddDirectory(Items, Host, Folder.Path("Music"));
-    EXPECT_EQ(Last().Index, 0);
+    struct Numbers {
+        QString Name;
+        int Index;
+        int Parent;
+    };
+    const std::vector<Numbers> expected = {{u"Music"_s, 32765, 0},     {u"1.wav"_s, 32766, 32765},
+                                           {u"2.wav"_s, 32767, 32765}, {u"A"_s, 0, 32765},
+                                           {u"3.wav"_s, 0, 0},         {u"Deep"_s, 0, 0},
+                                           {u"4.wav"_s, 0, 0},         {u"z.wav"_s, 0, 32765}};
+    ASSERT_EQ(Items.Records.UpperBound(), 32764 + static_cast<int>(expected.size()));
+    for (std::size_t n = 0; n < expected.size(); ++n) {
+        const ConversionRecord& record = Items.Records[32765 + static_cast<int>(n)];
+        EXPECT_EQ(record.Name, expected[n].Name);
+        EXPECT_EQ(record.Index, expected[n].Index) << record.Name.toStdString();
+        EXPECT_EQ(record.Parent, expected[n].Parent) << record.Name.toStdString();
+    }
+    EXPECT_EQ(Last().RelativeFolder, u"Music\\z.wav"_s);
+    EXPECT_EQ(Items.Records[32765 + 6].RelativeFolder, u"Music\\A\\Deep\\4.wav"_s) << "taken by position";
+    EXPECT_EQ(Nodes().size(), expected.size());
+    EXPECT_EQ(Host.FileCount, 5);
     EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(AddFiles, AFolderBeyond16BitsHasARecordButIsNotWalked) {
+    while (Items.Records.UpperBound() < 32767) Items.Records.Append({});
+    Folder.MakeFile("Music/a.wav");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Items.Records.UpperBound(), 32768);
+    EXPECT_EQ(Last().Name, u"Music"_s);
+    EXPECT_TRUE(Nodes().empty());
+    EXPECT_EQ(Items.DirectoryCount, 0);
+    EXPECT_TRUE(Host.ControlsEnabled);
+    EXPECT_FALSE(Items.ScanRunning);
+}
+
+TEST_F(AddFiles, LinksCountAsWhatTheyLeadTo) {
+    Folder.MakeFile("Store/real.wav");
+    Folder.MakeFile("Store/Album/song.ogg");
+    Folder.MakeFolder("Music");
+    ASSERT_EQ(symlink("../Store/real.wav", Folder.Native("Music/file.mp3").constData()), 0);
+    ASSERT_EQ(symlink("../Store/Album", Folder.Native("Music/folder.wav").constData()), 0);
+    ASSERT_EQ(symlink("../Store/real.wav", Folder.Native("Music/note.txt").constData()), 0);
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Nodes(), (std::vector<QString>{u"Music"_s, u"Music\\file.mp3"_s, u"Music\\folder.wav"_s,
+                                             u"Music\\folder.wav\\song.ogg"_s}));
+    EXPECT_TRUE(Items.Records[2].IsFile);
+    EXPECT_FALSE(Items.Records[3].IsFile);
+    EXPECT_EQ(Host.FileCount, 2);
+    EXPECT_EQ(Host.DirectoryCount, 2);
+}
+
+TEST_F(AddFiles, TwoLinksToOneFolderAreBothWalked) {
+    Folder.MakeFile("Store/song.ogg");
+    Folder.MakeFolder("Music");
+    for (const char* name : {"Music/A", "Music/B"})
+        ASSERT_EQ(symlink("../Store", Folder.Native(name).constData()), 0);
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Host.FileCount, 2) << "neither lies on the way to the other";
 }
 
 TEST_F(AddFiles, AStopIsHeardWhenASubfolderIsFinished) {

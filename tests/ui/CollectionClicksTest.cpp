@@ -1,9 +1,8 @@
-#include "MainWindowTest.h"
-#include "library/AddFiles.h"
+#include "CollectionTest.h"
 #include "platform/ShellLaunch.h"
+#include "tags/TagMemory.h"
 
 #include <QLineEdit>
-#include <QMenu>
 #include <QTabWidget>
 
 namespace Sonmira {
@@ -11,7 +10,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class CollectionClicks : public MainWindowTest {
+class CollectionClicks : public CollectionTest {
 public:
     CollectionClicks() {
         DesktopLauncher() = [this](const QString& target, const QString& folder) {
@@ -31,17 +30,18 @@ protected:
     static QByteArray Sound(double seconds) {
         return WavOf(MakeSilence(8000, 1, static_cast<std::int64_t>(seconds * 8000)), WavKind::Unsigned8);
     }
-    QTreeWidgetItem* Node(const QString& key) { return Form().TreeView1->NodeOf(key); }
-    void Click(const QString& key, Qt::MouseButton button = Qt::LeftButton) {
-        ConversionTree& tree = *Form().TreeView1;
-        tree.scrollToItem(Node(key));
-        QTest::mouseClick(tree.viewport(), button, Qt::NoModifier, tree.visualItemRect(Node(key)).center());
+    // The labels of the information on a file, the name and the length.
+    QStringList Information() { return {Form().LabelFileName->text(), Form().LabelDuration->text()}; }
+    void LeaveOldInformation() {
+        Form().LabelFileName->setText(u"old"_s);
+        Form().LabelDuration->setText(u"old"_s);
     }
-    void Vanish(const QByteArray& name) { std::filesystem::remove(Folder.Native(name).toStdString()); }
-    bool PopupShown() {
-        const bool shown = Form().popupmenux->isVisible();
-        Form().popupmenux->hide();
-        return shown;
+    QStringList VisiblePopupEntries() {
+        QStringList names;
+        for (const QAction* action : Form().popupmenux->actions()) {
+            if (action->isVisible()) names.append(action->objectName());
+        }
+        return names;
     }
 
     const std::function<bool(const QString&, const QString&)> RealLauncher = DesktopLauncher();
@@ -174,12 +174,120 @@ TEST_F(CollectionClicks, AFolderInTheSelectionRunGoesBelowItsOwnName) {
     EXPECT_TRUE(Form().ToolbarButton(5)->isEnabled());
 }
 
-TEST_F(CollectionClicks, AnEmptyTreeInvitesTheUser) {
-    const auto picture = [this] { return Form().TreeView1->viewport()->grab().toImage(); };
-    ClickToolbar(1);
-    const QImage invited = picture();
-    Form().TreeView1->SetEmptyHint({});
-    EXPECT_NE(picture(), invited);
+const QStringList NoInformation = {QString(), QString()};
+
+TEST_F(CollectionClicks, ALeftClickOnWhatIsThereOnlyEmptiesTheInformation) {
+    for (const QString& key : {Folder.Path("Music/a.wav"), Folder.Path("Music"), RootKey.toString()}) {
+        LeaveOldInformation();
+        Click(key);
+        EXPECT_EQ(Information(), NoInformation) << key.toStdString();
+        EXPECT_FALSE(PopupShown());
+    }
+}
+
+TEST_F(CollectionClicks, ARightClickOnWhatIsThereOffersToOpenIt) {
+    for (const char* name : {"Music/a.wav", "Music", "Music/Sub"}) {
+        LeaveOldInformation();
+        Click(Folder.Path(name), Qt::RightButton);
+        EXPECT_EQ(Information(), NoInformation) << name;
+        EXPECT_TRUE(PopupShown());
+        EXPECT_EQ(VisiblePopupEntries(),
+                  (QStringList{u"convertnoww"_s, u"OpenDirectory"_s, u"sepit"_s, u"removefromlist"_s}));
+    }
+}
+
+TEST_F(CollectionClicks, ARightClickOnWhatHasVanishedOffersEverythingButToOpenIt) {
+    Vanish("Music/Sub");
+    for (const char* name : {"Music/Sub", "Music/Sub/b.wav"}) {
+        LeaveOldInformation();
+        Click(Folder.Path(name), Qt::RightButton);
+        EXPECT_EQ(Information(), (QStringList{Node(Folder.Path(name))->text(0), u"00:00"_s}));
+        EXPECT_TRUE(PopupShown());
+        EXPECT_EQ(VisiblePopupEntries(), (QStringList{u"convertnoww"_s, u"sepit"_s, u"removefromlist"_s}));
+    }
+}
+
+TEST_F(CollectionClicks, VanishedFilesOfEveryKindShowNoLength) {
+    for (const char* name : {"v.wav", "v.mp3", "v.ogg", "v.wma", "v.aac", "v.alac", "v.flac", "v.ape",
+                             "v.apl", "v.mpc", "v.mp+"}) {
+        Folder.MakeFile(name);
+        ASSERT_TRUE(Drop({name}));
+        Vanish(name);
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+            LeaveOldInformation();
+            Click(Folder.Path(name), button);
+            EXPECT_EQ(Information(), (QStringList{QString::fromUtf8(name), u"00:00"_s}));
+            EXPECT_EQ(PopupShown(), button == Qt::RightButton);
+        }
+    }
+}
+
+TEST_F(CollectionClicks, DeleteTwiceRemovesOne) {
+    Click(Folder.Path("Music/a.wav"));
+    LeaveOldInformation();
+    PressDelete();
+    EXPECT_EQ(Nodes(), (QStringList{u"My Conversion"_s, u"Music"_s, u"Sub"_s, u"b.wav"_s}));
+    EXPECT_EQ(Information(), NoInformation);
+    LeaveOldInformation();
+    Tree().setCurrentItem(Node(Folder.Path("Music/Sub")));  // the key asks for any selected node
+    PressDelete();
+    EXPECT_EQ(Nodes().size(), 4);
+    EXPECT_EQ(Records().UpperBound(), 3);
+    EXPECT_EQ(Information(), (QStringList{u"old"_s, u"old"_s})) << "it fails before it comes to the labels";
+}
+
+TEST_F(CollectionClicks, NewEmptiesEverythingButTheTagInMemory) {
+    Panel().TextOutPath->SetText(Folder.Path("out"));
+    Panel().ComboOutFormat->SelectText(u"Wav"_s);
+    ClickToolbar(5);
+    ASSERT_EQ(Rows().RowCount(), 2);
+    Form().TagPage.Fields->infoTitle->setText(u"Remembered"_s);
+    Form().TagPage.ToolbarButton(1)->trigger();
+    LeaveOldInformation();
+    StartAnew();
+    EXPECT_EQ(Nodes(), QStringList{u"My Conversion"_s});
+    EXPECT_TRUE(Node(RootKey.toString())->isExpanded());
+    EXPECT_EQ(Records().UpperBound(), 0);
+    EXPECT_EQ(Rows().RowCount(), 0);
+    ExpectCounts(u"0"_s, u"0"_s);
+    EXPECT_EQ(Information(), NoInformation);
+    EXPECT_EQ(Form().Label29->text(), QString());
+    Form().TagPage.Fields->infoTitle->setText(u"Other"_s);
+    Form().TagPage.ToolbarButton(2)->trigger();
+    EXPECT_EQ(Form().TagPage.Fields->infoTitle->text(), u"Remembered"_s);
+}
+
+TEST_F(CollectionClicks, DuringARunAClickOnlyRemembersTheNodeAndHidesTheTagInMemory) {
+    MakeLongWav("Long/long.wav", 20);
+    AddFolderByCommand(Folder.Path("Long"));
+    Click(Folder.Path("Long"), Qt::RightButton);
+    PopupShown();
+    Panel().TextOutPath->SetText(Folder.Path("out"));
+    Panel().ComboOutFormat->SelectText(u"Mp3"_s);
+    Tree().expandAll();
+    Vanish("Music/a.wav");
+    bool clicked = false;
+    WhenReached(1, [&] {
+        clicked = true;
+        ASSERT_TRUE(Window->State().Busy);
+        Form().SSTab1->setCurrentIndex(1);
+        for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
+            Form().TagPage.ToolbarButton(3)->trigger();
+            ASSERT_TRUE(Form().TagPage.Picture4->isVisible());
+            LeaveOldInformation();
+            Click(Folder.Path("Music/a.wav"), button);
+            EXPECT_FALSE(Form().TagPage.Picture4->isVisible());
+            EXPECT_EQ(Information(), (QStringList{u"old"_s, u"old"_s}));
+            EXPECT_EQ(Window->Tags().CurrentFile(), QString());
+            EXPECT_FALSE(PopupShown());
+        }
+        ClickToolbar(6);
+    });
+    Form().convertnoww->trigger();
+    ASSERT_TRUE(clicked);
+    Form().removefromlist->trigger();
+    EXPECT_EQ(Node(Folder.Path("Music/a.wav")), nullptr) << "the node of the last click";
+    EXPECT_NE(Node(Folder.Path("Long")), nullptr);
 }
 
 }  // namespace

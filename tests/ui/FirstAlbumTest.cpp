@@ -1,4 +1,4 @@
-#include "MainWindowTest.h"
+#include "CollectionTest.h"
 #include "support/Tool.h"
 
 namespace Sonmira {
@@ -6,7 +6,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class FirstAlbum : public MainWindowTest {
+class FirstAlbum : public CollectionTest {
 protected:
     FirstAlbum() {
         const QByteArray wav = WavOf(MakeTone(44100, 2, 20 * 44100, 440), WavKind::Signed16);
@@ -19,19 +19,6 @@ protected:
         Open();
         Panel().TextOutPath->SetText(Folder.Path("out"));
         Panel().ComboOutFormat->SelectText(u"Mp3"_s);
-    }
-
-    // What the tree gets when another program's files are let go over it.
-    void Drop(const QMimeData& data) {
-        constexpr QPoint Place(20, 20);
-        QWidget* const target = Form().TreeView1->viewport();
-        QDragEnterEvent enter(Place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(target, &enter);
-        EXPECT_TRUE(enter.isAccepted());
-        QDropEvent drop(Place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(target, &drop);
-        EXPECT_TRUE(drop.isAccepted());
-        QTest::qWait(20);
     }
 };
 
@@ -86,7 +73,7 @@ TEST_F(FirstAlbum, ARealDropOnTheTreeAddsFilesAndFolders) {
     data.setUrls({QUrl::fromLocalFile(QString::fromUtf8(Folder.Native("Music/Rock"))),
                   QUrl::fromLocalFile(QString::fromUtf8(Folder.Native("Music/a.wav"))),
                   QUrl(u"https://example.org/z.wav"_s)});
-    Drop(data);
+    EXPECT_TRUE(Drop(data));
     EXPECT_EQ(Nodes(), (QStringList{u"My Conversion"_s, u"Rock"_s, u"x.ogg"_s, u"a.wav"_s}));
 }
 
@@ -94,7 +81,7 @@ TEST_F(FirstAlbum, ADropKeepsNamesThatAreNoText) {
     Folder.MakeFile("raw\xE9.wav");
     QMimeData data;
     data.setUrls({QUrl::fromEncoded("file://" + Folder.Native("raw%E9.wav"))});
-    Drop(data);
+    EXPECT_TRUE(Drop(data));
     EXPECT_TRUE(Window->Gathered().Records.HoldsPath(Folder.Path("raw\xE9.wav")));
 }
 

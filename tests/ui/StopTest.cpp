@@ -15,31 +15,6 @@ protected:
         Panel().TextOutPath->SetText(Folder.Path("out"));
         Panel().ComboOutFormat->SelectText(u"Mp3"_s);
     }
-
-    // A WAV of that many minutes whose sound is a hole in the file.
-    void MakeLongWav(const QByteArray& name, int minutes) {
-        const qint64 bytes = qint64{minutes} * 60 * 44100 * 4;
-        QByteArray header = WavOf(MakeSilence(44100, 2, 0), WavKind::Signed16);
-        const auto put = [&](qsizetype at, qint64 value) {
-            for (int n = 0; n < 4; ++n) header[at + n] = static_cast<char>(value >> (8 * n));
-        };
-        put(4, 36 + bytes);
-        put(40, bytes);
-        Folder.MakeFile(name, header);
-        std::filesystem::resize_file(Folder.Native(name).toStdString(),
-                                     static_cast<std::uintmax_t>(44 + bytes));
-    }
-
-    // Acts once, as soon as the first row has reached `percent`.
-    void WhenReached(int percent, std::function<void()> act) {
-        auto* poll = new QTimer(Window.get());
-        QObject::connect(poll, &QTimer::timeout, poll, [this, poll, percent, act] {
-            if (Rows().RowCount() < 1 || Progress(1).chopped(2).toInt() < percent) return;
-            poll->stop();
-            act();
-        });
-        poll->start(5);
-    }
 };
 
 TEST_F(Stop, AtATenthOfALongFileFreesTheControlsWithinAQuarterSecond) {

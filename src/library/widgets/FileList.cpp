@@ -78,6 +78,8 @@ void FileList::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void FileList::ScrollToRow(int row) {
+    // A row that was added just now is not in the scroll bar's range yet, and would stay one row out of view.
+    updateGeometries();
     scrollTo(Model.index(row - 1, 0));
 }
 

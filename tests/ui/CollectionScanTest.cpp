@@ -1,0 +1,219 @@
+// Adding folders and drops: what comes in, what is locked meanwhile, and how it is stopped.
+#include "CollectionTest.h"
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class CollectionScan : public CollectionTest {
+protected:
+    CollectionScan() { Open(); }
+
+    // Subfolders with a file each, so that a scan lets the event loop run.
+    void MakeSubfolders() {
+        for (const char* name : {"Music/A/1.wav", "Music/B/2.wav", "Music/C/3.wav"}) Folder.MakeFile(name);
+    }
+    QStringList RecordNames() {
+        QStringList names;
+        for (int n = 1; n <= Records().UpperBound(); ++n) names.append(Records()[n].Name);
+        return names;
+    }
+};
+
+TEST_F(CollectionScan, TakesWhatItsListHoldsADropTakesMoreAndASubfolderAfterwardsChangesNothing) {
+    for (const char* name : {"Music/a.wav", "Music/B.Mp3", "Music/note.txt", "Music/p.mpc", "Music/l.alac",
+                             "Music/Rock/x.ogg"}) {
+        Folder.MakeFile(name);
+    }
+    Folder.MakeFolder("Music/Empty");
+    AddFolderByCommand(Folder.Path("Music"));
+    const QStringList scanned = {u"My Conversion"_s, u"Music"_s, u"a.wav"_s, u"B.Mp3"_s,
+                                 u"Empty"_s,         u"Rock"_s,  u"x.ogg"_s};
+    EXPECT_EQ(Nodes(), scanned);
+    ExpectCounts(u"3"_s, u"3"_s);
+
+    for (const char* name : {"Music/p.mpc", "Music/l.alac", "Music/note.txt", "Music/a.wav"}) {
+        EXPECT_TRUE(Drop({name})) << name;
+        ExpectFree();
+    }
+    const QStringList dropped = scanned + QStringList{u"p.mpc"_s, u"l.alac"_s};
+    EXPECT_EQ(Nodes(), dropped);
+    ExpectCounts(u"3"_s, u"5"_s);
+    EXPECT_EQ(Node(Folder.Path("Music/p.mpc"))->parent(), Node(RootKey.toString()));
+
+    for (const char* name : {"Music/Rock", "Music/Empty", "Music"}) AddFolderByCommand(Folder.Path(name));
+    EXPECT_EQ(Nodes(), dropped);
+    ExpectCounts(u"3"_s, u"5"_s);
+    EXPECT_EQ(Records().UpperBound(), 8);
+    ExpectFree();
+}
+
+TEST_F(CollectionScan, LocksTheInputsAndNamesThePathInHand) {
+    MakeSubfolders();
+    int turns = 0;
+    AddWhile(Folder.Path("Music"), [&] {
+        ++turns;
+        for (const int button : {1, 2, 3, 5, 8}) EXPECT_FALSE(Form().ToolbarButton(button)->isEnabled());
+        EXPECT_TRUE(Form().ToolbarButton(6)->isEnabled());
+        EXPECT_FALSE(Panel().ComboOutFormat->isEnabled());
+        EXPECT_TRUE(Form().StatusPanel1->text().startsWith(QString::fromUtf8(Folder.Native("Music/"))))
+            << Form().StatusPanel1->text().toStdString();
+    });
+    EXPECT_GT(turns, 0);
+    EXPECT_EQ(Records().UpperBound(), 7);
+    ExpectFree();
+}
+
+TEST_F(CollectionScan, RefusesADragMeanwhile) {
+    MakeSubfolders();
+    Folder.MakeFile("late.wav");
+    int turns = 0;
+    AddWhile(Folder.Path("Music"), [&] {
+        ++turns;
+        EXPECT_FALSE(Drop({"late.wav"}));
+    });
+    EXPECT_GT(turns, 0);
+    EXPECT_EQ(Node(Folder.Path("late.wav")), nullptr);
+    EXPECT_TRUE(Drop({"late.wav"}));
+    EXPECT_NE(Node(Folder.Path("late.wav")), nullptr);
+}
+
+TEST_F(CollectionScan, ShowsNoMenuForARightClickMeanwhile) {
+    MakeSubfolders();
+    int clicks = 0;
+    AddWhile(Folder.Path("Music"), [&] {
+        Click(Folder.Path("Music"), Qt::RightButton);
+        EXPECT_FALSE(PopupShown());
+        ++clicks;
+    });
+    EXPECT_GT(clicks, 0);
+    Click(Folder.Path("Music"), Qt::RightButton);
+    EXPECT_TRUE(PopupShown());
+}
+
+TEST_F(CollectionScan, RemovesNothingMeanwhile) {
+    MakeSubfolders();
+    int tries = 0;
+    AddWhile(Folder.Path("Music"), [&] {
+        Click(Folder.Path("Music"));
+        PressDelete();
+        Form().removefromlist->trigger();
+        Form().mynew->trigger();
+        ++tries;
+    });
+    EXPECT_GT(tries, 0);
+    EXPECT_EQ(Nodes().size(), 8);
+    EXPECT_EQ(Records().UpperBound(), 7);
+    // What was clicked meanwhile is what the key removes afterwards.
+    PressDelete();
+    EXPECT_EQ(Nodes().size(), 1);
+    EXPECT_EQ(Records().UpperBound(), 0);
+}
+
+// The button of the toolbar and the command of the menu.
+class CollectionStop : public CollectionScan, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(CollectionStop, EndsAScanAfterTheSubfolderInHandAndKeepsWhatCameIn) {
+    constexpr int Folders = 200;
+    constexpr int FilesInEach = 15;
+    for (int folder = 0; folder < Folders; ++folder) {
+        for (int file = 0; file < FilesInEach; ++file) {
+            Folder.MakeFile("Music/" + QByteArray::number(folder) + '/' + QByteArray::number(file) + ".wav");
+        }
+    }
+    int foldersAtStop = 0;
+    AddWhile(Folder.Path("Music"), [&] {
+        const int folders = Window->Gathered().DirectoryCount;
+        if (foldersAtStop > 0 || folders < 3) return;
+        foldersAtStop = folders;
+        if (GetParam()) {
+            ClickToolbar(6);
+        } else {
+            Form().cancel->trigger();
+        }
+    });
+    ASSERT_GT(foldersAtStop, 0);
+    EXPECT_LT(foldersAtStop, Folders);
+    const int files = (foldersAtStop - 1) * FilesInEach;
+    ExpectCounts(QString::number(foldersAtStop), QString::number(files));
+    EXPECT_EQ(Nodes().size(), 1 + foldersAtStop + files);
+    EXPECT_EQ(Records().UpperBound(), foldersAtStop + files);
+    ExpectFree();
+    // A stop holds for one scan only.
+    Folder.MakeFile("Other/x.wav");
+    AddFolderByCommand(Folder.Path("Other"));
+    EXPECT_EQ(LastRecord().Name, u"x.wav"_s);
+}
+
+INSTANTIATE_TEST_SUITE_P(ByButtonAndMenu, CollectionStop, ::testing::Bool(),
+                         [](const auto& given) { return given.param ? "Button" : "Menu"; });
+
+// Two folders that share a number: the removal of one takes the other's record of a child, whose node stays.
+class CollectionSharedNumbers : public CollectionScan {
+protected:
+    // `child` is all that B holds.
+    void LeaveNodeWithoutRecord(const QByteArray& child) {
+        Folder.MakeFile("A/one.mp3");
+        Folder.MakeFile("C/three.mp3");
+        for (const char* name : {"A", "B"}) AddFolderByCommand(Folder.Path(name));  // B has the number 3
+        Click(Folder.Path("A"));
+        PressDelete();
+        AddFolderByCommand(Folder.Path("C"));  // at position 3 and so number 3 again
+        Click(Folder.Path("C"));
+        PressDelete();
+        ASSERT_EQ(RecordNames(), QStringList{u"B"_s});
+        ASSERT_NE(Node(Folder.Path(child)), nullptr);
+    }
+    // A record came in, and no node for it.
+    void ExpectRecordOnly(const QByteArray& name) {
+        EXPECT_EQ(Records().UpperBound(), 2);
+        EXPECT_EQ(LastRecord().Path, Folder.Path(name));
+        EXPECT_EQ(Nodes(), (QStringList{u"My Conversion"_s, u"B"_s, LastRecord().Name}));
+        EXPECT_EQ(Node(Folder.Path(name))->parent(), Node(Folder.Path("B"))) << "the old one";
+        ExpectFree();
+    }
+};
+
+TEST_F(CollectionSharedNumbers, AFolderWhoseKeyIsThereGetsARecordOnly) {
+    Folder.MakeFolder("B/Sub");
+    LeaveNodeWithoutRecord("B/Sub");
+    Folder.MakeFile("B/Sub/new.wav");
+    AddFolderByCommand(Folder.Path("B/Sub"));
+    ExpectRecordOnly("B/Sub");
+    ExpectCounts(u"1"_s, u"0"_s);
+}
+
+TEST_F(CollectionSharedNumbers, ADroppedFolderWhoseKeyIsThereGetsARecordOnlyAndTheDropGoesOn) {
+    Folder.MakeFolder("B/Sub");
+    LeaveNodeWithoutRecord("B/Sub");
+    Folder.MakeFile("last.wav");
+    EXPECT_TRUE(Drop({"B/Sub", "last.wav"}));
+    EXPECT_EQ(RecordNames(), (QStringList{u"B"_s, u"Sub"_s, u"last.wav"_s}));
+    EXPECT_EQ(Nodes(), (QStringList{u"My Conversion"_s, u"B"_s, u"Sub"_s, u"last.wav"_s}));
+    ExpectFree();
+}
+
+TEST_F(CollectionSharedNumbers, ADroppedFileWhoseKeyIsThereGetsARecordOnly) {
+    Folder.MakeFile("B/two.mp3");
+    LeaveNodeWithoutRecord("B/two.mp3");
+    EXPECT_TRUE(Drop({"B/two.mp3"}));
+    ExpectRecordOnly("B/two.mp3");
+}
+
+TEST_F(CollectionSharedNumbers, AFileOfTheDialogWhoseKeyIsThereGetsARecordOnly) {
+    Folder.MakeFile("B/two.mp3");
+    LeaveNodeWithoutRecord("B/two.mp3");
+    const auto realDialog = std::exchange(Dialogs().OpenFiles, [this](const OpenDialogRequest& /*request*/) {
+        return QStringList{Folder.Path("B/two.mp3")};
+    });
+    ClickToolbar(2);
+    Dialogs().OpenFiles = realDialog;
+    EXPECT_EQ(RecordNames(), (QStringList{u"B"_s, u"two.mp3"_s}));
+    EXPECT_EQ(ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s), QString())
+        << "a failure ends it without saving anything";
+    EXPECT_TRUE(Form().ToolbarButton(2)->isEnabled());
+}
+
+}  // namespace
+}  // namespace Sonmira
