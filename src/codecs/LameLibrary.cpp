@@ -68,8 +68,24 @@ struct LameLibrary::Functions {
                FindOne("lame_set_in_samplerate", SetInSampleRate) &&
                FindOne("lame_set_out_samplerate", SetOutSampleRate) &&
                FindOne("lame_set_num_channels", SetChannels) && FindOne("lame_set_mode", SetMode) &&
-               FindOne("lame_set_VBR", SetVbr) && FindOne("lame_set_brate", SetBitRate) &&
-               FindOne("lame_set_scale", SetScale) && FindOne("lame_set_bWriteVbrTag", SetWriteTag) &&
+               FindOne("lame_set_VBR", SetVbr) && FindOne("lame_set_VBR_q", SetVbrQuality) &&
+               FindOne("lame_set_VBR_mean_bitrate_kbps", SetVbrMeanBitRate) &&
+               FindOne("lame_set_VBR_min_bitrate_kbps", SetVbrLeastBitRate) &&
+               FindOne("lame_set_VBR_max_bitrate_kbps", SetVbrMostBitRate) &&
+               FindOne("lame_set_VBR_hard_min", SetVbrHardLeast) &&
+               FindOne("lame_set_force_ms", SetForceMidSide) && FindOne("lame_set_quality", SetQuality) &&
+               FindOne("lame_set_disable_reservoir", SetDisableReservoir) &&
+               FindOne("lame_set_allow_diff_short", SetBlockTypesDiffer) &&
+               FindOne("lame_set_no_short_blocks", SetNoShortBlocks) &&
+               FindOne("lame_set_emphasis", SetEmphasis) && FindOne("lame_set_strict_ISO", SetStrictIso) &&
+               FindOne("lame_set_ATHonly", SetAthOnly) && FindOne("lame_set_noATH", SetNoAth) &&
+               FindOne("lame_set_ATHshort", SetAthShort) && FindOne("lame_set_lowpassfreq", SetLowpass) &&
+               FindOne("lame_set_lowpasswidth", SetLowpassWidth) &&
+               FindOne("lame_set_highpassfreq", SetHighpass) &&
+               FindOne("lame_set_highpasswidth", SetHighpassWidth) &&
+               FindOne("lame_set_error_protection", SetErrorProtection) &&
+               FindOne("lame_set_brate", SetBitRate) && FindOne("lame_set_scale", SetScale) &&
+               FindOne("lame_set_bWriteVbrTag", SetWriteTag) &&
                FindOne("lame_set_write_id3tag_automatic", SetWriteId3) &&
                FindOne("lame_init_params", InitParameters) && FindOne("lame_encode_buffer", Encode) &&
                FindOne("lame_encode_buffer_interleaved", EncodeInterleaved) &&
