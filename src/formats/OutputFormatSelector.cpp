@@ -1,8 +1,12 @@
 #include "formats/OutputFormatSelector.h"
 
-#include "codecs/AudioFile.h"
 #include "engine/OutputFormatNames.h"
+#include "engine/RunState.h"
+#include "formats/Mp3Options.h"
+#include "formats/Mp3Settings.h"
+#include "formats/OggOptions.h"
 #include "formats/OutputPanel.h"
+#include "formats/WavOptions.h"
 #include "shell/EncoderGate.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Paths.h"
@@ -18,22 +22,24 @@ namespace Sonmira {
 
 namespace {
 
-// What a format starts with when the user has chosen nothing else: CD quality in, a plain choice out.
-constexpr int DefaultFrequency = 44100;
-constexpr int DefaultChannels = 2;
-constexpr int DefaultKilobits = 128;
-constexpr int DefaultBits = 16;
-constexpr int DefaultOggQuality = 400;
+// The MP3 format that is in force before anything was selected.
+constexpr int PlainFrequency = 44100;
+constexpr int PlainChannels = 2;
+constexpr int PlainKilobits = 128;
 
 constexpr int FolderDialogTitleLine = 18;
 
 }  // namespace
 
-OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, EncoderLevels& levels)
-    : Panel(controls), FileWenc(fileWenc), Levels(controls, levels), Wma(controls, fileWenc) {
+OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, RunState& run)
+    : Panel(controls),
+      Caller{fileWenc, *controls.TextOutFormat, run.Frequency, run.Channels},
+      Levels(controls, run.Levels),
+      Wma(controls, fileWenc) {
     OnEvent(Panel.ComboOutFormat, &ChoiceList::Click, this, [this] { ComboOutFormat_Click(); });
     OnEvent(Panel.CheckOutPath, &QCheckBox::toggled, this, [this] { CheckOutPath_Click(); });
     OnEvent(Panel.CmdSelectPath, &QToolButton::clicked, this, [this] { CmdSelectPath_Click(); });
+    OnEvent(Panel.CmdFormatParameter, &QToolButton::clicked, this, [this] { CmdFormatParameter_Click(); });
 }
 
 void OutputFormatSelector::FillComboOutFormat(bool wmaSupported) {
@@ -48,14 +54,15 @@ void OutputFormatSelector::FillComboOutFormat(bool wmaSupported) {
     Panel.ComboOutFormat->setCurrentIndex(-1);
 }
 
-bool OutputFormatSelector::SetPlainMp3() {
-    const bool taken = FileWenc.SetFormatMP3(DefaultFrequency, DefaultKilobits, DefaultChannels);
-    ShowFormat();
-    return taken;
+void OutputFormatSelector::SetPlainMp3() {
+    Caller.FileWenc.SetFormatMP3(PlainFrequency, PlainKilobits, PlainChannels);
+    Caller.ShowFormat();
 }
 
-void OutputFormatSelector::ShowFormat() {
-    Panel.TextOutFormat->setText(FileWenc.FormatString());
+bool OutputFormatSelector::ApplySavedMp3() {
+    const bool taken = ApplySavedMp3Format(Caller, Mp3Params);
+    Caller.ShowFormat();
+    return taken;
 }
 
 void OutputFormatSelector::ComboOutFormat_Click() {
@@ -70,7 +77,7 @@ void OutputFormatSelector::ComboOutFormat_Click() {
         Levels.ApplySavedFlacFormat();
         Panel.ShowDetail(Panel.ComboFLACFormat);
     } else if (format == FormatName::Mp3) {
-        if (!SetPlainMp3()) {
+        if (!ApplySavedMp3()) {
             // The library is there but cannot be loaded. The earlier format stays, and the list must say so,
             // or its sound would be written under the wrong ending.
             const int earlier = std::exchange(AppliedItem, -1);
@@ -84,12 +91,11 @@ void OutputFormatSelector::ComboOutFormat_Click() {
         Panel.ShowDetail(Panel.TextOutFormat);
     } else if (format == FormatName::Wav) {
         Panel.TextOutFormat->clear();
-        FileWenc.SetFormatPCM(DefaultFrequency, DefaultChannels, DefaultBits);
-        ShowFormat();
+        SetWavFormat(Caller, SavedWavChoice());
         Panel.ShowDetail(Panel.TextOutFormat);
     } else if (format == FormatName::Ogg) {
-        FileWenc.SetFormatOggVorbis(DefaultFrequency, DefaultChannels, {}, {}, {}, DefaultOggQuality);
-        ShowFormat();
+        ApplySavedOggFormat(Caller);
+        Caller.ShowFormat();
         Panel.ShowDetail(Panel.TextOutFormat);
     } else if (format == FormatName::Wma) {
         Wma.ApplySavedWmaFormat();
@@ -107,6 +113,28 @@ void OutputFormatSelector::CheckOutPath_Click() {
 void OutputFormatSelector::CmdSelectPath_Click() {
     const QString folder = BrowseForFolder(LanguageLines[FolderDialogTitleLine]);
     if (!folder.isEmpty()) Panel.TextOutPath->SetText(folder);
+}
+
+void OutputFormatSelector::CmdFormatParameter_Click() {
+    WithFailureBox([this] {
+        const QString format = Panel.ComboOutFormat->currentText();
+        if (format == FormatName::Mp3) {
+            Mp3Options window(Panel.window());
+            window.CallForm(Caller, Mp3Params);
+            window.exec();
+            Mp3Params = window.InForce();
+        }
+        if (format == FormatName::Ogg) {
+            OggOptions window(Panel.window());
+            window.Loader(Caller);
+            window.exec();
+        }
+        if (format == FormatName::Wav) {
+            WavOptions window(Panel.window());
+            window.LoadForm(Caller);
+            window.exec();
+        }
+    });
 }
 
 }  // namespace Sonmira

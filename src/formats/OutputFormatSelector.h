@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/FormatCaller.h"
 #include "formats/LevelLists.h"
 #include "formats/WmaList.h"
 
@@ -7,8 +8,8 @@
 
 namespace Sonmira {
 
-class AudioFile;
 class OutputPanel;
+struct RunState;
 
 // The behaviour of the output panel: which formats are offered, what a selection puts into the encoder,
 // and how the output folder is chosen.
@@ -16,27 +17,30 @@ class OutputFormatSelector : public QObject {
     Q_OBJECT
 
 public:
-    // All outlive the selector. `fileWenc` and `levels` receive the format of each selection.
-    OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, EncoderLevels& levels);
+    // All outlive the selector. `fileWenc` and the levels of `run` receive the format of each selection.
+    OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, RunState& run);
 
     // Fills the list of the WMA formats; to be done where WMA is supported.
     void FillComboWmaFormat() { Wma.Fill(); }
     // Adds the items of the format list: Mp3 only where its encoder library is installed, Wma where it is
     // supported.
     void FillComboOutFormat(bool wmaSupported);
-    // Puts plain MP3 (44100 Hz, 128 kbit, stereo) into the encoder and shows its text. Returns whether the
-    // encoder took it.
-    bool SetPlainMp3();
+    // Puts plain MP3 (44100 Hz, 128 kbit, stereo) into the encoder and shows its text.
+    void SetPlainMp3();
+    // Puts the saved MP3 parameters into the encoder and shows their text. False, and the earlier format
+    // stays, where the encoder library cannot be loaded.
+    bool ApplySavedMp3();
 
     void ComboOutFormat_Click();
     void CheckOutPath_Click();
     void CmdSelectPath_Click();
+    // Opens the options window of the selected format, and waits for its end.
+    void CmdFormatParameter_Click();
 
 private:
-    void ShowFormat();
-
     OutputPanel& Panel;
-    AudioFile& FileWenc;
+    FormatCaller Caller;
+    std::shared_ptr<Mp3Parameters> Mp3Params;
     LevelLists Levels;
     WmaList Wma;
     int AppliedItem = -1;  // the item of the list whose format the encoder holds

@@ -44,6 +44,7 @@ OutputPanel::OutputPanel(QWidget* parent)
       ComboOutFormat(Make<ChoiceList>(this, u"ComboOutFormat"_s)),
       Label7(Make<QLabel>(this, u"Label7"_s, u"- Format parameter :"_s)),
       TextOutFormat(Make<QLineEdit>(this, u"TextOutFormat"_s)),
+      CmdFormatParameter(Make<QToolButton>(this, u"CmdFormatParameter"_s)),
       ComboWmaFormat(Make<ChoiceList>(this, u"ComboWmaFormat"_s)),
       ComboAPEFormat(Make<ChoiceList>(this, u"ComboAPEFormat"_s)),
       ComboFLACFormat(Make<ChoiceList>(this, u"ComboFLACFormat"_s)),
@@ -55,6 +56,8 @@ OutputPanel::OutputPanel(QWidget* parent)
     Label11->setFont(bold);
     CmdSelectPath->setIcon(OwnIcon(u"folder"));
     CmdSelectPath->setAccessibleName(u"Select the output folder"_s);
+    CmdFormatParameter->setIcon(OwnIcon(u"options"));
+    CmdFormatParameter->setAccessibleName(u"Change the format parameters"_s);
     TextOutFormat->setReadOnly(true);
     Label5->setBuddy(TextOutPath);
     Label6->setBuddy(ComboOutFormat);
@@ -71,8 +74,9 @@ OutputPanel::OutputPanel(QWidget* parent)
     grid->addWidget(Label7, 4, 0);
     for (QWidget* detail : Details()) {
         detail->setAccessibleName(u"Format parameter"_s);
-        grid->addWidget(detail, 4, 1, 1, 2);
+        grid->addWidget(detail, 4, 1, 1, detail == TextOutFormat ? 1 : 2);
     }
+    grid->addWidget(CmdFormatParameter, 4, 2);
     ShowDetail(TextOutFormat);
     grid->addWidget(Check2, 5, 0, 1, 3);
     grid->setColumnStretch(1, 1);
@@ -84,6 +88,7 @@ std::array<QWidget*, 5> OutputPanel::Details() const {
 
 void OutputPanel::ShowDetail(const QWidget* detail) {
     for (QWidget* one : Details()) one->setVisible(one == detail);
+    CmdFormatParameter->setVisible(detail == TextOutFormat);
 }
 
 }  // namespace Sonmira

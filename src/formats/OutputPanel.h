@@ -30,14 +30,15 @@ public:
     ChoiceList* ComboOutFormat;
     QLabel* Label7;
     // One of these shows what there is to choose in the format.
-    QLineEdit* TextOutFormat;  // read-only summary of the format
+    QLineEdit* TextOutFormat;         // read-only summary of the format
+    QToolButton* CmdFormatParameter;  // opens the options of a format that is shown by its summary
     ChoiceList* ComboWmaFormat;
     ChoiceList* ComboAPEFormat;
     ChoiceList* ComboFLACFormat;
     ChoiceList* ComboMPCFormat;
     QCheckBox* Check2;
 
-    // Shows that one of the detail controls and hides the others.
+    // Shows that one of the detail controls, the button with the summary, and hides the others.
     void ShowDetail(const QWidget* detail);
 
 private:

@@ -35,7 +35,7 @@ BatchConverter::BatchConverter()
     : Controls(*this),
       CollectionShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
       RunShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
-      FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run.Levels),
+      FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run),
       Languages(*Controls.Languer),
       TagPage(Controls.TagPage, Codecs.Tags) {
     setObjectName(u"BatchConverter"_s);
@@ -138,6 +138,7 @@ void BatchConverter::SetControlsEnabled(bool enabled) {
          {panel.ComboOutFormat, panel.ComboWmaFormat, panel.ComboAPEFormat, panel.ComboFLACFormat}) {
         control->setEnabled(enabled);
     }
+    panel.CmdFormatParameter->setEnabled(enabled);
     panel.CmdSelectPath->setEnabled(enabled);
     panel.CheckOutPath->setEnabled(enabled);
     panel.Check2->setEnabled(enabled);

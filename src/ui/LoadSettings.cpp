@@ -111,8 +111,9 @@ void BatchConverter::RestoreOutputFormat(const QString& wmaSupport) {
         return;
     }
     list.SelectText((IsLameInstalled() ? FormatName::Mp3 : FormatName::Wav).toString());
-    // On a first start the encoder is given plain MP3 once more, whatever the list shows.
+    // On a first start the encoder is given MP3 once more, whatever the list shows.
     FormatSelector.SetPlainMp3();
+    FormatSelector.ApplySavedMp3();
 }
 
 }  // namespace Sonmira

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "codecs/AudioFile.h"
+
+#include <QLineEdit>
+
+namespace Sonmira {
+
+// What an options window works on: the window that opened it, as far as it concerns a format.
+struct FormatCaller {
+    AudioFile& FileWenc;       // takes the format
+    QLineEdit& TextOutFormat;  // shows it; empty while a refused one is in force
+    const int& Frequency;      // Hz
+    const int& Channels;
+
+    void ShowFormat() const { TextOutFormat.setText(FileWenc.FormatString()); }
+};
+
+}  // namespace Sonmira

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "codecs/Mp3Parameters.h"
+#include "formats/FormatCaller.h"
+#include "formats/Mp3OptionsForm.h"
+
+#include <memory>
+
+namespace Sonmira {
+
+// The window of the MP3 format. It works on the parameters that are in force; what it applies goes to the
+// encoder, to the settings and to the caller's summary.
+class Mp3Options : public Mp3OptionsForm {
+    Q_OBJECT
+
+public:
+    explicit Mp3Options(QWidget* owner);
+
+    // Takes the caller and the parameters, and shows them. To be called before the window is shown. Fails
+    // with InvalidPropertyValue for parameters that a control cannot show.
+    void CallForm(const FormatCaller& caller, std::shared_ptr<Mp3Parameters> parameters);
+
+    // The parameters in force.
+    const std::shared_ptr<Mp3Parameters>& InForce() const { return Parameters; }
+
+private:
+    void ConnectEvents();
+    void LoadMp3Options();
+    void LoadFilters();
+    void ApplyMp3Options();
+    void TakeControls();
+    void ShowBitrate();
+    void ShowVbrBitrate();
+    void chHFilt_Click();
+    void chLFilt_Click();
+    void cmbVBRCodingMethod_Click();
+
+    std::optional<FormatCaller> Caller;
+    std::shared_ptr<Mp3Parameters> Parameters;
+    qint16 SelectedPreset = 1;
+    qint16 SelectedAltPreset = 1;
+};
+
+}  // namespace Sonmira
