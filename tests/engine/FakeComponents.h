@@ -112,6 +112,7 @@ public:
     FakeSource Source;
     FakeSink Sink;
     QStringList TagReads;
+    std::function<void()> AtTagRead;  // may fail
 
     Components Parts() { return {Source, Sink, Aac, Alac, Flac, Mpc, FlacOut, MpcOut, Ape, Tags}; }
 
@@ -233,6 +234,7 @@ private:
         explicit WatchedTags(FakeCodecs& all) : All(all) {}
         void LoadTag(const QString& path) override {
             All.TagReads.append(QStringLiteral("AudioInformation %1").arg(TagKind()));
+            if (All.AtTagRead) All.AtTagRead();
             AudioInformation::LoadTag(path);
         }
         FakeCodecs& All;

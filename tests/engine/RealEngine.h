@@ -39,6 +39,7 @@ protected:
     void AddMusic() { AddDirectory(Items, Host, Folder.Path("Music")); }
     // Only this file, by the command that takes files of any ending.
     void TakeFile(const QString& path) {
+        if (Items.Records.FirstWithPath(path)) return;
         Items = {};
         AddFileRecord(Items, Host, path);
     }

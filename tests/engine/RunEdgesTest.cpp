@@ -28,15 +28,11 @@ protected:
         AddDirectory(Items, Host, Folder.Path("Music"));
     }
     void Convert() { JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions(); }
-    // A file whose parent is no record, so that working out its output is a failing statement.
-    void AddOrphan(const QByteArray& name) {
-        ConversionRecord orphan;
-        orphan.IsFile = true;
-        orphan.Path = Folder.MakeFile("Orphans/" + name);
-        orphan.Name = QString::fromLatin1(name);
-        orphan.Parent = 999;
-        Items.Records.Append(orphan);
-        ++Items.FileCount;
+    // From the file of that row on, reading a tag fails, which is a statement of the driver's own.
+    void LetTagsFailFrom(std::size_t row) {
+        Codecs.AtTagRead = [this, row] {
+            if (Host.Rows.size() >= row) throw Failure(FailureNumber::Overflow);
+        };
     }
     // The outputs of a run, in order.
     QStringList OutputsOf(const std::function<void()>& run) {
@@ -59,26 +55,30 @@ protected:
 };
 
 TEST_F(RunEdge, AFailingStatementOfTheFirstFileIsNobodysToHandle) {
-    AddOrphan("a.wav");
+    AddMusic({"a.mp3", "b.mp3"});
+    LetTagsFailFrom(1);
     EXPECT_THROW(Convert(), Failure);
     EXPECT_FALSE(Host.ControlsEnabled);
 }
 
 TEST_F(RunEdge, AFailingStatementBehindTheFirstFileIsPassedOver) {
-    AddMusic({"a.wav"});
-    AddOrphan("b.wav");
+    AddMusic({"a.mp3", "b.mp3"});
+    LetTagsFailFrom(2);
     EXPECT_NO_THROW(Convert());
     ASSERT_EQ(Host.Rows.size(), 2U);
     EXPECT_EQ(Host.Rows[1].Icon, ConvertedIcon);
+    EXPECT_EQ(Host.Rows[1].Progress, u"100 %"_s);
     EXPECT_TRUE(Host.ControlsEnabled);
 }
 
 TEST_F(RunEdge, AFileThatWasRefusedCountsAsTheFirst) {
-    AddMusic({"a.flac"});
+    AddMusic({"a.flac", "b.mp3"});
     Codecs.Duration = 0;
-    AddOrphan("b.wav");
+    LetTagsFailFrom(2);
     EXPECT_NO_THROW(Convert());
+    ASSERT_EQ(Host.Rows.size(), 2U);
     EXPECT_EQ(Host.Rows[0].Icon, ErrorIcon);
+    EXPECT_EQ(Host.Rows[1].Icon, ConvertedIcon);
 }
 
 TEST_F(RunEdge, EveryFileOfASelectionBeginsWithTheStopFlagDown) {
