@@ -3,6 +3,7 @@
 #include "codecs/Id3Block.h"
 #include "codecs/InputFile.h"
 #include "codecs/MediaReader.h"
+#include "codecs/MemoryChecked.h"
 #include "codecs/SimpleTags.h"
 #include "codecs/ape/ApeFileReader.h"
 #include "codecs/ape/Decode.h"
@@ -25,31 +26,35 @@ qint64 SecondsOf(const QString& path) {
 
 void CompressFile(const QString& wav, const QString& ape, qint32 level, const ApeProgressCallback& progress,
                   const qint32& killFlag) {
-    EncodeApe(wav, ape, level, progress, killFlag);
+    WithMemoryChecked([&] { EncodeApe(wav, ape, level, progress, killFlag); });
 }
 
 void DecompressFile(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
                     const qint32& killFlag) {
-    DecodeApe(ape, wav, progress, killFlag);
+    WithMemoryChecked([&] { DecodeApe(ape, wav, progress, killFlag); });
 }
 
 qint32 GetDurationTrack(const QString& path) {
     qint64 seconds = 0;
-    PassOver([&] { seconds = SecondsOf(path); });
+    PassOver([&] { seconds = WithMemoryChecked([&] { return SecondsOf(path); }); });
     return static_cast<qint32>(std::clamp<qint64>(seconds, 0, std::numeric_limits<qint32>::max()));
 }
 
 void GetID3Tag(const QString& path, std::array<char, 128>& block) {
     PassOver([&] {
-        if (const auto found = ReadId3Block(path)) block = *found;
+        WithMemoryChecked([&] {
+            if (const auto found = ReadId3Block(path)) block = *found;
+        });
     });
 }
 
 void TagFileSimple(const QString& path, const QString& artist, const QString& album, const QString& title,
                    const QString& comment, const QString& genre, const QString& year, const QString& track,
                    qint32 clearFirst, qint32 useOldId3) {
-    WriteSimpleTags(path, {artist, album, title, comment, genre, year, track}, clearFirst != 0,
-                    useOldId3 != 0);
+    WithMemoryChecked([&] {
+        WriteSimpleTags(path, {artist, album, title, comment, genre, year, track}, clearFirst != 0,
+                        useOldId3 != 0);
+    });
 }
 
 }  // namespace Sonmira

@@ -62,6 +62,7 @@ qint64 AudioFile::ByteRate() const {
 
 qint64 AudioFile::StreamLength() const {
     if (!Reader) return 0;
+    Reader->Media.GivesUp = StopAsked;
     return WithMemoryChecked([&] { return Reader->Media.Length(); });
 }
 
@@ -95,14 +96,20 @@ void AudioFile::CloseFile() {
     WithMemoryChecked([&] { Writer->Close(); });
 }
 
+void AudioFile::ForgetFormat() {
+    Writer->Format.reset();
+    Mp3Refused = false;
+}
+
 void AudioFile::SetFormatPCM(int frequency, int channels, int bits) {
     const PcmFormat format{frequency, channels, bits};
-    Writer->Format.reset();
+    ForgetFormat();
     if (IsPcmFormat(format)) Writer->Format = format;
 }
 
 bool AudioFile::SetFormatMP3(int frequency, int kilobits, int channels) {
-    if (!LameLibrary::Load()) return false;
+    Mp3Refused = !LameLibrary::Load();
+    if (Mp3Refused) return false;
     const Mp3Format format{frequency, channels, kilobits};
     Writer->Format.reset();
     if (IsMp3Format(format)) Writer->Format = format;
@@ -113,12 +120,12 @@ void AudioFile::SetFormatOggVorbis(int frequency, int channels, std::optional<in
                                    std::optional<int> minimum, std::optional<int> maximum,
                                    std::optional<int> quality) {
     const VorbisFormat format{frequency, channels, nominal, minimum, maximum, quality};
-    Writer->Format.reset();
+    ForgetFormat();
     if (IsVorbisFormat(format)) Writer->Format = format;
 }
 
 void AudioFile::SelectWmaFormat(int number) {
-    Writer->Format.reset();
+    ForgetFormat();
     if (!WmaEnabled) return;
     if (const auto format = WmaFormatOf(number)) Writer->Format = *format;
 }
@@ -130,7 +137,7 @@ void AudioFile::EnableWma(bool enabled) {
 }
 
 QString AudioFile::FormatString() const {
-    return Writer->Format ? TextOf(*Writer->Format) : QString();
+    return Writer->Format && !Mp3Refused ? TextOf(*Writer->Format) : QString();
 }
 
 }  // namespace Sonmira

@@ -66,11 +66,14 @@ public:
     QString FormatString() const;
 
 private:
+    void ForgetFormat();
+
     class Reading;
     class Writing;
     std::unique_ptr<Reading> Reader;
     std::unique_ptr<Writing> Writer;
     bool WmaEnabled = true;
+    bool Mp3Refused = false;  // the format asked for last is not the one in force
 };
 
 }  // namespace Sonmira

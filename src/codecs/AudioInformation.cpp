@@ -2,6 +2,7 @@
 
 #include "codecs/FileFailure.h"
 #include "codecs/GenreNames.h"
+#include "codecs/MemoryChecked.h"
 #include "codecs/SafeRewrite.h"
 #include "codecs/TaggedFile.h"
 #include "platform/NativePath.h"
@@ -35,13 +36,19 @@ void AudioInformation::SetTagKind(qint16 kind) {
 void AudioInformation::LoadTag(const QString& path) {
     const QByteArray file = ToNative(path);
     CheckReadable(file);
-    const std::unique_ptr<TaggedFile> tagged = OpenTagged(file, file);
-    static_cast<TagValues&>(*this) = tagged ? tagged->Read(Kind) : TagValues();
+    static_cast<TagValues&>(*this) = WithMemoryChecked([&] {
+        const std::unique_ptr<TaggedFile> tagged = OpenTagged(file, file);
+        return tagged ? tagged->Read(Kind) : TagValues();
+    });
 }
 
 void AudioInformation::SaveTag(const QString& path, Saving saving) {
     const QByteArray file = ToNative(path);
     CheckReadable(file);
+    WithMemoryChecked([&] { Save(file, saving); });
+}
+
+void AudioInformation::Save(const QByteArray& file, Saving saving) {
     {
         const std::unique_ptr<TaggedFile> tagged = OpenTagged(file, file);
         if (!tagged) throw Failure(FailureNumber::Component, u"Files of this kind hold no tag"_s);

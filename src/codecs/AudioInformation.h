@@ -59,6 +59,8 @@ public:
     static QString GenreName(int index);
 
 private:
+    void Save(const QByteArray& file, Saving saving);
+
     qint16 Kind = 1;
 };
 

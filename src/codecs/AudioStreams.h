@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <functional>
+
 // What the engine sees of the audio file object: a reading and a writing side. Both block, fail with
 // Failure, and belong to the user-interface thread. One file is open on a side at a time.
 namespace Sonmira {
@@ -28,12 +30,15 @@ public:
     // Bytes of one decoded frame, as ReadBlock gives them.
     virtual qint64 ByteRate() const = 0;
     // Frames of the whole file. Exact where the format tells, else from a scan of the packets; 0 only for
-    // a file without any sound. A scan lets the event loop run meanwhile.
+    // a file without any sound. A scan lets the event loop run meanwhile, and ends early, with a length that
+    // means nothing, where StopAsked answers true.
     virtual qint64 StreamLength() const = 0;
     // The same length in milliseconds.
     virtual qint64 Length() const = 0;
     // 0 or more for a file that is open, negative when none is.
     virtual int FormatCode() const = 0;
+
+    std::function<bool()> StopAsked;
 };
 
 // Encodes and writes one file in the format that is set on it.

@@ -114,7 +114,7 @@ std::shared_ptr<const LameLibrary> LameLibrary::Load() {
     return std::shared_ptr<const LameLibrary>(new LameLibrary(std::move(functions)));
 }
 
-LameEncoder::LameEncoder(std::shared_ptr<const LameLibrary> library, const Mp3Format& format)
+LameStream::LameStream(std::shared_ptr<const LameLibrary> library, const Mp3Format& format)
     : Library(std::move(library)), Encoder(Library->Call->Init()), Channels(format.Channels) {
     if (Encoder == nullptr) throw LameFailure(-2);
     try {
@@ -139,11 +139,11 @@ LameEncoder::LameEncoder(std::shared_ptr<const LameLibrary> library, const Mp3Fo
     }
 }
 
-LameEncoder::~LameEncoder() {
+LameStream::~LameStream() {
     Library->Call->Close(Encoder);
 }
 
-int LameEncoder::EncodeSamples(const AudioBlock& block, unsigned char* mp3, int room) {
+int LameStream::EncodeSamples(const AudioBlock& block, unsigned char* mp3, int room) {
     const LameLibrary::Functions& call = *Library->Call;
     const int frames = static_cast<int>(block.Bytes.size() / BytesOf(block.Type)) / Channels;
     if (block.Type == SampleType::Int16) {
@@ -157,7 +157,7 @@ int LameEncoder::EncodeSamples(const AudioBlock& block, unsigned char* mp3, int 
     return call.EncodeInterleavedFloat(Encoder, samples.data(), frames, mp3, room);
 }
 
-void LameEncoder::Encode(const AudioBlock& block, std::vector<std::byte>& mp3) {
+void LameStream::Encode(const AudioBlock& block, std::vector<std::byte>& mp3) {
     if (block.IsEmpty()) return;
     const std::size_t start = mp3.size();
     const std::size_t room = RoomFor(block.Bytes.size() / BytesOf(block.Type));
@@ -167,7 +167,7 @@ void LameEncoder::Encode(const AudioBlock& block, std::vector<std::byte>& mp3) {
     mp3.resize(start + static_cast<std::size_t>(made));
 }
 
-void LameEncoder::Finish(std::vector<std::byte>& mp3) {
+void LameStream::Finish(std::vector<std::byte>& mp3) {
     const std::size_t start = mp3.size();
     mp3.resize(start + RoomFor(0));
     auto* target = static_cast<unsigned char*>(static_cast<void*>(mp3.data() + start));
@@ -175,7 +175,7 @@ void LameEncoder::Finish(std::vector<std::byte>& mp3) {
     mp3.resize(start + static_cast<std::size_t>(made));
 }
 
-std::vector<std::byte> LameEncoder::TagFrame() const {
+std::vector<std::byte> LameStream::TagFrame() const {
     std::vector<std::byte> frame(Library->Call->TagFrame(Encoder, nullptr, 0));
     auto* target = static_cast<unsigned char*>(static_cast<void*>(frame.data()));
     const std::size_t made = Library->Call->TagFrame(Encoder, target, frame.size());

@@ -21,7 +21,7 @@ public:
     LameLibrary& operator=(const LameLibrary&) = delete;
 
 private:
-    friend class LameEncoder;
+    friend class LameStream;
     struct Functions;
     explicit LameLibrary(std::unique_ptr<Functions> functions);
     std::unique_ptr<Functions> Call;
@@ -29,12 +29,12 @@ private:
 
 // One encoder for one stream of constant bit rate: joint stereo or mono, with the tag that tells players
 // where the sound begins and ends. What the encoder makes is MPEG frames, in whole bytes.
-class LameEncoder {
+class LameStream {
 public:
-    LameEncoder(std::shared_ptr<const LameLibrary> library, const Mp3Format& format);
-    ~LameEncoder();
-    LameEncoder(const LameEncoder&) = delete;
-    LameEncoder& operator=(const LameEncoder&) = delete;
+    LameStream(std::shared_ptr<const LameLibrary> library, const Mp3Format& format);
+    ~LameStream();
+    LameStream(const LameStream&) = delete;
+    LameStream& operator=(const LameStream&) = delete;
 
     // Both append to `mp3`. The block holds whole frames of the format; 16-bit samples are taken as they
     // are, others as floats that are limited to full scale.

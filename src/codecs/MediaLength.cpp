@@ -61,7 +61,7 @@ Skipped SkippedBy(const AVPacket& packet) {
     return {AV_RL32(data), AV_RL32(data + 4)};
 }
 
-qint64 ScannedLength(const MediaInput& input, int rate) {
+qint64 ScannedLength(const MediaInput& input, int rate, const std::function<bool()>& givesUp) {
     MediaInput again(input.File());
     const CHandleByAddress<AVPacket, av_packet_free> packet(av_packet_alloc());
     if (!packet) throw MediaFailure(AVERROR(ENOMEM));
@@ -74,6 +74,7 @@ qint64 ScannedLength(const MediaInput& input, int rate) {
     const bool skipsEnd = !IsContainer(input, "ogg");
     for (bool first = true; again.Read(*packet); first = false) {
         YieldToEventLoop();  // a file of many hours takes seconds, in which the window must stay alive
+        if (givesUp && givesUp()) break;
         if (packet->duration > 0 && packet->duration <= longest) duration += packet->duration;
         const Skipped now = SkippedBy(*packet);
         // A stream that begins before time 0 has its delay there, in Ogg and MP4 often in both ways.
@@ -113,9 +114,10 @@ std::optional<qint64> GaplessEntry(const MediaInput& input) {
 
 }  // namespace
 
-qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end) {
+qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end,
+                   const std::function<bool()>& givesUp) {
     if (!HeadersOnlyEstimate(input)) return end.value_or(DeclaredLength(input, rate));
-    const qint64 scanned = ScannedLength(input, rate);
+    const qint64 scanned = ScannedLength(input, rate, givesUp);
     if (end && std::abs(scanned - *end) <= MostPadding) return *end;
     return scanned > 0 ? scanned : DeclaredLength(input, rate);
 }

@@ -2,6 +2,7 @@
 
 #include <QtGlobal>
 
+#include <functional>
 #include <optional>
 
 namespace Sonmira {
@@ -15,8 +16,10 @@ std::optional<qint64> SoundEnd(const MediaInput& input, int rate);
 
 // Frames of the sound stream, as the decoder will give them from an intact file; `end` is its SoundEnd. Reads
 // the container's headers, or all packets of the file where those only estimate: raw MPEG streams, AVI and
-// Ogg, whose links the headers do not count. 0 when nothing tells.
-qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end);
+// Ogg, whose links the headers do not count. 0 when nothing tells. Where `givesUp` answers true the reading
+// ends with what was counted so far.
+qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end,
+                   const std::function<bool()>& givesUp);
 
 // The fewest frames that an intact file gives, by a header that counts them; 0 where none does. A lossless
 // stream that gives less has lost sound; a lossy one is given a second, because its headers are less exact.

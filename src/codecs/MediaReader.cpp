@@ -109,7 +109,7 @@ int MediaReader::Bits() const {
 }
 
 qint64 MediaReader::Length() {
-    if (!LengthFound) LengthFound = SoundLength(Input, Format().Rate, End);
+    if (!LengthFound) LengthFound = SoundLength(Input, Format().Rate, End, GivesUp);
     return *LengthFound;
 }
 

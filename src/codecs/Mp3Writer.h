@@ -16,7 +16,7 @@ public:
     void Finish(OutputFile& file) override;
 
 private:
-    LameEncoder Encoder;
+    LameStream Encoder;
     std::vector<std::byte> Encoded;
 };
 

@@ -8,7 +8,6 @@
 #include "codecs/WavDecoding.h"
 #include "codecs/WavHeader.h"
 #include "platform/ChildProcess.h"
-#include "platform/FileRemoval.h"
 #include "platform/NativePath.h"
 
 #include <sys/stat.h>
@@ -57,21 +56,6 @@ std::vector<std::byte> HeaderFor(PcmReader& wav) {
     return WavHeader(wav.Format(), size < UnknownWavSize - WavHeaderSize ? size : UnknownWavSize);
 }
 
-// Removes the output where the encoding does not come to its end.
-class Unfinished {
-public:
-    explicit Unfinished(const QString& path) : Path(path) {}
-    ~Unfinished() {
-        if (!Path.isEmpty()) PassOver([&] { DeleteFileOutright(Path); });
-    }
-    Unfinished(const Unfinished&) = delete;
-    Unfinished& operator=(const Unfinished&) = delete;
-    void Keep() { Path.clear(); }
-
-private:
-    QString Path;
-};
-
 // Gives the program a WAV and waits for its end.
 class Feeding {
 public:
@@ -108,7 +92,7 @@ private:
     bool Stopped = false;
 };
 
-// The program goes back to complete what it wrote, and nothing but a file may be removed after it.
+// The program goes back to complete what it wrote.
 void CheckIsRegular(const OutputFile& file) {
     struct stat status = {};
     if (::fstat(file.Number(), &status) != 0) throw WritingFailure(errno);
@@ -145,7 +129,6 @@ void MpcEncoder::EncodeFromWav(const QString& wav, const QString& output) {
         }
         OutputFile file(output);
         CheckIsRegular(file);
-        Unfinished unfinished(output);
         ChildProcess encoder({"mpcenc", "--silent", "--quality", QByteArray::number(Chosen), "-", "-"},
                              file.Number());
         const auto ending = Feeding(encoder, input).Run([&] {
@@ -157,7 +140,6 @@ void MpcEncoder::EncodeFromWav(const QString& wav, const QString& output) {
         if (!ending) return;
         CheckEnding(*ending);
         CheckIsWhole(output, input.Given());
-        unfinished.Keep();
         input.ReportFailure();
     });
 }

@@ -19,9 +19,14 @@ constexpr std::size_t BufferSize = std::size_t{256} * 1024;
 }
 
 OutputFile::OutputFile(QStringView path) {
-    // Emptied only when it is certain that nobody reads it. O_NONBLOCK refuses a pipe without a reader.
-    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK;
+    // Emptied only when it is certain that nobody reads it. O_NONBLOCK refuses a pipe without a reader;
+    // O_NOFOLLOW keeps a link, which anyone may have laid into a folder that all share, from leading the
+    // output onto another file.
+    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW;
     File = Descriptor(::open(ToNative(path).constData(), flags, 0666));
+    if (!File.IsOpen() && errno == ELOOP) {
+        throw Failure(FailureNumber::PathFileAccess, u"The output is a link to another file"_s);
+    }
     if (!File.IsOpen()) throw WritingFailure(errno);
     struct stat status = {};
     if (::fstat(File.Number(), &status) != 0) throw WritingFailure(errno);

@@ -5,6 +5,8 @@
 
 #include <QtGlobal>
 
+#include <functional>
+
 namespace Sonmira {
 
 // The sound of one open file, block by block. All calls fail with Failure.
@@ -23,6 +25,9 @@ public:
     virtual int Bits() const = 0;
     // Frames of the whole file, found out at the first call; may take a reading of the file.
     virtual qint64 Length() = 0;
+
+    // Asked many times during that reading: true ends it, with what was counted so far.
+    std::function<bool()> GivesUp;
 };
 
 }  // namespace Sonmira

@@ -15,6 +15,7 @@ namespace {
 constexpr qint64 BlockSize = 128LL * 1024;
 
 bool Copy(SoundReader& reader, FileWriting& wav, const WavProgress& progress) {
+    reader.GivesUp = [&] { return !progress(0, 0); };
     const qint64 total = reader.Length();
     const auto channels = static_cast<std::size_t>(reader.Format().Channels);
     qint64 done = 0;
@@ -61,6 +62,12 @@ qint16 PercentOf(qint64 done, qint64 total) {
 }
 
 ProgressCount::ProgressCount(qint64 done, qint64 total) {
+    if (total <= 0) {
+        // Of a length that nobody knows: work goes on, and those who listen are to hear of it.
+        Total = 100;
+        Done = done > 0 ? 1 : 0;
+        return;
+    }
     const qint64 unit = total / std::numeric_limits<qint32>::max() + 1;
     Done = static_cast<qint32>(std::min(done, total) / unit);
     Total = static_cast<qint32>(total / unit);

@@ -9,6 +9,8 @@
 
 namespace Sonmira {
 
+using namespace Qt::StringLiterals;
+
 QString OutputRoot(const RunView& view) {
     return WithBackslash(view.TextOutPath());
 }
@@ -40,10 +42,10 @@ void Destination::SetOutputStem(RunState& run, RunView& view, const ConversionRe
                                 const ConversionRecord& record) {
     if (BesideTheSource(run, view)) return;
     const std::optional<int> parent = records.FirstWithIndex(record.Parent);
-    if (!parent) throw Failure(FailureNumber::SubscriptOutOfRange);
-    const QString& relativeFolder = records[*parent].RelativeFolder;
-    // A folder named exactly "\" leaves the folder of the file before. The empty one of a file directly
-    // under the root becomes "\", so that the stem stands behind two backslashes, which harms nothing.
+    // A folder named exactly "\" leaves the folder of the file before, and so does one that was removed from
+    // the collection while its file was decoded. The empty one of a file directly under the root becomes "\",
+    // so that the stem stands behind two backslashes, which harms nothing.
+    const QString relativeFolder = parent ? records[*parent].RelativeFolder : u"\\"_s;
     if (relativeFolder != u"\\") FolderBelow = WithBackslash(relativeFolder);
     run.OutputStem = view.TextOutPath() + FolderBelow + Stem;
 }

@@ -9,8 +9,6 @@ namespace Sonmira {
 struct DriverRules {
     // The labels with the name and length of the file in hand.
     bool ShowsFileName;
-    // The folder label per file; a full run writes it per folder record.
-    bool ShowsFolderOfFile;
     // Added to the track of a WMA input, whose tracks count from 0.
     int WmaTrackOffset;
     // The year of an input of that kind without a tag.
@@ -21,7 +19,7 @@ struct DriverRules {
     bool LooksForTempWavItself;
 };
 
-inline constexpr DriverRules FullRunRules{true, false, 1, u"2010", u"2009", true};
-inline constexpr DriverRules SingleFileRules{false, true, 0, u"2008", u"2008", false};
+inline constexpr DriverRules FullRunRules{true, 1, u"2010", u"2009", true};
+inline constexpr DriverRules SingleFileRules{false, 0, u"2008", u"2008", false};
 
 }  // namespace Sonmira

@@ -23,7 +23,7 @@ constexpr int FlacExtension = 4;
 bool InputStage::Prepare(TempWav& temp, QString& heldTitle) {
     if (EndsInOneOf(Run.CurrentInput, {u"AAC", u"ALAC"}) && !PrepareAac(temp, heldTitle)) return false;
     if (!EndsInOneOf(Run.CurrentInput, {u"AAC", u"WAV", u"AVI", u"APE", u"APL", u"FLAC"})) {
-        Statement([&] { ReadTagOfStream(Run, View, Parts.Tags, Rules); });
+        ReadTagOfStream(Run, View, Parts.Tags, Rules, Statement);
     }
     if (EndsInUpper(Run.CurrentInput, u"FLAC")) PrepareFlac(temp, heldTitle);
     if (EndsInOneOf(Run.CurrentInput, {u"APE", u"APL"})) PrepareApe(temp);
@@ -58,6 +58,7 @@ bool InputStage::PrepareAac(TempWav& temp, QString& heldTitle) {
     });
     if (result <= 0) return false;
     TakeTempWav(temp);
+    Run.CurrentInput = Parts.AACDecoder1.GetOutputFile();
     return true;
 }
 
@@ -79,8 +80,10 @@ void InputStage::PrepareApe(TempWav& temp) {
     Statement([&] { ReadTagOfBlock(Run, Parts, Rules.UntaggedApeYear); });
     Run.KillFlag = 0;
     BeginDecoding(temp, ShortExtension);
-    PassOver(
-        [&] { Parts.Ape.DecompressFile(Run.CurrentInput, temp.Path, MakeApeProgress(View), Run.KillFlag); });
+    PassOver([&] {
+        Parts.Ape.DecompressFile(Run.CurrentInput, temp.Path, MakeApeDecodingProgress(Run, View),
+                                 Run.KillFlag);
+    });
     TakeTempWav(temp);
 }
 

@@ -33,12 +33,15 @@ void ShowPercentOfRow(RunState& run, RunView& view, int percent) {
 }
 
 ProgressEvents::ProgressEvents(RunState& state, RunView& shown, Components watched) : Parts(watched) {
-    const auto moveBar = [&view = shown](qint16 percent) {
-        view.ShowProgress(percent);
-        view.Yield();
+    const auto moveBar = [&run = state, &view = shown](auto& decoder) {
+        return [&](qint16 percent) {
+            view.ShowProgress(percent);
+            view.Yield();
+            if (run.DecodingStopped) decoder.StopCodec();
+        };
     };
-    Parts.AACDecoder1.Progress = moveBar;
-    Parts.FlacCodec1.Progress = moveBar;
+    Parts.AACDecoder1.Progress = moveBar(Parts.AACDecoder1);
+    Parts.FlacCodec1.Progress = moveBar(Parts.FlacCodec1);
     Parts.FlacCodec_Encoder1.Progress = [&run = state, &view = shown](qint16 percent) {
         ShowEncoding(run, view, percent);
         view.Yield();
@@ -49,10 +52,12 @@ ProgressEvents::ProgressEvents(RunState& state, RunView& shown, Components watch
         view.ShowProgress(Percent(done, total));
         view.Yield();
     };
-    Parts.mpcdecoder1.Progress = [&view = shown](qint32 total, qint32 done) {
+    Parts.mpcdecoder1.Progress = [&run = state, &view = shown, &decoder = Parts.mpcdecoder1](qint32 total,
+                                                                                             qint32 done) {
         if (done == 0 || total == 0) return;
         view.ShowProgress(Percent(done, total));
         view.Yield();
+        if (run.DecodingStopped) decoder.StopCodec();
     };
     Parts.mpcencoder1.Progress = [&run = state, &view = shown](qint32 total, qint32 done) {
         if (done == 0 || total == 0) return;
@@ -74,6 +79,13 @@ ApeProgressCallback MakeApeProgress(RunView& view) {
     return [&view](qint32 thousandths) {
         view.ShowProgress(std::min(static_cast<int>(RoundHalfEven(thousandths / 1000.0)), 100));
         view.Yield();
+    };
+}
+
+ApeProgressCallback MakeApeDecodingProgress(RunState& run, RunView& view) {
+    return [&run, show = MakeApeProgress(view)](qint32 thousandths) {
+        show(thousandths);
+        if (run.DecodingStopped) run.KillFlag = 1;
     };
 }
 

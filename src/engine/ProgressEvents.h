@@ -23,6 +23,8 @@ private:
 
 // What CompressFile and DecompressFile call with thousandths of a percent. Moves the bar only, both ways.
 ApeProgressCallback MakeApeProgress(RunView& view);
+// The same, and it tells a decoder to stop that began after it was told to.
+ApeProgressCallback MakeApeDecodingProgress(RunState& run, RunView& view);
 
 // The bar and the row's text, which is written where it changes only.
 void ShowPercentOfRow(RunState& run, RunView& view, int percent);

@@ -28,13 +28,15 @@ void RecordSteps::ResetTag() {
     Run.Tag = TagRecord{};
     Run.Tag.Year = PlainNumber(CurrentYear());
     // Fields that no record carries (a composer, say) go from a file to its output through the tag object;
-    // what it holds of the file before is not this one's.
+    // what it held of the file before is not this one's.
+    Run.Loaded = TagValues();
     Parts.Tags.Clear();
 }
 
 bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem) {
     Run.SkipCurrentFile = false;
     Run.FileError = false;
+    Run.DecodingStopped = false;
     Run.CurrentInput = record.Path;
     if (Rules.ShowsFileName) {
         Statement([&] { View.ShowFileName(record.Name); });

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "codecs/AudioInformation.h"
+
 #include <QString>
 
 namespace Sonmira {
@@ -31,6 +33,9 @@ struct RunState {
     bool CancelAll = false;        // the user stopped the whole run
     bool SkipCurrentFile = false;  // the user abandoned the file in hand
     bool FileError = false;        // the file in hand failed
+    // The components were told to stop since the file in hand was begun. A decoder forgets what it was told
+    // before it started, and hears it from here.
+    bool DecodingStopped = false;
 
     QString CurrentInput;              // what is read now: the source, or a temporary WAV made from it
     QString RealFileName;              // the source, kept while CurrentInput is a temporary WAV
@@ -38,6 +43,7 @@ struct RunState {
     QString OutputStem;                // the destination without extension
     int CurrentItem = 0;               // the row of the file in hand, counted from 1; 0 before the first
     TagRecord Tag;
+    TagValues Loaded;  // all that the tag object read from the file in hand
 
     bool WmaSupported = false;
     qint32 KillFlag = 0;  // shared with the functions for APE: 1 tells them to stop

@@ -8,6 +8,8 @@
 #include "shell/Paths.h"
 #include "shell/Values.h"
 
+#include <QScopeGuard>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -67,9 +69,12 @@ void SelectionDriver::ConvertNode(const QString& key) {
     // Made whether or not the outputs go beside their sources.
     CreateFolder(OutputRoot(View) + record.Name);
     QString name = record.Name;
+    // The backslash that the walk puts behind the name stays with the record, as it always has.
+    const auto keepName = qScopeGuard([&] {
+        const std::optional<int> now = Items.Records.FirstWithPath(key);
+        if (now) Items.Records.SetName(*now, name);
+    });
     ConvertFolderTree(record.Index, name, 0);
-    // The backslash that the walk put behind the name stays with the record, as it always has.
-    if (Items.Records.FirstWithPath(key) == position) Items.Records.SetName(*position, name);
 }
 
 void SelectionDriver::ConvertFolderTree(qint16 parentIndex, QString& relativeFolder, int depth) {

@@ -8,7 +8,8 @@ namespace Sonmira {
 
 namespace {
 
-void StopInMenuOrder(Components parts) {
+void StopInMenuOrder(RunState& run, Components parts) {
+    run.DecodingStopped = true;
     parts.AACDecoder1.StopCodec();
     parts.FlacCodec1.StopCodec();
     parts.mpcencoder1.StopCodec();
@@ -20,7 +21,7 @@ void StopInMenuOrder(Components parts) {
 void CancelByMenu(RunState& run, Collection& collection, Components parts) {
     collection.StopScan = true;
     if (!run.Busy) return;
-    StopInMenuOrder(parts);
+    StopInMenuOrder(run, parts);
     run.KillFlag = 1;
     run.CancelAll = true;
 }
@@ -28,6 +29,7 @@ void CancelByMenu(RunState& run, Collection& collection, Components parts) {
 void CancelByToolbar(RunState& run, Collection& collection, Components parts) {
     collection.StopScan = true;
     if (!run.Busy) return;
+    run.DecodingStopped = true;
     parts.AACDecoder1.StopCodec();
     parts.mpcencoder1.StopCodec();
     parts.mpcdecoder1.StopCodec();
@@ -39,7 +41,7 @@ void CancelByToolbar(RunState& run, Collection& collection, Components parts) {
 void SkipFile(RunState& run, Components parts) {
     if (!run.Busy) return;
     run.SkipCurrentFile = true;
-    StopInMenuOrder(parts);
+    StopInMenuOrder(run, parts);
     run.KillFlag = 1;
 }
 

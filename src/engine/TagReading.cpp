@@ -70,24 +70,27 @@ void ReadTagOfAac(RunState& run, RunView& view, Components parts, QString& heldT
     }
 }
 
-void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules) {
-    tags.SetTagKind(1);
-    tags.LoadTag(run.CurrentInput);
-    if (tags.Title.isEmpty() && tags.Artist.isEmpty()) {
-        tags.SetTagKind(2);
-        tags.LoadTag(run.CurrentInput);
-    }
+void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules,
+                     const Statements& statement) {
+    const auto load = [&](qint16 kind) {
+        tags.SetTagKind(kind);
+        statement([&] { tags.LoadTag(run.CurrentInput); });
+    };
+    load(1);
+    if (tags.Title.isEmpty() && tags.Artist.isEmpty()) load(2);
+    // Held apart: the tag page works on the same object, and the user may turn to it at any yield.
+    const TagValues& loaded = run.Loaded = tags;
     view.Yield();
-    run.Tag.Title = tags.Title;
-    run.Tag.Artist = tags.Artist;
-    run.Tag.Album = tags.Album;
-    run.Tag.GenreIndex = tags.Genre;
-    run.Tag.GenreText = tags.GenreString;
-    if (run.Tag.GenreText.isEmpty()) run.Tag.GenreText = AudioInformation::GenreName(tags.Genre);
-    run.Tag.Comment = tags.Comment;
-    run.Tag.Year = PlainNumber(tags.Year);
+    run.Tag.Title = loaded.Title;
+    run.Tag.Artist = loaded.Artist;
+    run.Tag.Album = loaded.Album;
+    run.Tag.GenreIndex = loaded.Genre;
+    run.Tag.GenreText = loaded.GenreString;
+    if (run.Tag.GenreText.isEmpty()) run.Tag.GenreText = AudioInformation::GenreName(loaded.Genre);
+    run.Tag.Comment = loaded.Comment;
+    run.Tag.Year = PlainNumber(loaded.Year);
     const int offset = EndsInUpper(run.CurrentInput, u"WMA") ? rules.WmaTrackOffset : 0;
-    run.Tag.Track = Checked16(qint64{tags.Track} + offset);
+    statement([&] { run.Tag.Track = Checked16(qint64{loaded.Track} + offset); });
 }
 
 void ReadTagOfFlac(RunState& run, Components parts, const QString& heldTitle) {

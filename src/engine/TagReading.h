@@ -2,6 +2,7 @@
 
 #include "engine/Components.h"
 #include "engine/DriverRules.h"
+#include "engine/Statements.h"
 
 namespace Sonmira {
 
@@ -16,8 +17,9 @@ struct RunState;
 void ReadTagOfAac(RunState& run, RunView& view, Components parts, QString& heldTitle);
 
 // What the streaming reader reads, and Musepack first: all fields, of the first kind of tag that has a title
-// or an artist.
-void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules);
+// or an artist. A file whose tag cannot be read is passed over as `statement` passes over failures.
+void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules,
+                     const Statements& statement);
 
 // FLAC: the comments; then, unless a held title says otherwise, the ID3v1 block over them, also where the
 // file has none and the block is empty.

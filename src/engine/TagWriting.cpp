@@ -34,21 +34,23 @@ void WritePanelTag(const RunState& run, RunView& view, ApeCodec& ape, const QStr
 }
 
 // A free text that is the name of a standard genre gets its number.
-qint16 GenreNumber(const TagRecord& tag, const QString& text) {
-    if (tag.GenreIndex != FreeTextGenre || text.isEmpty()) return tag.GenreIndex;
+qint16 GenreNumber(const TagRecord& tag) {
+    if (tag.GenreIndex != FreeTextGenre || WithoutBlanks(tag.GenreText).isEmpty()) return tag.GenreIndex;
     for (qint16 index = 0; index < GenreNames; ++index) {
-        if (AudioInformation::GenreName(index) == text) return index;
+        if (AudioInformation::GenreName(index) == tag.GenreText) return index;
     }
     return tag.GenreIndex;
 }
 
-void WriteRecord(TagRecord& tag, AudioInformation& file, qint16 kind, const QString& outputPath) {
+void WriteRecord(RunState& run, AudioInformation& file, qint16 kind, const QString& outputPath) {
+    TagRecord& tag = run.Tag;
+    static_cast<TagValues&>(file) = run.Loaded;
     file.SetTagKind(kind);
     file.Title = tag.Title;
     file.Artist = tag.Artist;
     file.Album = tag.Album;
     file.GenreString = WithoutBlanks(tag.GenreText).toString();
-    file.Genre = GenreNumber(tag, file.GenreString);
+    file.Genre = GenreNumber(tag);
     file.Comment = tag.Comment;
     if (LeadingNumber(tag.Year) == 0) tag.Year = PlainNumber(CurrentYear());
     file.Year = ToInteger32(tag.Year);
@@ -67,7 +69,7 @@ void WriteOutputTag(RunState& run, RunView& view, Components parts, const QStrin
             WritePanelTag(run, view, parts.Ape, outputPath);
             return;
         }
-        for (const qint16 kind : {qint16{1}, qint16{2}}) WriteRecord(run.Tag, parts.Tags, kind, outputPath);
+        for (const qint16 kind : {qint16{1}, qint16{2}}) WriteRecord(run, parts.Tags, kind, outputPath);
     });
 }
 

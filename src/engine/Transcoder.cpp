@@ -8,6 +8,8 @@
 #include "shell/LanguageFiles.h"
 #include "shell/Values.h"
 
+#include <QScopeGuard>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -32,10 +34,13 @@ int PercentOf(double position, double streamLength) {
 bool CopyBlocks(RunState& run, RunView& view, Components components) {
     AudioSource& source = components.FileRenc;
     const qint64 blockSize = qint64{source.SampleRate()} * source.ChannelCount();
+    const auto isStopped = [&run] { return run.SkipCurrentFile || run.CancelAll; };
+    source.StopAsked = isStopped;
+    const auto forget = qScopeGuard([&] { source.StopAsked = nullptr; });
     const auto streamLength = static_cast<double>(source.StreamLength());
     double position = 0;
     do {
-        if (run.SkipCurrentFile || run.CancelAll) return false;
+        if (isStopped()) return false;
         const AudioBlock block = source.ReadBlock(blockSize);
         if (block.IsEmpty()) break;
         components.FileWenc.WriteBlock(block);

@@ -73,7 +73,12 @@ void OutputFormatSelector::ComboOutFormat_Click() {
         if (!SetPlainMp3()) {
             // The library is there but cannot be loaded. The earlier format stays, and the list must say so,
             // or its sound would be written under the wrong ending.
-            Panel.ComboOutFormat->setCurrentIndex(AppliedItem);
+            const int earlier = std::exchange(AppliedItem, -1);
+            if (earlier < 0) {
+                Panel.ComboOutFormat->setCurrentIndex(-1);
+            } else {
+                Panel.ComboOutFormat->SelectPlace(earlier);
+            }
             return;
         }
         Panel.ShowDetail(Panel.TextOutFormat);

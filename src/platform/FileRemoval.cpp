@@ -1,5 +1,6 @@
 #include "platform/FileRemoval.h"
 
+#include "platform/ChildProcess.h"
 #include "platform/Failure.h"
 #include "platform/FileSearch.h"
 #include "platform/NarrowText.h"
@@ -7,10 +8,12 @@
 
 #include <QFile>
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <memory>
 
@@ -60,11 +63,28 @@ QByteArray InRealFolder(const QByteArray& native) {
     return real ? QByteArray(real.get()) + '/' + native.sliced(nameStart) : QByteArray();
 }
 
+// By the desktop's own program, which takes names as bytes.
+bool MoveToTrashByProgram(const QByteArray& real) {
+    constexpr auto Patience = std::chrono::seconds(10);
+    if (!IsProgramInstalled(QStringLiteral("gio"))) return false;
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    bool isGood = false;
+    PassOver([&] {
+        ChildProcess mover({"gio", "trash", "--", real}, nowhere);
+        mover.CloseInput();
+        const auto ending = mover.WaitForEnd(Patience);
+        isGood = ending && ending->IsGood();
+    });
+    close(nowhere);
+    return isGood;
+}
+
 bool MoveToTrash(const QByteArray& native) {
     const QByteArray real = InRealFolder(native);
+    if (real.isEmpty()) return false;
     const QString name = FromNarrow(real);
     // Qt would act on another name where this one is no text.
-    if (real.isEmpty() || HoldsRawBytes(name) || QFile::encodeName(name) != real) return false;
+    if (HoldsRawBytes(name) || QFile::encodeName(name) != real) return MoveToTrashByProgram(real);
     return QFile::moveToTrash(name);
 }
 

@@ -25,6 +25,18 @@ QString LanguageFolder() {
                                       : WithBackslash(overriddenFolder);
 }
 
+// Bytes that are no UTF-8 come as halves of a pair, one each; files from before UTF-8 mean Latin-1 by them.
+QString WithLatin1(QString line) {
+    constexpr char16_t FirstRawByte = 0xDC80;
+    constexpr char16_t LastRawByte = 0xDCFF;
+    for (qsizetype n = 0; n < line.size(); ++n) {
+        const char16_t unit = line[n].unicode();
+        const bool isPaired = n > 0 && line[n - 1].isHighSurrogate();
+        if (unit >= FirstRawByte && unit <= LastRawByte && !isPaired) line[n] = QChar(unit - 0xDC00);
+    }
+    return line;
+}
+
 QStringList LinesOf(QByteArrayView content) {
     constexpr QByteArrayView ByteOrderMark = "\xEF\xBB\xBF";
     if (content.startsWith(ByteOrderMark)) content = content.sliced(ByteOrderMark.size());
@@ -33,7 +45,7 @@ QStringList LinesOf(QByteArrayView content) {
         const qsizetype feed = content.indexOf('\n');
         QByteArrayView line = feed < 0 ? content : content.first(feed);
         if (feed >= 0 && line.endsWith('\r')) line.chop(1);
-        lines += FromNarrow(line);
+        lines += WithLatin1(FromNarrow(line));
         content = feed < 0 ? QByteArrayView() : content.sliced(feed + 1);
     }
     return lines;

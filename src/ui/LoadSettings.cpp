@@ -104,9 +104,8 @@ void BatchConverter::RestoreOutputFormat(const QString& wmaSupport) {
     ChoiceList& list = *Controls.Picture9->ComboOutFormat;
     QString format = SavedValue(u"AudioConverter"_s, u"Format"_s);
     if (!format.isEmpty()) {
-        if (format == FormatName::Wma && !ToFlag(wmaSupport)) {
-            format = FormatName::Mp3.toString();
-        }
+        const bool takesWma = ToFlag(wmaSupport);  // a text that is no flag fails here, whatever the format
+        if (format == FormatName::Wma && !takesWma) format = FormatName::Mp3.toString();
         if (format == FormatName::Mp3 && !IsLameInstalled()) format = FormatName::Wav.toString();
         list.SelectText(format);
         return;

@@ -102,7 +102,7 @@ void BatchConverter::Form_Unload() {
     // A scan, or a run that has not accepted a file yet, ends at its next step instead of going on behind a
     // window that is gone.
     Items.StopScan = true;
-    Run.CancelAll = true;
+    Run.CancelAll = Run.DecodingStopped = true;
 }
 
 }  // namespace Sonmira

@@ -17,9 +17,15 @@ protected:
 TEST_F(WithoutEncoderLibrary, TheMp3FormatIsRefusedAndTheEarlierOneStays) {
     AudioFile file;
     file.SetFormatPCM(44100, 2, 16);
-    const QString before = file.FormatString();
     file.SetFormatMP3(44100, 128, 2);
-    EXPECT_EQ(file.FormatString(), before);
+    EXPECT_EQ(file.FormatString(), QString());
+    const QString target = Folder.Path("out.wav");
+    file.OpenForWrite(target);
+    file.SetSourceFormat(44100, 2);
+    file.CloseFile();
+    EXPECT_TRUE(ContentOf(Folder.Native("out.wav")).startsWith("RIFF"));
+    file.SetFormatPCM(44100, 2, 16);
+    EXPECT_NE(file.FormatString(), QString());
 }
 
 TEST_F(WithoutEncoderLibrary, AnMp3FormatSetEarlierFailsAtOpeningAndLeavesTheOldFileAlone) {

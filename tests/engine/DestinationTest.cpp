@@ -86,8 +86,9 @@ TEST_F(Destinations, AreRefusedToAFileWithoutADotOrThatIsGone) {
     EXPECT_FALSE(Target.TakeStem(Run));
 }
 
-TEST_F(Destinations, FailWhereTheParentIsNoRecord) {
-    EXPECT_THROW(StemOf("x.ogg", 99), Failure);
+TEST_F(Destinations, KeepTheFolderOfTheFileBeforeWhereTheParentWasRemoved) {
+    EXPECT_EQ(StemOf("b.ogg", AddFolder(u"Rock"_s)), u"\\out\\Rock\\b"_s);
+    EXPECT_EQ(StemOf("x.ogg", 99), u"\\out\\Rock\\x"_s);
 }
 
 }  // namespace

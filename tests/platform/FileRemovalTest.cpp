@@ -52,6 +52,12 @@ TEST_P(EitherRemoval, TakesAFileWhoseNameIsNoText) {
     EXPECT_FALSE(NativeExists(Folder.Native("\xE9.mp3")));
 }
 
+TEST(RemoveSourceFile, PutsANameThatIsNoTextIntoTheTrashToo) {
+    const TestFolder folder;
+    RemoveSourceFile(folder.MakeFile("raw\xE9.mp3", "music"));
+    EXPECT_EQ(ContentOf(TrashName("raw\xE9.mp3")), "music");
+}
+
 TEST_P(EitherRemoval, TakesWildcardsLiterally) {
     Folder.MakeFile("a.mp3");
     EXPECT_EQ(FailureOf(GetParam(), Folder.Path("*.mp3")), FailureNumber::FileNotFound);

@@ -54,11 +54,23 @@ TEST_F(ShellLaunch, TakesTheDesktopsSecondOpenerWhereTheFirstIsMissing) {
     EXPECT_EQ(Written(), Folder.Native() + "\nopen\nhttps://example.org/\n");
 }
 
+TEST_F(ShellLaunch, AFileInPlaceOfTheFolderKeepsNothingFromBeingOpened) {
+    HaveOpener("xdg-open", Recording());
+    const QString target = Folder.MakeFile("song.wav");
+    EXPECT_TRUE(LaunchWithDesktop(target, target));
+    EXPECT_TRUE(Written().endsWith('\n' + Folder.Native("song.wav") + '\n'));
+}
+
 TEST_F(ShellLaunch, IsSilentWhereNothingTakesTheTarget) {
+    // What a failing opener says is for nobody.
+    HaveOpener("xdg-open", "echo loud; echo louder >&2\n" + Recording() + "exit 4\n");
+    ::testing::internal::CaptureStdout();
     ::testing::internal::CaptureStderr();
     LaunchWithDesktop(Folder.Path("none.txt"), Folder.Path());
-    LaunchWithDesktop(QString(), QString());
+    Written();
+    EXPECT_FALSE(LaunchWithDesktop(QString(), QString()));
     EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
 }
 
 TEST_F(ShellLaunch, NeverWaitsForTheOpener) {

@@ -108,7 +108,13 @@ TEST_F(LanguageFiles, MayHaveEitherLineEndAndAByteOrderMark) {
 
 TEST_F(LanguageFiles, LinesStandAsTheyAre) {
     EXPECT_EQ(Loaded(" a \t\n\xC3\xA9\"\n"), QStringList({u" a \t"_s, u"\u00e9\""_s, QString()}));
-    EXPECT_EQ(ToNarrow(Loaded("\xE9\n").constFirst()), "\xE9");
+}
+
+TEST_F(LanguageFiles, BytesThatAreNoUtf8AreLatin1) {
+    EXPECT_EQ(Loaded("Fran\xE7"
+                     "ais \xF0\x9F\x8E\xB5\n")
+                  .constFirst(),
+              u"Français 🎵"_s);
 }
 
 TEST_F(LanguageFiles, ANewFileReplacesAllLinesOfTheOneBefore) {

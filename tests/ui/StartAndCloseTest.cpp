@@ -128,14 +128,23 @@ TEST_F(StartAndClose, ASavedWmaWithoutItsSupportBecomesMp3) {
     EXPECT_EQ(Format(), u"Mp3"_s);
 }
 
-TEST_F(StartAndClose, AWmaSupportThatIsNoFlagEndsTheRestoringAtItsExit) {
-    Save(u"Format"_s, u"Wma"_s);
+TEST_F(StartAndClose, AWmaSupportThatIsNoFlagEndsTheRestoringAtItsExitInSilence) {
+    Save(u"Format"_s, u"Ogg"_s);
     WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"perhaps"_s);
     Deb::Instance().show();
+    int said = 0;
+    Dialogs().ShowMessage = [&](auto&&...) { ++said; };
     Open();
     EXPECT_EQ(Panel().ComboOutFormat->currentIndex(), -1);
+    EXPECT_EQ(said, 0);
     EXPECT_EQ(QApplication::topLevelWidgets().count(Window.get()), 1);
     for (const QWidget* widget : QApplication::topLevelWidgets()) EXPECT_NE(widget->objectName(), u"Deb"_s);
+}
+
+TEST_F(StartAndClose, AWmaSupportThatIsNoFlagMattersOnlyWhereAFormatIsSaved) {
+    WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"perhaps"_s);
+    Open();
+    EXPECT_EQ(Panel().ComboOutFormat->currentText(), u"Mp3"_s);
 }
 
 TEST_F(StartAndClose, ASavedFormatThatIsNoneSelectsNothing) {

@@ -64,12 +64,11 @@ void WriteTail(const InputFile& file, const Frame& frame, OutputFile& out) {
     }
 }
 
-void DecodeOurs(ApeFileReader& ape, const InputFile& file, const QString& wav,
+void DecodeOurs(ApeFileReader& ape, const InputFile& file, OutputFile& out,
                 const ApeProgressCallback& progress, const qint32& killFlag, const ApeWorkers& workers) {
     auto stored = StoredFrame(ape, file);
     const bool isStored = stored.has_value();
     const Frame frame = isStored ? std::move(*stored) : PlainFrame(ape);
-    OutputFile out(wav);
     out.Write(frame.Head);
     const auto groupBytes = static_cast<qint64>(MostApeFramesOfAGroup(ape.Sound().Channels)) *
                             ape.Level().BlocksPerFrame * ape.Sound().BlockBytes();
@@ -99,24 +98,31 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, const QString& wav,
 }
 
 // Other versions, by the libraries' decoder.
-void DecodeOthers(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
-                  const qint32& killFlag) {
+void DecodeOthers(const std::shared_ptr<const InputFile>& ape, OutputFile& out,
+                  const ApeProgressCallback& progress, const qint32& killFlag) {
     constexpr qint64 blockBytes = qint64{64} * 1024;
     MediaReader reader(ape);
     AudioBlock block = reader.Read(blockBytes);
     const StreamFormat format = reader.Format();
     WavWriter writer({format.Rate, format.Channels, block.Type == SampleType::Int16 ? 16 : 24});
-    OutputFile out(wav);
     const qint64 length = std::max<qint64>(reader.Length(), 1);
     qint64 done = 0;
-    for (; !block.IsEmpty(); block = reader.Read(blockBytes)) {
-        writer.Write(block, out);
-        done += std::ssize(block.Bytes) / static_cast<qint64>(reader.FrameSize());
-        if (progress) progress(static_cast<qint32>(std::min(done, length) * 100'000 / length));
-        if (killFlag != 0) break;
+    const auto finish = [&] {
+        writer.Finish(out);
+        out.Close();
+    };
+    try {
+        for (; !block.IsEmpty(); block = reader.Read(blockBytes)) {
+            writer.Write(block, out);
+            done += std::ssize(block.Bytes) / static_cast<qint64>(reader.FrameSize());
+            if (progress) progress(static_cast<qint32>(std::min(done, length) * 100'000 / length));
+            if (killFlag != 0) break;
+        }
+    } catch (const Failure&) {
+        PassOver(finish);
+        throw;
     }
-    writer.Finish(out);
-    out.Close();
+    finish();
 }
 
 }  // namespace
@@ -124,10 +130,12 @@ void DecodeOthers(const QString& ape, const QString& wav, const ApeProgressCallb
 void DecodeApe(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
                const qint32& killFlag, const ApeWorkers& workers) {
     const auto file = std::make_shared<const InputFile>(ape);
+    // Made before anything is decoded: who asked for it goes by its being there.
+    OutputFile out(wav);
     if (auto reader = ApeFileReader::Open(file)) {
-        DecodeOurs(*reader, *file, wav, progress, killFlag, workers);
+        DecodeOurs(*reader, *file, out, progress, killFlag, workers);
     } else {
-        DecodeOthers(ape, wav, progress, killFlag);
+        DecodeOthers(file, out, progress, killFlag);
     }
 }
 

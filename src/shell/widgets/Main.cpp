@@ -24,8 +24,11 @@ std::unique_ptr<QWidget> Main(const std::function<std::unique_ptr<QWidget>()>& l
     } catch (const Failure& failure) {
         Deb::Unload();  // or it would stand before the report
         ReportUncaughtFailure(failure);
-        return nullptr;
+    } catch (const std::exception& error) {
+        Deb::Unload();
+        ReportUncaughtFailure(Failure(FailureNumber::Component, QString::fromLocal8Bit(error.what())));
     }
+    return nullptr;
 }
 
 }  // namespace Sonmira
