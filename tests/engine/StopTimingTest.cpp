@@ -5,6 +5,8 @@
 #include "platform/NativePath.h"
 #include "support/Tool.h"
 
+#include <QTimer>
+
 #include <chrono>
 #include <filesystem>
 
@@ -17,9 +19,11 @@ using Clock = std::chrono::steady_clock;
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool LooksAtTheClock = false;
 constexpr const char* Seconds = "15";
+constexpr const char* Pieces = "60";
 #else
 constexpr bool LooksAtTheClock = true;
 constexpr const char* Seconds = "90";
+constexpr const char* Pieces = "600";
 #endif
 constexpr std::int64_t MostMilliseconds = 250;
 constexpr const char* TimedSources[] = {"wav", "mp3", "flac", "ape", "mpc", "aac", "alac"};
@@ -186,6 +190,55 @@ TEST_P(TimedStop, IsHeardAtEveryStageOfEveryRoute) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, TimedStop, ::testing::ValuesIn(TimedSources),
+                         [](const auto& source) { return std::string(source.param); });
+
+// Where no header counts the sound, all packets of a file are read to tell its length. That takes long for a
+// long file, and lets the real event loop run.
+class StopInLengthScan : public RealEngine, public ::testing::WithParamInterface<const char*> {
+protected:
+    // Hours of sound in little space: some seconds, again and again.
+    void MakeEndless(const QByteArray& ending) const {
+        const QByteArray name = Folder.Native("song." + ending);
+        const QByteArray codec = ending == "ogg" ? "libvorbis" : "libmp3lame";
+        const QByteArray piece = Folder.Native(ending == "ogg" ? "piece.ogg" : "piece.mp3");
+        ASSERT_EQ(
+            RunTool({"ffmpeg", "-v", "error", "-f", "lavfi", "-i", "sine=frequency=330:duration=20", "-ac",
+                     "1", "-c:a", codec, "-b:a", "48k", "-write_xing", "0", "-id3v2_version", "0", piece})
+                .ExitCode,
+            0);
+        if (ending == "avi") {
+            const QList<QByteArray> loop = {"ffmpeg", "-v", "error", "-stream_loop", Pieces, "-i"};
+            ASSERT_EQ(RunTool(loop + QList<QByteArray>{piece, "-c", "copy", name}).ExitCode, 0);
+        } else {
+            Folder.MakeFile("song." + ending, ContentOf(piece).repeated(QByteArray(Pieces).toInt()));
+        }
+    }
+};
+
+TEST_P(StopInLengthScan, IsHeardAtOnce) {
+    MakeEndless(GetParam());
+    TakeFile(Folder.Path(QByteArray("song.") + GetParam()));
+    std::optional<Clock::time_point> clicked;
+    QTimer user;
+    QObject::connect(&user, &QTimer::timeout, &user, [&] {
+        if (!Run.Busy || clicked) return;
+        clicked = Clock::now();
+        CancelByToolbar(Run, Items, Codecs.Parts());
+    });
+    user.start(20);
+    Convert(FormatName::Wav);
+    const auto took = Clock::now() - clicked.value_or(Clock::now());
+    ASSERT_TRUE(clicked);
+    if (LooksAtTheClock) {
+        EXPECT_LT(std::chrono::duration_cast<std::chrono::milliseconds>(took).count(), MostMilliseconds);
+    }
+    EXPECT_EQ(Row().Icon, ErrorIcon);
+    EXPECT_EQ(Row().Progress, u"line 96"_s);
+    EXPECT_LT(ContentOf(Folder.Native("out/song.wav")).size(), 1000) << "the copy did not begin";
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, StopInLengthScan, ::testing::Values("mp3", "ogg", "avi"),
                          [](const auto& source) { return std::string(source.param); });
 
 }  // namespace
