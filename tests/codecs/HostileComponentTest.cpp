@@ -94,8 +94,6 @@ void UseSimpleTags(const QString& from, const QString& /*to*/) {
     GetID3Tag(from, block);
     TagFileSimple(from, QStringLiteral("Artist"), {}, QStringLiteral("Title"), {}, QStringLiteral("Rock"), {},
                   {}, 1, 1);
-    GetID3Tag(from, block);
-    EXPECT_EQ(QByteArray(block.data(), 3), "TAG") << "what was written is there";
 }
 
 void UseTags(const QString& from, const QString& /*to*/) {
@@ -105,8 +103,6 @@ void UseTags(const QString& from, const QString& /*to*/) {
         tags.LoadTag(from);
         tags.Title = QStringLiteral("Title");
         tags.SaveTag(from);
-        tags.LoadTag(from);
-        EXPECT_EQ(tags.Title, QStringLiteral("Title")) << "what was written is there";
     }
 }
 
@@ -120,10 +116,8 @@ protected:
             return;
         }
         const QByteArray program = command.first();
-        if (program == "mpcenc") {
+        if (program == "mpcenc" || program == "jmac") {
             Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 80000), WavKind::Signed16));
-            command += Folder.Native("in.wav");
-        } else if (program == "jmac") {
             command += Folder.Native("in.wav");
         } else if (program == "flac") {
             Folder.MakeFile("in.wav", WavOf(MakeSweep(22050, 2, 20000), WavKind::Signed32));
