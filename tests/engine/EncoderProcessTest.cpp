@@ -36,7 +36,7 @@ std::vector<pid_t> Children() {
 class EncoderProcess : public RealEngine {
 protected:
     EncoderProcess() {
-        TakeFile(Folder.MakeFile("song.wav", WavOf(MakeSweep(44100, 2, 60 * 44100), WavKind::Signed16)));
+        TakeFile(Folder.MakeFile("song.wav", WavOf(MakeSweep(44100, 2, 60L * 44100), WavKind::Signed16)));
     }
 
     // Acts once, in the middle of the encoding.

@@ -44,7 +44,7 @@ protected:
 
     // A source of three seconds in the format of that ending.
     QByteArray Made(const QByteArray& ending) const {
-        Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 3 * 44100), WavKind::Signed16));
+        Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 3L * 44100), WavKind::Signed16));
         MakeSource(Folder.Native("in.wav"), Folder.Native("made." + ending));
         return ContentOf(Folder.Native("made." + ending));
     }
@@ -106,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(Of, ErrorRow,
 class ProtectedFile : public RealEngine {
 protected:
     QByteArray Made(const QByteArray& ending) const {
-        Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 3 * 44100), WavKind::Signed16));
+        Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 3L * 44100), WavKind::Signed16));
         MakeSource(Folder.Native("in.wav"), Folder.Native("made." + ending));
         return ContentOf(Folder.Native("made." + ending));
     }

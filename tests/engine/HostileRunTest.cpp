@@ -13,7 +13,7 @@ namespace {
 using namespace Qt::StringLiterals;
 
 constexpr auto MostTime = std::chrono::seconds(10);
-constexpr long MostKilobytes = 300 * 1024;
+constexpr long MostKilobytes = 300L * 1024;
 
 // Whatever a file holds, its run ends soon, in a row that says how, and leaves the window to the user.
 class HostileRun : public RealEngine, public ::testing::WithParamInterface<const char*> {
@@ -77,10 +77,10 @@ TEST_P(HostileRun, OfAFileCutAnywhereEndsWell) {
 TEST_P(HostileRun, OfRandomBytesEndsWell) {
     std::mt19937 random(20240401);
     for (int round = 0; round < 12; ++round) {
-        QByteArray bytes(round * 3000, '\0');
+        QByteArray bytes(qsizetype{round} * 3000, '\0');
         for (char& byte : bytes) byte = static_cast<char>(random());
         // Some with the first bytes of a good file, so that it is taken for one.
-        if (round % 2 == 0) bytes.replace(0, 40 * round, Intact.first(40 * round));
+        if (round % 2 == 0) bytes.replace(0, qsizetype{40} * round, Intact.first(qsizetype{40} * round));
         ConvertHostile(bytes);
     }
 }

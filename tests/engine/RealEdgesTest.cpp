@@ -19,7 +19,8 @@ using namespace Qt::StringLiterals;
 class RealEdge : public RealEngine {
 protected:
     void TakeSource(const QByteArray& name, int seconds = 3) {
-        Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, seconds * 44100), WavKind::Signed16));
+        Folder.MakeFile("in.wav",
+                        WavOf(MakeSweep(44100, 2, std::int64_t{seconds} * 44100), WavKind::Signed16));
         MakeSource(Folder.Native("in.wav"), Folder.Native(name));
         TakeFile(Folder.Path(name));
     }
@@ -100,7 +101,7 @@ TEST_F(RealEdge, AClickWhileTagsAreReadStopsTheDecoderThatStartsBehindIt) {
 }
 
 TEST_F(RealEdge, TheTrackOfAWmaKeepsItsNumberInAFullRunAndLosesOneInASelection) {
-    Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 2 * 44100), WavKind::Signed16));
+    Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 2L * 44100), WavKind::Signed16));
     ASSERT_EQ(RunTool({"ffmpeg", "-v", "error", "-i", Folder.Native("in.wav"), "-metadata", "track=5",
                        "-metadata", "title=Title", "-c:a", "wmav2", Folder.Native("song.wma")})
                   .ExitCode,

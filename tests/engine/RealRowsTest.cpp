@@ -15,7 +15,7 @@ protected:
     };
 
     void TakeSource(const QByteArray& ending) {
-        Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 20 * 44100), WavKind::Signed16));
+        Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 20L * 44100), WavKind::Signed16));
         MakeSource(Folder.Native("in.wav"), Folder.Native("song." + ending));
         TakeFile(Folder.Path("song." + ending));
     }
@@ -132,7 +132,7 @@ TEST_F(RealRows, OfADecodedFileOnTheWayToFlacRiseOnlyInTheEncoder) {
 
 // A WAV that was piped into being counts no bytes; nobody can tell how far the work is, but stops are heard.
 TEST_F(RealRows, OfAWavOfUnknownLengthStillLetTheWindowLive) {
-    QByteArray wav = WavOf(MakeSweep(44100, 2, 20 * 44100), WavKind::Signed16);
+    QByteArray wav = WavOf(MakeSweep(44100, 2, 20L * 44100), WavKind::Signed16);
     wav.replace(4, 4, QByteArray(4, '\xFF')).replace(40, 4, QByteArray(4, '\xFF'));
     TakeFile(Folder.MakeFile("song.wav", wav));
     for (const QStringView format : {FormatName::Ape, FormatName::Flac, FormatName::Mpc}) {
