@@ -1,6 +1,8 @@
 #include "Conversion.h"
 #include "codecs/AacDecoder.h"
 #include "codecs/AlacDecoder.h"
+#include "codecs/ApeFunctions.h"
+#include "codecs/AudioInformation.h"
 #include "codecs/FlacDecoder.h"
 #include "codecs/FlacEncoder.h"
 #include "codecs/MpcDecoder.h"
@@ -26,6 +28,8 @@ struct Component {
     // What makes an intact file of "in.wav"; empty where that is the file.
     QList<QByteArray> Command;
     void (*Use)(const QString& from, const QString& to);
+    // Of the file, where it matters and is not the name.
+    const char* Ending = nullptr;
 };
 
 void PrintTo(const Component& component, std::ostream* stream) {
@@ -74,6 +78,34 @@ void UseWma(const QString& from, const QString& to) {
     ConvertFile(from, to, [](AudioFile& file) { file.SelectWmaFormat(43); });
 }
 
+void UseApe(const QString& from, const QString& to) {
+    const qint32 goOn = 0;
+    EXPECT_GE(GetDurationTrack(from), 0);
+    DecompressFile(from, to, {}, goOn);
+}
+
+void UseApeEncoder(const QString& from, const QString& to) {
+    const qint32 goOn = 0;
+    CompressFile(from, to, 2000, {}, goOn);
+}
+
+void UseSimpleTags(const QString& from, const QString& /*to*/) {
+    std::array<char, 128> block{};
+    GetID3Tag(from, block);
+    TagFileSimple(from, QStringLiteral("Artist"), {}, QStringLiteral("Title"), {}, QStringLiteral("Rock"), {},
+                  {}, 1, 1);
+}
+
+void UseTags(const QString& from, const QString& /*to*/) {
+    AudioInformation tags;
+    for (const qint16 kind : {qint16{1}, qint16{2}}) {
+        tags.SetTagKind(kind);
+        tags.LoadTag(from);
+        tags.Title = QStringLiteral("Title");
+        tags.SaveTag(from);
+    }
+}
+
 class HostileComponent : public ::testing::TestWithParam<Component> {
 protected:
     void SetUp() override {
@@ -84,7 +116,7 @@ protected:
             return;
         }
         const QByteArray program = command.first();
-        if (program == "mpcenc") {
+        if (program == "mpcenc" || program == "jmac") {
             Folder.MakeFile("in.wav", WavOf(MakeSweep(44100, 2, 80000), WavKind::Signed16));
             command += Folder.Native("in.wav");
         } else if (program == "flac") {
@@ -99,11 +131,12 @@ protected:
         ASSERT_GT(Intact.size(), 1000);
     }
 
-    QByteArray FileName() const { return QByteArray("a.") + GetParam().Name; }
+    static QByteArray FileName() { return "a." + Ending(); }
+    static QByteArray Ending() { return GetParam().Ending == nullptr ? GetParam().Name : GetParam().Ending; }
 
     // Whatever it is, it must end well or with a text, soon.
     void Use(const QByteArray& content) {
-        const QString path = Folder.MakeFile(QByteArray("hostile.") + GetParam().Name, content);
+        const QString path = Folder.MakeFile("hostile." + Ending(), content);
         const auto start = std::chrono::steady_clock::now();
         try {
             GetParam().Use(path, Folder.Path("out"));
@@ -175,7 +208,20 @@ INSTANTIATE_TEST_SUITE_P(
                       Component{"wma", {"-c:a", "wmav2"}, UseWma},
                       Component{"mp3", {"-c:a", "libmp3lame"}, UseWma},
                       Component{"avi", {"-c:a", "ac3"}, UseWma}, Component{"flacenc", {}, UseFlacEncoder},
-                      Component{"mpcenc", {}, UseMpcEncoder}),
+                      Component{"mpcenc", {}, UseMpcEncoder}, Component{"ape", {"jmac", "c2"}, UseApe},
+                      Component{"apeenc", {}, UseApeEncoder},
+                      Component{"simpletagape", {"jmac", "c2"}, UseSimpleTags, "ape"},
+                      Component{"simpletagflac", {"-c:a", "flac"}, UseSimpleTags, "flac"},
+                      Component{"simpletagmpc", {"mpcenc", "--silent", "--overwrite"}, UseSimpleTags, "mpc"},
+                      Component{"tagmp3", {"-c:a", "libmp3lame", "-metadata", "title=a"}, UseTags, "mp3"},
+                      Component{"tagaac", {"-c:a", "aac"}, UseTags, "aac"},
+                      Component{"tagogg", {"-c:a", "libvorbis", "-metadata", "title=a"}, UseTags, "ogg"},
+                      Component{"tagflac", {"-c:a", "flac", "-metadata", "title=a"}, UseTags, "flac"},
+                      Component{"tagwma", {"-c:a", "wmav2", "-metadata", "title=a"}, UseTags, "wma"},
+                      Component{"tagm4a", {"-c:a", "aac", "-metadata", "title=a"}, UseTags, "m4a"},
+                      Component{"tagwav", {"-c:a", "pcm_s16le", "-metadata", "title=a"}, UseTags, "wav"},
+                      Component{"tagape", {"jmac", "c2"}, UseTags, "ape"},
+                      Component{"tagmpc", {"mpcenc", "--silent", "--overwrite"}, UseTags, "mpc"}),
     [](const auto& component) { return std::string(component.param.Name); });
 
 }  // namespace

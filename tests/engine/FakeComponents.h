@@ -106,12 +106,13 @@ struct FakeWork {
     }
 };
 
-// A set of components in which everything is fake but the tags.
+// A set of components in which everything is fake but the tags, of which it is told who reads them.
 class FakeCodecs : public FakeWork {
 public:
     FakeSource Source;
     FakeSink Sink;
-    AudioInformation Tags;
+    QStringList TagReads;
+    std::function<void()> AtTagRead;  // may fail
 
     Components Parts() { return {Source, Sink, Aac, Alac, Flac, Mpc, FlacOut, MpcOut, Ape, Tags}; }
 
@@ -218,6 +219,10 @@ private:
         qint32 GetDurationTrack(const QString& /*path*/) override {
             return static_cast<qint32>(All.Duration);
         }
+        void GetID3Tag(const QString& path, Id3Bytes& block) override {
+            All.TagReads.append(QStringLiteral("GetID3Tag"));
+            ApeCodec::GetID3Tag(path, block);
+        }
         void Step(const QString& output, const ApeProgressCallback& progress, const qint32& killFlag) {
             progress(All.ApeStep);
             All.KillFlagAtStart = killFlag;
@@ -225,8 +230,18 @@ private:
         }
         FakeCodecs& All;
     };
+    struct WatchedTags : AudioInformation {
+        explicit WatchedTags(FakeCodecs& all) : All(all) {}
+        void LoadTag(const QString& path) override {
+            All.TagReads.append(QStringLiteral("AudioInformation %1").arg(TagKind()));
+            if (All.AtTagRead) All.AtTagRead();
+            AudioInformation::LoadTag(path);
+        }
+        FakeCodecs& All;
+    };
 
 public:
+    WatchedTags Tags{*this};
     FakeAac Aac{*this};
     FakeAlac Alac{*this};
     FakeFlac Flac{*this};

@@ -1,16 +1,8 @@
-#include "FakeComponents.h"
-#include "HeadlessHost.h"
-#include "engine/JobDriver.h"
-#include "engine/RunState.h"
-#include "library/AddFiles.h"
-#include "library/Collection.h"
-#include "support/TestAudio.h"
-#include "support/TestFolder.h"
+#include "MadeSources.h"
+#include "RealEngine.h"
 #include "support/Tool.h"
 
 #include <QtEndian>
-
-#include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
@@ -75,119 +67,41 @@ double Likeness(const std::vector<double>& one, const std::vector<double>& other
     return best;
 }
 
-struct Source {
-    const char* Name;
-    QList<QByteArray> Maker;  // arguments between the WAV and the file to make
-};
-
-void PrintTo(const Source& source, std::ostream* out) {
-    *out << source.Name;
-}
-
-const Source Sources[] = {
-    {"song.wav", {}},
-    {"song.avi", {"ffmpeg", "-c:a", "pcm_s16le"}},
-    {"song.mp3", {"ffmpeg", "-c:a", "libmp3lame", "-b:a", "192k"}},
-    {"song.ogg", {"ffmpeg", "-c:a", "libvorbis", "-q:a", "6"}},
-    {"song.wma", {"ffmpeg", "-c:a", "wmav2", "-b:a", "192k"}},
-    {"song.aac", {"ffmpeg", "-c:a", "aac", "-b:a", "192k"}},
-    {"song.m4a", {"ffmpeg", "-c:a", "aac", "-b:a", "192k"}},
-    {"song.alac", {"ffmpeg", "-c:a", "alac", "-f", "mp4"}},
-    {"song.flac", {"ffmpeg", "-c:a", "flac"}},
-    {"song.ape", {"jmac", "c2"}},
-    {"song.mpc", {"mpcenc", "--overwrite", "--quality", "7"}},
-    {"song.mp+", {"mpcenc", "--overwrite", "--quality", "7"}},
-};
-
-const QString Formats[] = {u"Wav"_s,
-                           u"Mp3"_s,
-                           u"Ogg"_s,
-                           u"Wma"_s,
-                           u"APE (MonKey's audio)"_s,
-                           u"FLAC (Free Lossless Audio Codec)"_s,
-                           u"Mpc (Musepack)"_s};
-constexpr const char* Endings[] = {"wav", "mp3", "ogg", "wma", "ape", "flac", "mpc"};
-
-class FormatMatrix : public ::testing::TestWithParam<Source> {
-protected:
-    FormatMatrix() {
-        NumberLanguageLines();
-        Host.OutputFolder = Folder.MakeFolder("out");
-        Run.Levels = {2000, 5, 5};
-    }
-
-    void MakeSource(const Source& source) const {
-        const QByteArray wav = Folder.Native("in.wav");
-        Folder.MakeFile("in.wav", WavOf(Music(), WavKind::Signed16));
-        const QByteArray file = Folder.Native("Music/" + QByteArray(source.Name));
-        Folder.MakeFolder("Music");
-        QList<QByteArray> command;
-        if (source.Maker.isEmpty()) {
-            command = {"cp", wav, file};
-        } else if (source.Maker[0] == "ffmpeg") {
-            command = QList<QByteArray>{"ffmpeg", "-v", "error", "-y", "-i", wav} + source.Maker.mid(1) +
-                      QList{file};
-        } else if (source.Maker[0] == "jmac") {
-            command = {"jmac", source.Maker[1], wav, file};
-        } else {
-            // The program knows its files by one ending only.
-            command = source.Maker + QList<QByteArray>{wav, Folder.Native("made.mpc")};
-        }
-        const ToolResult made = RunTool(command);
-        ASSERT_EQ(made.ExitCode, 0) << made.Errors.constData();
-        if (source.Maker.value(0) == "mpcenc") RunTool({"mv", Folder.Native("made.mpc"), file});
-    }
-
-    void SetFormat(const QString& format) {
-        Host.Format = format;
-        if (format == u"Mp3") Codecs.FileWenc.SetFormatMP3(Rate, 192, 2);
-        if (format == u"Ogg") Codecs.FileWenc.SetFormatOggVorbis(Rate, 2, {}, {}, {}, 600);
-        if (format == u"Wav") Codecs.FileWenc.SetFormatPCM(Rate, 2, 16);
-        if (format == u"Wma") Codecs.FileWenc.SelectWmaFormat(45);
-    }
-
-    TestFolder Folder;
-    RunState Run;
-    HeadlessHost Host;
-    CodecSet Codecs;
-    Collection Items;
-};
+class FormatMatrix : public RealEngine, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(FormatMatrix, EveryOutputHasTheSoundAndTheLengthOfTheSource) {
-    const Source& source = GetParam();
-    MakeSource(source);
-    const QByteArray name(source.Name);
+    const QByteArray name = QByteArray("song.") + GetParam();
+    Folder.MakeFile("in.wav", WavOf(Music(), WavKind::Signed16));
+    Folder.MakeFolder("Music");
+    MakeSource(Folder.Native("in.wav"), Folder.Native("Music/" + name));
     AddDropped(Items, Host, {Folder.Path("Music/" + name)});
     // An M4A or AVI comes in by the dialog, as an MP4 does.
     if (Items.FileCount == 0) AddFileRecord(Items, Host, Folder.Path("Music/" + name));
     const std::vector<double> original = Decoded(Folder.Native("in.wav"));
     const bool losslessIn =
         QList<QByteArray>{"song.wav", "song.alac", "song.flac", "song.ape"}.contains(name);
-    for (std::size_t n = 0; n < std::size(Formats); ++n) {
-        SetFormat(Formats[n]);
-        JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
+    for (const OutputFormat& format : OutputFormats) {
+        Convert(format.Name);
         ASSERT_EQ(Host.Rows.size(), 1U);
-        EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s)
-            << Endings[n] << ' ' << qPrintable(Host.Rows[0].Progress);
-        const std::vector<double> sound = Decoded(Folder.Native("out/song." + QByteArray(Endings[n])));
-        ASSERT_GT(sound.size(), original.size() * 9 / 10) << Endings[n];
+        EXPECT_EQ(Row().Icon, u"converted"_s) << format.Ending << ' ' << qPrintable(Row().Progress);
+        const std::vector<double> sound = Decoded(Folder.Native("out/song." + QByteArray(format.Ending)));
+        ASSERT_GT(sound.size(), original.size() * 9 / 10) << format.Ending;
         const auto frames = static_cast<double>(sound.size()) / 2;
-        const QByteArray ending = Endings[n];
+        const QByteArray ending = format.Ending;
         const bool losslessOut = ending == "wav" || ending == "ape" || ending == "flac";
         if (losslessIn && losslessOut) {
-            EXPECT_EQ(sound, original) << Endings[n];
+            EXPECT_EQ(sound, original) << format.Ending;
         } else {
             const double likeness = Likeness(original, sound);
-            EXPECT_NEAR(frames, static_cast<double>(Frames), 5200) << Endings[n];
-            EXPECT_GT(likeness, 0.93) << Endings[n];
-            RecordProperty(Endings[n], std::to_string(likeness));
+            EXPECT_NEAR(frames, static_cast<double>(Frames), 5200) << format.Ending;
+            EXPECT_GT(likeness, 0.93) << format.Ending;
+            RecordProperty(format.Ending, std::to_string(likeness));
         }
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(From, FormatMatrix, ::testing::ValuesIn(Sources), [](const auto& source) {
-    std::string name = source.param.Name;
-    name.erase(0, 5);
+INSTANTIATE_TEST_SUITE_P(From, FormatMatrix, ::testing::ValuesIn(SourceEndings), [](const auto& source) {
+    const std::string name = source.param;
     return name == "mp+" ? std::string("mpplus") : name;
 });
 

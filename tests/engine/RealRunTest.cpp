@@ -1,15 +1,6 @@
-#include "FakeComponents.h"
-#include "HeadlessHost.h"
-#include "engine/JobDriver.h"
-#include "engine/RunState.h"
+#include "RealEngine.h"
 #include "engine/StopCommands.h"
-#include "library/AddFiles.h"
-#include "library/Collection.h"
-#include "support/TestAudio.h"
-#include "support/TestFolder.h"
 #include "support/Tool.h"
-
-#include <gtest/gtest.h>
 
 namespace Sonmira {
 namespace {
@@ -17,24 +8,9 @@ namespace {
 using namespace Qt::StringLiterals;
 
 // Whole runs with the real components, judged by other programs' decoders.
-class RealRun : public ::testing::Test {
+class RealRun : public RealEngine {
 protected:
     static constexpr std::int64_t Frames = 100003;  // a prime, so that no frame size divides it
-
-    RealRun() {
-        NumberLanguageLines();
-        Host.OutputFolder = Folder.MakeFolder("out");
-    }
-
-    void AddMusic() { AddDirectory(Items, Host, Folder.Path("Music")); }
-
-    void Convert(const QString& format) {
-        Host.Format = format;
-        if (format == u"Mp3") FileWenc.SetFormatMP3(44100, 128, 2);
-        if (format == u"Ogg") FileWenc.SetFormatOggVorbis(44100, 2, {}, {}, {}, 400);
-        if (format == u"Wav") FileWenc.SetFormatPCM(44100, 2, 16);
-        JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
-    }
 
     // Frames that another program decodes from a file below the output folder.
     std::int64_t FramesBy(const QList<QByteArray>& decoder) {
@@ -44,13 +20,6 @@ protected:
         const qsizetype data = wav.indexOf("data");
         return (wav.size() - data - 8) / 4;
     }
-
-    TestFolder Folder;
-    RunState Run;
-    HeadlessHost Host;
-    CodecSet Codecs;
-    AudioFile& FileWenc = Codecs.FileWenc;
-    Collection Items;
 };
 
 TEST_F(RealRun, WavToMp3IsAsLongAsTheSourceByItsLameTag) {
