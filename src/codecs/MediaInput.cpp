@@ -100,6 +100,12 @@ public:
     explicit Options(MediaInput::Times times) {
         // Demuxers that open files by themselves look here rather than at io_open.
         av_dict_set(&Values, "protocol_whitelist", "none", 0);
+        // Containers of music that say what they are. Among the rest are formats of games that any noise
+        // looks like.
+        av_dict_set(&Values, "format_whitelist",
+                    "wav,w64,aiff,au,avi,mp3,ogg,asf,aac,loas,mov,caf,ape,flac,mpc,mpc8,wv,tta,tak,ac3,eac3,"
+                    "dts,amr,matroska,mpeg,mpegts,flv,rm",
+                    0);
         // PCM in larger packets than the usual 4 KB, of which each costs as much as its copying.
         av_dict_set(&Values, "max_size", "65536", 0);
         if (times == MediaInput::Times::Whole) av_dict_set(&Values, "advanced_editlist", "0", 0);
@@ -123,8 +129,11 @@ public:
         Options options(times);
         // A failed opening frees the context by itself.
         const int code = avformat_open_input(&context, nullptr, nullptr, &options.Values);
-        if (code < 0) throw FailureOf(code);
+        if (code < 0) throw FailureOf(code == AVERROR(EINVAL) ? AVERROR_INVALIDDATA : code);
         Context.reset(context);
+        if (av_dict_get(context->metadata, "encryption", nullptr, 0) != nullptr) {
+            throw Failure(FailureNumber::Component, QStringLiteral("The file is protected against copying"));
+        }
         if (std::string_view(context->iformat->name) == "wav") context->probesize = BytesToKnowPcm;
         FindSound();
     }
