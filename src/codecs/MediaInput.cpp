@@ -131,9 +131,7 @@ public:
         const int code = avformat_open_input(&context, nullptr, nullptr, &options.Values);
         if (code < 0) throw FailureOf(code == AVERROR(EINVAL) ? AVERROR_INVALIDDATA : code);
         Context.reset(context);
-        if (av_dict_get(context->metadata, "encryption", nullptr, 0) != nullptr) {
-            throw Failure(FailureNumber::Component, QStringLiteral("The file is protected against copying"));
-        }
+        CheckIsOpen(*context);
         if (std::string_view(context->iformat->name) == "wav") context->probesize = BytesToKnowPcm;
         FindSound();
     }
@@ -148,6 +146,14 @@ public:
     AVStream* Sound = nullptr;
 
 private:
+    // The demuxer of Windows Media reads files for which one needs a key, and gives noise.
+    static void CheckIsOpen(const AVFormatContext& context) {
+        for (const char* key : {"encryption", "ASF_Protection_Type", "ASF_Key_ID", "ASF_License_URL"}) {
+            if (av_dict_get(context.metadata, key, nullptr, 0) == nullptr) continue;
+            throw Failure(FailureNumber::Component, u"The file is protected against copying"_s);
+        }
+    }
+
     void FindSound() {
         const int code = avformat_find_stream_info(Context.get(), nullptr);
         if (code < 0) throw FailureOf(code);
