@@ -4,8 +4,18 @@
 
 namespace Sonmira {
 
-// The points in which a run over the whole collection and the conversion of one record differ. Everything
-// else is the same code.
+// The points in which a run over the whole collection and the conversion of one record differ. Those below
+// concern a record's own steps, which are the same code for both (RecordSteps). The others lie in the shape
+// of the two drivers:
+//
+//                       JobDriver                              SelectionDriver
+//   closing steps       once, at the end of the run            after every file, so the controls flash
+//   CancelAll           cleared once                           cleared at the start of every file, and
+//                                                              tested after it
+//   folder label        written per folder record              written per file
+//   output folder       the parent record's RelativeFolder     built up from the selected node's name
+//   folders             made unless outputs go beside          always made, below the output folder
+//                       their sources
 struct DriverRules {
     // The labels with the name and length of the file in hand.
     bool ShowsFileName;
