@@ -1,0 +1,85 @@
+#include "Mp3Encoding.h"
+
+#include "Conversion.h"
+
+#include <cmath>
+#include <numbers>
+#include <span>
+
+namespace Sonmira {
+
+namespace {
+
+constexpr double Turn = 2 * std::numbers::pi;
+
+std::int64_t FramesOf(int rate, double seconds) {
+    return static_cast<std::int64_t>(rate * seconds);
+}
+
+}  // namespace
+
+QByteArray EncodedMp3(const Mp3Parameters& parameters, const TestSound& sound) {
+    const TestFolder folder;
+    AudioFile writer;
+    auto set = std::make_shared<Mp3Parameters>(parameters);
+    writer.SetFormatMP3Ex(set);
+    writer.OpenForWrite(folder.Path("out.mp3"));
+    writer.SetSourceFormat(sound.Rate, sound.Channels);
+    const QByteArray pcm = PcmOf(sound, WavKind::Signed16);
+    const auto bytes = std::as_bytes(std::span(pcm.constData(), static_cast<std::size_t>(pcm.size())));
+    writer.WriteBlock({SampleType::Int16, {bytes.begin(), bytes.end()}});
+    writer.CloseFile();
+    return ContentOf(folder.Native("out.mp3"));
+}
+
+QString Mp3FormatString(const Mp3Parameters& parameters) {
+    AudioFile writer;
+    auto set = std::make_shared<Mp3Parameters>(parameters);
+    writer.SetFormatMP3Ex(set);
+    return writer.FormatString();
+}
+
+TestSound DecodedMp3(const QByteArray& mp3) {
+    const TestFolder folder;
+    folder.MakeFile("in.mp3", mp3);
+    return DecodedByFfmpeg(folder.Native("in.mp3"));
+}
+
+TestSound MakeMusic(int rate, int channels, double seconds) {
+    TestSound sound = MakeNoise(rate, channels, FramesOf(rate, seconds), 1.0);
+    for (std::size_t i = 0; i < sound.Samples.size(); ++i) {
+        const auto channel = static_cast<double>(i % static_cast<std::size_t>(channels));
+        const double time = static_cast<double>(i / static_cast<std::size_t>(channels)) / rate;
+        double chord = 0;
+        for (const double pitch : {220.0, 277.2, 329.6, 880.0, 1760.0, 3520.0}) {
+            chord += std::sin(Turn * pitch * time + channel * pitch) * (1 + std::sin(Turn * 3 * time)) / 2;
+        }
+        // Four hits a second, in turn at the left and at the right.
+        const double beat = std::fmod(time, 0.25);
+        const bool isHere = channels == 1 || static_cast<int>(time / 0.25) % 2 == static_cast<int>(channel);
+        const double hit = isHere ? std::exp(-beat * 90) : 0;
+        sound.Samples[i] = 0.07 * chord + 0.5 * hit * sound.Samples[i];
+    }
+    return sound;
+}
+
+TestSound MakeComb(int rate, int channels, double seconds, int step) {
+    TestSound sound = MakeSilence(rate, channels, FramesOf(rate, seconds));
+    const int tones = rate / 2 / step;
+    for (std::size_t i = 0; i < sound.Samples.size(); ++i) {
+        const double time = static_cast<double>(i / static_cast<std::size_t>(channels)) / rate;
+        for (int tone = 1; tone < tones; ++tone) {
+            // Phases of all kinds keep the peak low.
+            sound.Samples[i] += std::sin(Turn * (tone * step * time + 0.37 * tone * tone)) * 0.5 / tones;
+        }
+    }
+    return sound;
+}
+
+double GainAt(const TestSound& before, const TestSound& after, double frequency) {
+    const double old = LevelAt(ChannelOf(before, 0), before.Rate, frequency);
+    const double now = LevelAt(ChannelOf(after, 0), after.Rate, frequency);
+    return 20 * std::log10(std::max(now, 1e-9) / std::max(old, 1e-9));
+}
+
+}  // namespace Sonmira
