@@ -250,7 +250,8 @@ void LameStream::SetUpRates(const Mp3Parameters& parameters) {
     }
     if (parameters.VbrMethod == Mp3Parameters::Abr) {
         Checked(call.SetVbrMeanBitRate(Encoder, parameters.AbrBitrate));
-        Checked(call.SetScale(Encoder, UndoneGain(parameters.AbrBitrate)));
+        // The library turns down by the nearest rate that such frames can have.
+        Checked(call.SetScale(Encoder, UndoneGain(nearest(parameters.AbrBitrate))));
     } else {
         Checked(call.SetVbrQuality(Encoder, std::clamp<int>(parameters.VbrQuality, 0, 9)));
     }
