@@ -12,7 +12,7 @@ namespace Sonmira {
 QByteArray EncodedMp3(const Mp3Parameters& parameters, const TestSound& sound);
 // The line of text for such a format; empty for a refused one.
 QString Mp3FormatString(const Mp3Parameters& parameters);
-// What ffmpeg hears in the file.
+// What another decoder hears in the file, as 16 bits: `lame --decode`, which starts fast.
 TestSound DecodedMp3(const QByteArray& mp3);
 
 // Chords with sharp hits, sometimes in the middle and sometimes at one side: something of all that encoders
