@@ -66,7 +66,8 @@ TestSound MakeMusic(int rate, int channels, double seconds) {
     TestSound sound = MakeNoise(rate, channels, FramesOf(rate, seconds), 1.0);
     for (std::size_t i = 0; i < sound.Samples.size(); ++i) {
         const auto channel = static_cast<double>(i % static_cast<std::size_t>(channels));
-        const double time = static_cast<double>(i / static_cast<std::size_t>(channels)) / rate;
+        const std::size_t frame = i / static_cast<std::size_t>(channels);
+        const double time = static_cast<double>(frame) / rate;
         double chord = 0;
         for (const double pitch : {220.0, 277.2, 329.6, 880.0, 1760.0, 3520.0}) {
             chord += std::sin(Turn * pitch * time + channel * pitch) * (1 + std::sin(Turn * 3 * time)) / 2;
@@ -84,7 +85,8 @@ TestSound MakeComb(int rate, int channels, double seconds, int step) {
     TestSound sound = MakeSilence(rate, channels, FramesOf(rate, seconds));
     const int tones = rate / 2 / step;
     for (std::size_t i = 0; i < sound.Samples.size(); ++i) {
-        const double time = static_cast<double>(i / static_cast<std::size_t>(channels)) / rate;
+        const std::size_t frame = i / static_cast<std::size_t>(channels);
+        const double time = static_cast<double>(frame) / rate;
         for (int tone = 1; tone < tones; ++tone) {
             // Phases of all kinds keep the peak low.
             sound.Samples[i] += std::sin(Turn * (tone * step * time + 0.37 * tone * tone)) * 0.5 / tones;
