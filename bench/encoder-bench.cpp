@@ -70,6 +70,18 @@ const std::vector<Route>& Routes() {
              Stream(from, to, [](AudioFile& file) { file.SetFormatMP3(44100, 128, 2); });
          },
          {{"lame", "lame --quiet -b 128 @ %"}}},
+        {"mp3-v2",
+         "in.wav",
+         ".mp3",
+         [](const QString& from, const QString& to) {
+             Stream(from, to, [](AudioFile& file) {
+                 auto set = std::make_shared<Mp3Parameters>();
+                 set->VbrMethod = Mp3Parameters::New;
+                 set->VbrQuality = 2;
+                 file.SetFormatMP3Ex(set);
+             });
+         },
+         {{"lame", "lame --quiet -V2 @ %"}}},
         {"ogg",
          "in.wav",
          ".ogg",

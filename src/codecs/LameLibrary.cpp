@@ -212,8 +212,12 @@ void LameStream::SetUp(const Mp3Parameters& parameters) {
     SetUpRates(parameters);
     SetUpFilters(parameters);
     Checked(call.SetDisableReservoir(Encoder, parameters.BitReservoir ? 0 : 1));
-    Checked(call.SetBlockTypesDiffer(Encoder, parameters.BlockTypesDiffer ? 1 : 0));
-    Checked(call.SetNoShortBlocks(Encoder, parameters.ShortBlocks ? 0 : 1));
+    // One state of the library stands for both: the later call would undo the earlier one.
+    if (parameters.ShortBlocks) {
+        Checked(call.SetBlockTypesDiffer(Encoder, parameters.BlockTypesDiffer ? 1 : 0));
+    } else {
+        Checked(call.SetNoShortBlocks(Encoder, 1));
+    }
     constexpr int EmphasisMarks[] = {0, 1, 3};  // 2 is reserved
     Checked(call.SetEmphasis(Encoder, EmphasisMarks[std::clamp<int>(parameters.Emphasis, 0, 2)]));
     if (parameters.StrictIso) Checked(call.SetStrictIso(Encoder, 1));
@@ -246,7 +250,8 @@ void LameStream::SetUpRates(const Mp3Parameters& parameters) {
     }
     if (parameters.VbrMethod == Mp3Parameters::Abr) {
         Checked(call.SetVbrMeanBitRate(Encoder, parameters.AbrBitrate));
-        Checked(call.SetScale(Encoder, UndoneGain(parameters.AbrBitrate)));
+        // The library turns down by the nearest rate that such frames can have.
+        Checked(call.SetScale(Encoder, UndoneGain(nearest(parameters.AbrBitrate))));
     } else {
         Checked(call.SetVbrQuality(Encoder, std::clamp<int>(parameters.VbrQuality, 0, 9)));
     }

@@ -4,8 +4,10 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
+#include <optional>
 
 namespace Sonmira {
 
@@ -38,15 +40,20 @@ private:
         return isValue ? Words.takeFirst() : QString();
     }
 
+    // The next word, used up, where it is a number; "nan" is none.
+    std::optional<double> NumberWord() {
+        bool isNumber = false;
+        const double value = Words.isEmpty() ? 0 : Words.first().toDouble(&isNumber);
+        if (!isNumber || std::isnan(value)) return {};
+        Words.removeFirst();
+        return value;
+    }
+
     // A number as the value, brought into its range; `take` is not called where there is none.
     template <class Take>
     void Number(int least, int most, Take&& take) {
-        if (Words.isEmpty()) return;
-        bool isNumber = false;
-        const double value = Words.first().toDouble(&isNumber);
-        if (!isNumber) return;
-        Words.removeFirst();
-        take(static_cast<qint16>(std::clamp<double>(value, least, most)));
+        const std::optional<double> value = NumberWord();
+        if (value) take(static_cast<qint16>(std::clamp<double>(*value, least, most)));
     }
 
     // A frequency, in kHz where it is small enough.
@@ -54,12 +61,9 @@ private:
     void Frequency(Take&& take) {
         constexpr double SmallestInHz = 50;
         constexpr double Most = 48000;
-        if (Words.isEmpty()) return;
-        bool isNumber = false;
-        const double value = Words.first().toDouble(&isNumber);
-        if (!isNumber) return;
-        Words.removeFirst();
-        const double hertz = value < SmallestInHz ? value * 1000 : value;
+        const std::optional<double> value = NumberWord();
+        if (!value) return;
+        const double hertz = *value < SmallestInHz ? *value * 1000 : *value;
         take(hertz < 0 ? -1 : static_cast<qint32>(std::min(hertz, Most)));
     }
 
@@ -221,7 +225,7 @@ private:
 
 void Mp3Parameters::SetCommandLine(const QString& line) {
     *this = {};
-    Reader(*this, line.split(u' ', Qt::SkipEmptyParts)).Read();
+    Reader(*this, line.simplified().split(u' ', Qt::SkipEmptyParts)).Read();
 }
 
 }  // namespace Sonmira

@@ -65,9 +65,9 @@ std::span<const int> BitratesOf(int sampleRate) {
 
 // The later of two that are equally near.
 int Nearest(int value, std::span<const int> values) {
-    return *std::min_element(values.rbegin(), values.rend(), [&](int one, int other) {
-        return std::abs(one - value) < std::abs(other - value);
-    });
+    const auto distance = [&](int one) { return std::abs(qint64{one} - value); };
+    return *std::min_element(values.rbegin(), values.rend(),
+                             [&](int one, int other) { return distance(one) < distance(other); });
 }
 
 }  // namespace

@@ -39,9 +39,11 @@ QString Mp3RateText(const Mp3Parameters& set) {
         case Mp3Parameters::None:
             return u"%1 kbit/s"_s.arg(nearest(set.Bitrate));
         case Mp3Parameters::Abr:
-            return u"%1 kbit/s on average"_s.arg(std::clamp(int{set.AbrBitrate}, nearest(0), nearest(320)));
+            return u"%1 kbit/s on average"_s.arg(
+                std::clamp(int{set.AbrBitrate}, nearest(0), nearest(set.MaxVbrBitrate)));
         default:
-            return u"VBR quality %1, up to %2 kbit/s"_s.arg(set.VbrQuality).arg(nearest(set.MaxVbrBitrate));
+            return u"VBR quality %1, up to %2 kbit/s"_s.arg(std::clamp<int>(set.VbrQuality, 0, 9))
+                .arg(nearest(set.MaxVbrBitrate));
     }
 }
 
