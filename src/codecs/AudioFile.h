@@ -13,7 +13,8 @@ namespace Sonmira {
 // the system folder, loaded at run time), Ogg Vorbis and Windows Media Audio.
 //
 // The output format is set once and stays for all files until another is set. A refused format leaves
-// FormatString empty and OpenForWrite failing; nothing else about the object changes.
+// FormatString empty and OpenForWrite failing; only where the MP3 encoder's library is missing does the
+// earlier format stay in force behind an empty FormatString.
 //
 // Inside, encoding runs on a worker thread beside the caller's decoding; order, results and failures are
 // those of a serial run.

@@ -1,6 +1,7 @@
 // The command line of the MP3 encoder's own program, as far as it concerns how sound is encoded.
 #include "codecs/Mp3Parameters.h"
 
+#include <QProcess>
 #include <QStringList>
 
 #include <algorithm>
@@ -64,7 +65,12 @@ private:
         const std::optional<double> value = NumberWord();
         if (!value) return;
         const double hertz = *value < SmallestInHz ? *value * 1000 : *value;
-        take(hertz < 0 ? -1 : static_cast<qint32>(std::min(hertz, Most)));
+        // The program means no filter by a negative number, and its own choice by 0.
+        if (hertz == 0) {
+            take(-1);
+        } else {
+            take(static_cast<qint32>(std::clamp(hertz, 0.0, Most)));
+        }
     }
 
     // Letters may stand together; the value of one may follow it without a blank.
@@ -209,9 +215,16 @@ private:
             Set.Bitrate = kilobits;
             return;
         }
-        static const QStringList Names = {u"phone"_s, u"sw"_s,   u"am"_s, u"fm"_s,     u"voice"_s, u"radio"_s,
-                                          u"tape"_s,  u"hifi"_s, u"cd"_s, u"studio"_s, u"r3mix"_s};
-        Set.SetPreset(static_cast<qint16>(Names.indexOf(name) + 1));
+        static const std::map<QString, qint16> Presets = {
+            {u"phone"_s, 1}, {u"sw"_s, 2}, {u"lw"_s, 2},      {u"mw-eu"_s, 2}, {u"am"_s, 3},
+            {u"mw-us"_s, 3}, {u"fm"_s, 4}, {u"voice"_s, 5},   {u"radio"_s, 6}, {u"tape"_s, 7},
+            {u"hifi"_s, 8},  {u"cd"_s, 9}, {u"studio"_s, 10}, {u"r3mix"_s, 11}};
+        if (const auto found = Presets.find(name); found != Presets.end()) Set.SetPreset(found->second);
+        if (name == u"medium") {
+            Set.SetAltPreset(isFast ? 1 : 2);
+            Set.VbrQuality = 4;
+            Set.LowpassFrequency = 17500;
+        }
         if (name == u"standard") Set.SetAltPreset(isFast ? 1 : 2);
         if (name == u"extreme") Set.SetAltPreset(isFast ? 3 : 4);
         if (name == u"insane") Set.SetAltPreset(5);
@@ -225,7 +238,7 @@ private:
 
 void Mp3Parameters::SetCommandLine(const QString& line) {
     *this = {};
-    Reader(*this, line.simplified().split(u' ', Qt::SkipEmptyParts)).Read();
+    Reader(*this, QProcess::splitCommand(line.simplified())).Read();
 }
 
 }  // namespace Sonmira

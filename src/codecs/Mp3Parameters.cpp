@@ -74,7 +74,7 @@ int Nearest(int value, std::span<const int> values) {
 
 void Mp3Parameters::SetPreset(qint16 number) {
     constexpr int R3mix = 11;
-    if (number == R3mix) *this = Vbr(Mtrh, 1, 19500);
+    if (number == R3mix) *this = Vbr(Mtrh, 3, 18000);
     if (number < 1 || number > std::ssize(Presets)) return;
     const Preset& preset = Presets[number - 1];
     *this = {};
@@ -92,16 +92,16 @@ void Mp3Parameters::SetPreset(qint16 number) {
 void Mp3Parameters::SetAltPreset(qint16 number) {
     switch (number) {
         case 1:
-            *this = Vbr(Mtrh, 2, 19000);
+            *this = Vbr(Mtrh, 2, 18500);
             break;
         case 2:
-            *this = Vbr(Old, 2, 19000);
+            *this = Vbr(Old, 2, 18500);
             break;
         case 3:
-            *this = Vbr(Mtrh, 0, 19500);
+            *this = Vbr(Mtrh, 0, 22050);
             break;
         case 4:
-            *this = Vbr(Old, 0, 19500);
+            *this = Vbr(Old, 0, 22050);
             break;
         case 5:
             *this = Insane();

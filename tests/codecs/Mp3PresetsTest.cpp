@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(All, Mp3Preset,
                                            Preset{"HiFi", 8, 44100, 1, 1, 160, 18000, 2, true},
                                            Preset{"Cd", 9, 44100, 0, 1, 192, 0, 2, true},
                                            Preset{"Studio", 10, 44100, 0, 1, 256, 0, 2, true},
-                                           Preset{"R3mix", 11, 44100, 1, 4, 1, 19500, 2, true}),
+                                           Preset{"R3mix", 11, 44100, 1, 4, 3, 18000, 2, true}),
                          NameOf);
 
 class Mp3AltPreset : public ::testing::TestWithParam<Preset> {};
@@ -101,10 +101,10 @@ TEST_P(Mp3AltPreset, IsHeardInTheFile) {
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Mp3AltPreset,
-                         ::testing::Values(Preset{"FastStandard", 1, 44100, 1, 4, 2, 19000, 2, true},
-                                           Preset{"Standard", 2, 44100, 1, 3, 2, 19000, 2, true},
-                                           Preset{"FastExtreme", 3, 44100, 1, 4, 0, 19500, 2, true},
-                                           Preset{"Extreme", 4, 44100, 1, 3, 0, 19500, 2, true},
+                         ::testing::Values(Preset{"FastStandard", 1, 44100, 1, 4, 2, 18500, 2, true},
+                                           Preset{"Standard", 2, 44100, 1, 3, 2, 18500, 2, true},
+                                           Preset{"FastExtreme", 3, 44100, 1, 4, 0, 22050, 2, true},
+                                           Preset{"Extreme", 4, 44100, 1, 3, 0, 22050, 2, true},
                                            Preset{"Insane", 5, 44100, 1, 1, 320, 20500, 2, true}),
                          NameOf);
 

@@ -1,6 +1,7 @@
 #include "RealEngine.h"
 #include "platform/NativePath.h"
 #include "support/RealFiles.h"
+#include "support/Sanitized.h"
 #include "support/Tool.h"
 
 #include <cstdio>
@@ -49,6 +50,8 @@ TEST_P(CorpusRun, EndsInAnOutputOfItsLengthOrInAWrittenReason) {
     QByteArray line = name;
     TakeFile(FromNative(real.Path));
     for (const OutputFormat& format : OutputFormats) {
+        const auto place = static_cast<std::size_t>(&format - &OutputFormats[0]);
+        if (UnderSanitizers && (static_cast<std::size_t>(real.Path.size()) + place) % 3 != 0) continue;
         SCOPED_TRACE(format.Ending);
         Convert(format.Name);
         ASSERT_EQ(Host.Rows.size(), 1U);

@@ -112,6 +112,7 @@ TEST(Floors, PlainRoomsKnowNoWidget) {
                                         "QVarLengthArray",
                                         "QElapsedTimer",
                                         "QThread",
+                                        "QProcess",
                                         "QScopeGuard",
                                         "QtEndian",
                                         "QtGlobal",
