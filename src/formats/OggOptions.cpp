@@ -71,7 +71,7 @@ OggOptions::OggOptions(QWidget* owner)
     column->addWidget(frmOption);
     column->addWidget(frmVbr);
     column->addWidget(frmQuality);
-    AddRow(this, {cmdOk, cmdCancel, cmdApply});
+    AddButtons(this, {cmdOk, cmdCancel, cmdApply});
     cmdOk->setDefault(true);
     setMinimumWidth(420);
     ConnectEvents();

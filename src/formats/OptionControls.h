@@ -4,7 +4,9 @@
 #include "shell/widgets/ChoiceList.h"
 
 #include <QBoxLayout>
+#include <QGridLayout>
 #include <QGroupBox>
+#include <QPushButton>
 #include <QSlider>
 
 #include <memory>
@@ -23,6 +25,11 @@ Control* MakeControl(const QString& name, Arguments&&... arguments) {
 QGroupBox* MakeFrame(const QString& name, const QString& caption);
 // Adds a row to the column of a frame or page.
 void AddRow(QWidget* page, std::initializer_list<QWidget*> row);
+
+// Adds a grid to it, for rows whose controls stand below each other.
+QGridLayout* AddGrid(QWidget* page);
+// Adds the last row of a window, at its right end.
+void AddButtons(QWidget* window, std::initializer_list<QPushButton*> buttons);
 
 // A horizontal slider over 0 to `most`, with ticks.
 QSlider* MakeSlider(const QString& name, int most, int largeStep, int tick);

@@ -65,7 +65,7 @@ WavOptions::WavOptions(QWidget* owner) : QDialog(owner) {
     Command2->setAutoDefault(false);
     auto* column = new QVBoxLayout(this);
     column->addLayout(grid);
-    AddRow(this, {Command2, Command1});
+    AddButtons(this, {Command2, Command1});
     const WavChoice design;
     Select(*Option1, design.Frequency);
     Select(*Option2, design.Channel);
