@@ -2,12 +2,9 @@
 
 #include "formats/OptionControls.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -198,6 +195,7 @@ void Mp3OptionsForm::AddPresets() {
             AddRow(frame, {option});
         }
         group->button(1)->setChecked(true);
+        MakeOneTabStop(*group);
         QWidget* const tab = AddPage(page);
         AddRow(tab, {frame});
         EndPage(tab);

@@ -6,9 +6,7 @@
 #include "shell/widgets/Events.h"
 
 #include <QCheckBox>
-#include <QGridLayout>
 #include <QLabel>
-#include <QPushButton>
 
 namespace Sonmira {
 

@@ -65,6 +65,14 @@ ChoiceList* MakeFrequencyList(const QString& name) {
     return list;
 }
 
+void MakeOneTabStop(QButtonGroup& options) {
+    const auto mark = [](QAbstractButton* option, bool chosen) {
+        option->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    for (QAbstractButton* option : options.buttons()) mark(option, option->isChecked());
+    QObject::connect(&options, &QButtonGroup::buttonToggled, &options, mark);
+}
+
 void SelectData(ChoiceList& list, int data) {
     const int place = list.findData(data);
     if (place < 0) throw Failure(FailureNumber::InvalidPropertyValue);

@@ -4,6 +4,7 @@
 #include "shell/widgets/ChoiceList.h"
 
 #include <QBoxLayout>
+#include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QPushButton>
@@ -37,6 +38,9 @@ QSlider* MakeSlider(const QString& name, int most, int largeStep, int tick);
 QSlider* MakeBitrateSlider(const QString& name);
 // The sample rates of MPEG audio, each with its frequency in Hz as data.
 ChoiceList* MakeFrequencyList(const QString& name);
+// Makes a group of options one stop of the tab key, at the chosen one, as the arrow keys choose in it. To be
+// called when all are in it.
+void MakeOneTabStop(QButtonGroup& options);
 // Selects the item of that data; fails with InvalidPropertyValue where there is none.
 void SelectData(ChoiceList& list, int data);
 

@@ -4,8 +4,6 @@
 #include "platform/Dialogs.h"
 #include "shell/widgets/Events.h"
 
-#include <QButtonGroup>
-#include <QPushButton>
 #include <QRadioButton>
 
 namespace Sonmira {
@@ -31,6 +29,7 @@ QButtonGroup* MakeOptions(QWidget* window, QGridLayout* place, int column, const
         group->addButton(option, index);
         frame->layout()->addWidget(option);
     }
+    MakeOneTabStop(*group);
     static_cast<QVBoxLayout*>(frame->layout())->addStretch(1);
     place->addWidget(frame, 0, column);
     return group;

@@ -58,6 +58,15 @@ TEST_F(FormatChoice, TheSummaryTakesNoInput) {
     EXPECT_EQ(Summary(), before);
 }
 
+TEST_F(FormatChoice, ASummaryThatIsTooLongShowsItsBeginning) {
+    Open();
+    Panel().TextOutFormat->setFixedWidth(60);
+    for (const QString& format : {u"Mp3"_s, u"Ogg"_s, u"Wav"_s}) {
+        Select(format);
+        EXPECT_EQ(Panel().TextOutFormat->cursorPosition(), 0) << format.toStdString();
+    }
+}
+
 TEST_F(FormatChoice, AFirstStartTakesWhatIsSavedOfMp3) {
     Save(u"Mp3"_s, u"3"_s, u"192"_s);
     Open();

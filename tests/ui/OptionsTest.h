@@ -121,7 +121,8 @@ private:
     template <class Options>
     int In(const QString& name, const std::function<void(Options&)>& act) {
         const ModalAnswer answer(name, [&](QWidget& window) {
-            EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+            window.activateWindow();
+            EXPECT_TRUE(QTest::qWaitFor([&] { return window.isActiveWindow(); }));
             act(static_cast<Options&>(window));
             if (window.isVisible()) window.close();
         });
