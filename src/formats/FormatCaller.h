@@ -13,7 +13,10 @@ struct FormatCaller {
     const int& Frequency;      // Hz
     const int& Channels;
 
-    void ShowFormat() const { TextOutFormat.setText(FileWenc.FormatString()); }
+    void ShowFormat() const {
+        TextOutFormat.setText(FileWenc.FormatString());
+        TextOutFormat.setCursorPosition(0);  // where the box is too narrow, the codec is what must be seen
+    }
 };
 
 }  // namespace Sonmira

@@ -2,12 +2,9 @@
 
 #include "formats/OptionControls.h"
 
-#include <QButtonGroup>
 #include <QCheckBox>
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -40,6 +37,19 @@ ChoiceList* MakeList(const QString& name, const QString& what, const QStringList
     return list;
 }
 
+// A frame of two rows: what stands at the left of each, and its up-down.
+QGroupBox* MakeFilter(const QString& name, const QString& caption, QWidget* check, QWidget* frequency,
+                      QWidget* label, QWidget* width) {
+    auto* frame = MakeFrame(name, caption);
+    QGridLayout* const grid = AddGrid(frame);
+    grid->addWidget(check, 0, 0);
+    grid->addWidget(frequency, 0, 1);
+    grid->addWidget(label, 1, 0);
+    grid->addWidget(width, 1, 1);
+    grid->setColumnStretch(2, 1);
+    return frame;
+}
+
 void EndPage(QWidget* page) {
     static_cast<QVBoxLayout*>(page->layout())->addStretch(1);
 }
@@ -51,6 +61,9 @@ Mp3OptionsForm::Mp3OptionsForm(QWidget* owner) : QDialog(owner) {
     setWindowTitle(u"MP3 Lame 3.98 Encoder Option"_s);
     auto* column = new QVBoxLayout(this);
     tabMP3 = MakeControl<QTabWidget>(u"tabMP3"_s);
+    // All tabs are to be seen, in full.
+    tabMP3->setUsesScrollButtons(false);
+    tabMP3->setElideMode(Qt::ElideNone);
     column->addWidget(tabMP3, 1);
     AddGeneral();
     AddFiltering();
@@ -62,7 +75,7 @@ Mp3OptionsForm::Mp3OptionsForm(QWidget* owner) : QDialog(owner) {
     cmdCancel = MakeControl<QPushButton>(u"cmdCancel"_s, u"Cancel"_s);
     cmdApply = MakeControl<QPushButton>(u"cmdApply"_s, u"Apply"_s);
     cmdOK->setDefault(true);
-    AddRow(this, {cmdOK, cmdCancel, cmdApply});
+    AddButtons(this, {cmdOK, cmdCancel, cmdApply});
 }
 
 QWidget* Mp3OptionsForm::AddPage(const QString& caption) {
@@ -100,22 +113,16 @@ void Mp3OptionsForm::AddGeneral() {
 
 void Mp3OptionsForm::AddFiltering() {
     QWidget* const page = AddPage(u"Filtering"_s);
-    auto* frmHFilt = MakeFrame(u"frmHFilt"_s, u"HighPass Filter"_s);
     chHFilt = MakeControl<QCheckBox>(u"chHFilt"_s, u"Highpass filtering frequency (in Hz):"_s);
     udHFiltF = MakeHertz(u"udHFiltF"_s, 30, u"tHFiltF"_s, u"Highpass frequency in Hz"_s);
     lblHFiltW = MakeControl<QLabel>(u"lblHFiltW"_s, u"Width of Highpass filter (in Hz):"_s);
     udHFiltW = MakeHertz(u"udHFiltW"_s, 5, u"tHFiltW"_s, u"Highpass width in Hz"_s);
-    AddRow(frmHFilt, {chHFilt, udHFiltF});
-    AddRow(frmHFilt, {lblHFiltW, udHFiltW});
-    auto* frmLFilt = MakeFrame(u"frmLFilt"_s, u"LowPass Filter"_s);
     chLFilt = MakeControl<QCheckBox>(u"chLFilt"_s, u"Lowpass filtering frequency (in Hz):"_s);
     udLFiltF = MakeHertz(u"udLFiltF"_s, 15160, u"tLFiltF"_s, u"Lowpass frequency in Hz"_s);
     lblLFiltW = MakeControl<QLabel>(u"lblLFiltW"_s, u"Width of Lowpass filter (in Hz):"_s);
     udLFiltW = MakeHertz(u"udLFiltW"_s, 750, u"tLFiltW"_s, u"Lowpass width in Hz"_s);
-    AddRow(frmLFilt, {chLFilt, udLFiltF});
-    AddRow(frmLFilt, {lblLFiltW, udLFiltW});
-    AddRow(page, {frmHFilt});
-    AddRow(page, {frmLFilt});
+    AddRow(page, {MakeFilter(u"frmHFilt"_s, u"HighPass Filter"_s, chHFilt, udHFiltF, lblHFiltW, udHFiltW)});
+    AddRow(page, {MakeFilter(u"frmLFilt"_s, u"LowPass Filter"_s, chLFilt, udLFiltF, lblLFiltW, udLFiltW)});
     EndPage(page);
 }
 
@@ -139,8 +146,14 @@ void Mp3OptionsForm::AddVbr() {
         MakeControl<QCheckBox>(u"chStrictlyEnforceMinBitrate"_s, u"Strictly enforce minimum bitrate"_s);
     AddRow(frmVbrAdvanced, {chWriteVBRHeader});
     AddRow(frmVbrAdvanced, {chStrictlyEnforceMinBitrate});
-    AddRow(page, {MakeControl<QLabel>(u"Label14"_s, u"Coding Method:"_s), cmbVBRCodingMethod});
-    AddRow(page, {lblVbrQuality, udVbrQuality, lblAbrBitrate, udAbrBitrate});
+    QGridLayout* const grid = AddGrid(page);
+    grid->addWidget(MakeControl<QLabel>(u"Label14"_s, u"Coding Method:"_s), 0, 0);
+    grid->addWidget(cmbVBRCodingMethod, 0, 1);
+    grid->addWidget(lblVbrQuality, 1, 0);
+    grid->addWidget(udVbrQuality, 1, 1);
+    grid->addWidget(lblAbrBitrate, 2, 0);
+    grid->addWidget(udAbrBitrate, 2, 1);
+    grid->setColumnStretch(2, 1);
     AddRow(page, {frmVbrBitrate});
     AddRow(page, {frmVbrAdvanced});
     EndPage(page);
@@ -163,8 +176,12 @@ void Mp3OptionsForm::AddExpert() {
                              {u"default"_s, u"only"_s, u"disabled"_s, u"only for short blocks"_s});
     cmbEmphasis =
         MakeList(u"cmbEmphasis"_s, u"De-emphasis"_s, {u"default"_s, u"0/15 microseconds"_s, u"citt j.17"_s});
-    AddRow(page, {MakeControl<QLabel>(u"Label10"_s, u"ATH Control:"_s), cmbATHControl});
-    AddRow(page, {MakeControl<QLabel>(u"Label12"_s, u"De-emphasis :"_s), cmbEmphasis});
+    QGridLayout* const grid = AddGrid(page);
+    grid->addWidget(MakeControl<QLabel>(u"Label10"_s, u"ATH Control:"_s), 0, 0);
+    grid->addWidget(cmbATHControl, 0, 1);
+    grid->addWidget(MakeControl<QLabel>(u"Label12"_s, u"De-emphasis :"_s), 1, 0);
+    grid->addWidget(cmbEmphasis, 1, 1);
+    grid->setColumnStretch(2, 1);
     EndPage(page);
 }
 
@@ -178,6 +195,7 @@ void Mp3OptionsForm::AddPresets() {
             AddRow(frame, {option});
         }
         group->button(1)->setChecked(true);
+        MakeOneTabStop(*group);
         QWidget* const tab = AddPage(page);
         AddRow(tab, {frame});
         EndPage(tab);

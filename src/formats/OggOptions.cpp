@@ -6,9 +6,7 @@
 #include "shell/widgets/Events.h"
 
 #include <QCheckBox>
-#include <QGridLayout>
 #include <QLabel>
-#include <QPushButton>
 
 namespace Sonmira {
 
@@ -71,7 +69,7 @@ OggOptions::OggOptions(QWidget* owner)
     column->addWidget(frmOption);
     column->addWidget(frmVbr);
     column->addWidget(frmQuality);
-    AddRow(this, {cmdOk, cmdCancel, cmdApply});
+    AddButtons(this, {cmdOk, cmdCancel, cmdApply});
     cmdOk->setDefault(true);
     setMinimumWidth(420);
     ConnectEvents();

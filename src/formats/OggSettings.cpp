@@ -64,6 +64,8 @@ void ApplySavedOggFormat(const FormatCaller& caller) {
         caller.FileWenc.SetFormatOggVorbis(44100, 2, {}, {}, {}, QualityWithoutChoice);
         return;
     }
+    // Where a damaged key fails below, no other format's sound must go out under the name of this one.
+    caller.FileWenc.SetFormatOggVorbis(0, 0);
     OggChoice saved;
     saved.UsesQuality = LeadingNumber(usesQuality) == 1;
     saved.UsesVbr = LeadingNumber(SavedKey(u"2"_s)) == 1;

@@ -15,10 +15,24 @@ QGroupBox* MakeFrame(const QString& name, const QString& caption) {
 void AddRow(QWidget* page, std::initializer_list<QWidget*> row) {
     auto* line = new QHBoxLayout;
     for (QWidget* control : row) {
-        const bool grows = qobject_cast<QSlider*>(control) != nullptr;
+        const bool grows =
+            qobject_cast<QSlider*>(control) != nullptr || qobject_cast<QGroupBox*>(control) != nullptr;
         line->addWidget(control, grows ? 1 : 0);
     }
     static_cast<QVBoxLayout*>(page->layout())->addLayout(line);
+}
+
+QGridLayout* AddGrid(QWidget* page) {
+    auto* grid = new QGridLayout;
+    static_cast<QVBoxLayout*>(page->layout())->addLayout(grid);
+    return grid;
+}
+
+void AddButtons(QWidget* window, std::initializer_list<QPushButton*> buttons) {
+    auto* line = new QHBoxLayout;
+    line->addStretch(1);
+    for (QPushButton* button : buttons) line->addWidget(button);
+    static_cast<QVBoxLayout*>(window->layout())->addLayout(line);
 }
 
 QSlider* MakeSlider(const QString& name, int most, int largeStep, int tick) {
@@ -49,6 +63,14 @@ ChoiceList* MakeFrequencyList(const QString& name) {
     add(u"48 000 Hz"_s, 48000);
     list->setAccessibleName(u"Sampling frequency"_s);
     return list;
+}
+
+void MakeOneTabStop(QButtonGroup& options) {
+    const auto mark = [](QAbstractButton* option, bool chosen) {
+        option->setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);
+    };
+    for (QAbstractButton* option : options.buttons()) mark(option, option->isChecked());
+    QObject::connect(&options, &QButtonGroup::buttonToggled, &options, mark);
 }
 
 void SelectData(ChoiceList& list, int data) {

@@ -4,7 +4,10 @@
 #include "shell/widgets/ChoiceList.h"
 
 #include <QBoxLayout>
+#include <QButtonGroup>
+#include <QGridLayout>
 #include <QGroupBox>
+#include <QPushButton>
 #include <QSlider>
 
 #include <memory>
@@ -24,12 +27,20 @@ QGroupBox* MakeFrame(const QString& name, const QString& caption);
 // Adds a row to the column of a frame or page.
 void AddRow(QWidget* page, std::initializer_list<QWidget*> row);
 
+// Adds a grid to it, for rows whose controls stand below each other.
+QGridLayout* AddGrid(QWidget* page);
+// Adds the last row of a window, at its right end.
+void AddButtons(QWidget* window, std::initializer_list<QPushButton*> buttons);
+
 // A horizontal slider over 0 to `most`, with ticks.
 QSlider* MakeSlider(const QString& name, int most, int largeStep, int tick);
 // One over the positions of the bit rate table.
 QSlider* MakeBitrateSlider(const QString& name);
 // The sample rates of MPEG audio, each with its frequency in Hz as data.
 ChoiceList* MakeFrequencyList(const QString& name);
+// Makes a group of options one stop of the tab key, at the chosen one, as the arrow keys choose in it. To be
+// called when all are in it.
+void MakeOneTabStop(QButtonGroup& options);
 // Selects the item of that data; fails with InvalidPropertyValue where there is none.
 void SelectData(ChoiceList& list, int data);
 

@@ -65,6 +65,13 @@ bool OutputFormatSelector::ApplySavedMp3() {
     return taken;
 }
 
+void OutputFormatSelector::SelectFormat(const QString& format) {
+    const int place = Panel.ComboOutFormat->findText(format, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (place < 0) return;
+    Panel.ComboOutFormat->setCurrentIndex(place);
+    ComboOutFormat_Click();
+}
+
 void OutputFormatSelector::ComboOutFormat_Click() {
     const QString format = Panel.ComboOutFormat->currentText();
     if (format == FormatName::Ape) {

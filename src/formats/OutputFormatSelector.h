@@ -31,6 +31,9 @@ public:
     // stays, where the encoder library cannot be loaded.
     bool ApplySavedMp3();
 
+    // Selects the item of that text and does what its click does, for a caller that answers for its failures:
+    // those of the list's own event end in the failure report. Without such an item nothing happens.
+    void SelectFormat(const QString& format);
     void ComboOutFormat_Click();
     void CheckOutPath_Click();
     void CmdSelectPath_Click();

@@ -4,8 +4,6 @@
 #include "platform/Dialogs.h"
 #include "shell/widgets/Events.h"
 
-#include <QButtonGroup>
-#include <QPushButton>
 #include <QRadioButton>
 
 namespace Sonmira {
@@ -31,6 +29,7 @@ QButtonGroup* MakeOptions(QWidget* window, QGridLayout* place, int column, const
         group->addButton(option, index);
         frame->layout()->addWidget(option);
     }
+    MakeOneTabStop(*group);
     static_cast<QVBoxLayout*>(frame->layout())->addStretch(1);
     place->addWidget(frame, 0, column);
     return group;
@@ -65,7 +64,7 @@ WavOptions::WavOptions(QWidget* owner) : QDialog(owner) {
     Command2->setAutoDefault(false);
     auto* column = new QVBoxLayout(this);
     column->addLayout(grid);
-    AddRow(this, {Command2, Command1});
+    AddButtons(this, {Command2, Command1});
     const WavChoice design;
     Select(*Option1, design.Frequency);
     Select(*Option2, design.Channel);

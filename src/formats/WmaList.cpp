@@ -2,6 +2,7 @@
 
 #include "codecs/AudioFile.h"
 #include "formats/OutputPanel.h"
+#include "platform/Failure.h"
 #include "shell/Settings.h"
 #include "shell/Values.h"
 #include "shell/widgets/ChoiceList.h"
@@ -47,7 +48,8 @@ void WmaList::ApplySavedWmaFormat() {
     // Stands where the saved number is none of the list.
     FileWenc.SelectWmaFormat(FirstSelection);
     const QString saved = ReadIniValue(SettingsFile, u"WMA"_s, u"Num"_s);
-    const int number = saved.isEmpty() || saved == u"0" ? DefaultFormat : ToInteger32(saved);
+    int number = DefaultFormat;  // also of a key that is no number
+    if (saved != u"0") PassOver([&] { number = ToInteger32(saved); });
     if (number >= 1 && number <= FormatCount) FileWenc.SelectWmaFormat(number);
     Panel.TextOutFormat->setText(FileWenc.FormatString());
     Panel.ComboWmaFormat->SelectText(ItemText(number, FileWenc.FormatString()));

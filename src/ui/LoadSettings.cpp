@@ -9,7 +9,6 @@
 #include "shell/Paths.h"
 #include "shell/Settings.h"
 #include "shell/Values.h"
-#include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Deb.h"
 #include "shell/widgets/Form1.h"
 #include "shell/widgets/MinMaxInfo.h"
@@ -101,16 +100,15 @@ void BatchConverter::RestoreOutputFolder() {
 }
 
 void BatchConverter::RestoreOutputFormat(const QString& wmaSupport) {
-    ChoiceList& list = *Controls.Picture9->ComboOutFormat;
     QString format = SavedValue(u"AudioConverter"_s, u"Format"_s);
     if (!format.isEmpty()) {
         const bool takesWma = ToFlag(wmaSupport);  // a text that is no flag fails here, whatever the format
         if (format == FormatName::Wma && !takesWma) format = FormatName::Mp3.toString();
         if (format == FormatName::Mp3 && !IsLameInstalled()) format = FormatName::Wav.toString();
-        list.SelectText(format);
+        FormatSelector.SelectFormat(format);
         return;
     }
-    list.SelectText((IsLameInstalled() ? FormatName::Mp3 : FormatName::Wav).toString());
+    FormatSelector.SelectFormat((IsLameInstalled() ? FormatName::Mp3 : FormatName::Wav).toString());
     // On a first start the encoder is given MP3 once more, whatever the list shows.
     FormatSelector.SetPlainMp3();
     FormatSelector.ApplySavedMp3();
