@@ -33,6 +33,12 @@ void EnableAll(bool enabled, std::initializer_list<QWidget*> controls) {
     for (QWidget* control : controls) control->setEnabled(enabled);
 }
 
+// One that the list does not have fails, as a value outside the range of any other control does.
+void SelectItem(ChoiceList& list, int place) {
+    if (place < 0) throw Failure(FailureNumber::InvalidPropertyValue);
+    list.SelectPlace(place);
+}
+
 void ShowPosition(QSlider& slider, int kilobits) {
     if (const std::optional<int> position = PositionOfBitrate(kilobits)) slider.setValue(*position);
 }
@@ -81,14 +87,14 @@ void Mp3Options::LoadMp3Options() {
     ShowPosition(*sldrVbrBitrate, set.MaxVbrBitrate);
     lblVbrBitrate->setText(BitrateText(u"Current bitrate"_s, set.MaxVbrBitrate));
     SetInRange(*udVbrQuality, set.VbrQuality);
-    cmbVBRCodingMethod->SelectPlace(set.VbrMethod + 1);
+    SelectItem(*cmbVBRCodingMethod, set.VbrMethod + 1);
     SetInRange(*udAbrBitrate, set.AbrBitrate);
-    cmbChMode->SelectPlace(set.ChannelCount == 1 ? 0 : set.StereoMode);
+    SelectItem(*cmbChMode, set.ChannelCount == 1 ? 0 : set.StereoMode);
     chWriteVBRHeader->setChecked(set.WriteVbrHeader);
     chStrictlyEnforceMinBitrate->setChecked(set.EnforceMinBitrate);
     LoadFilters();
-    cmbATHControl->SelectPlace(set.AthControl);
-    cmbEmphasis->SelectPlace(set.Emphasis);
+    SelectItem(*cmbATHControl, set.AthControl);
+    SelectItem(*cmbEmphasis, set.Emphasis);
     chErrorProtection->setChecked(set.ErrorProtection);
     chBlockType->setChecked(set.BlockTypesDiffer);
     chBitReservoir->setChecked(set.BitReservoir);

@@ -101,6 +101,7 @@ void OutputFormatSelector::ComboOutFormat_Click() {
         SetWavFormat(Caller, SavedWavChoice());
         Panel.ShowDetail(Panel.TextOutFormat);
     } else if (format == FormatName::Ogg) {
+        Panel.TextOutFormat->clear();  // a damaged choice ends here, and nothing is in force
         ApplySavedOggFormat(Caller);
         Caller.ShowFormat();
         Panel.ShowDetail(Panel.TextOutFormat);

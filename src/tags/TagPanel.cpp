@@ -59,8 +59,14 @@ void TagPanel::Open() {
     Form.Fields->ApplyTagKind(Information.TagKind());
 }
 
+// A conversion works on the same object and leaves it at another version.
+void TagPanel::UseChosenVersion() {
+    Information.SetTagKind(Form.Fields->Option1[1]->isChecked() ? 2 : 1);
+}
+
 void TagPanel::LoadTagPanel(const QString& path) {
     CurrentTagFile = path;
+    UseChosenVersion();
     const bool shown = PassOver([&] {
         Information.LoadTag(path);
         Form.Fields->infoGenreS->clear();
@@ -72,6 +78,7 @@ void TagPanel::LoadTagPanel(const QString& path) {
 }
 
 void TagPanel::SaveTagPanel() {
+    UseChosenVersion();
     PassOver([this] {
         Form.Fields->Give(Information);
         // The number goes back as it went out, also for files whose tracks count from 0: their track moves up
@@ -89,7 +96,8 @@ void TagPanel::Option1_Click(int index) {
 }
 
 void TagPanel::infoGenre_Click() {
-    if (Information.TagKind() == 2) Form.Fields->infoGenreS->setText(Form.Fields->infoGenre->currentText());
+    if (Form.Fields->Option1[1]->isChecked())
+        Form.Fields->infoGenreS->setText(Form.Fields->infoGenre->currentText());
 }
 
 void TagPanel::Copy() {

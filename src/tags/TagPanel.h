@@ -34,6 +34,7 @@ public:
 
 private:
     void ConnectEvents();
+    void UseChosenVersion();
     void Option1_Click(int index);
     void infoGenre_Click();
     void Copy();

@@ -270,7 +270,7 @@ TEST_F(OggWindow, ADamagedKeyAtTheStartIsPassedOverInSilence) {
     Open();
     EXPECT_TRUE(Boxes.empty());
     EXPECT_EQ(ProgramEnds, 0);
-    EXPECT_EQ(Summary(), u"MPEG Layer-3 44100 Hz, Stereo, 128 kbit/s"_s);
+    EXPECT_EQ(Summary(), QString());
 }
 
 TEST_F(OggWindow, AfterADamagedKeyNoOtherFormatIsWrittenAsOgg) {

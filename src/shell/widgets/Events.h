@@ -38,6 +38,8 @@ void WithFailureBox(const Work& work) {
         work();
     } catch (const Failure& failure) {
         ShowFailureBox(failure);
+    } catch (const std::exception& error) {
+        ShowFailureBox(Failure(FailureNumber::InvalidCall, FromNarrow(error.what())));
     }
 }
 
