@@ -98,10 +98,10 @@ void Mp3Parameters::SetAltPreset(qint16 number) {
             *this = Vbr(Old, 2, 18500);
             break;
         case 3:
-            *this = Vbr(Mtrh, 0, 22050);
+            *this = Vbr(Mtrh, 0, 19500);
             break;
         case 4:
-            *this = Vbr(Old, 0, 22050);
+            *this = Vbr(Old, 0, 19500);
             break;
         case 5:
             *this = Insane();

@@ -103,8 +103,8 @@ TEST_P(Mp3AltPreset, IsHeardInTheFile) {
 INSTANTIATE_TEST_SUITE_P(All, Mp3AltPreset,
                          ::testing::Values(Preset{"FastStandard", 1, 44100, 1, 4, 2, 18500, 2, true},
                                            Preset{"Standard", 2, 44100, 1, 3, 2, 18500, 2, true},
-                                           Preset{"FastExtreme", 3, 44100, 1, 4, 0, 22050, 2, true},
-                                           Preset{"Extreme", 4, 44100, 1, 3, 0, 22050, 2, true},
+                                           Preset{"FastExtreme", 3, 44100, 1, 4, 0, 19500, 2, true},
+                                           Preset{"Extreme", 4, 44100, 1, 3, 0, 19500, 2, true},
                                            Preset{"Insane", 5, 44100, 1, 1, 320, 20500, 2, true}),
                          NameOf);
 
