@@ -179,7 +179,7 @@ TEST_F(LanguageChange, EveryTextFitsAtTheLeastSizeInEveryLanguage) {
     Open().resize(613, 560);
     for (int index = 0; index < 7; ++index) {
         Choose(index);
-        QTest::qWait(30);
+        QTest::qWait(200);  // until the layout has settled on a busy machine
         const std::string language = LanguageLines[93].toStdString();
         for (const QCheckBox* box : {Panel().CheckOutPath, Panel().Check2}) {
             EXPECT_GE(box->width(), box->sizeHint().width()) << language << qPrintable(box->text());
