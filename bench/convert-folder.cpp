@@ -2,7 +2,8 @@
 //
 // Runs the real engine over a folder without a window, as a full run with default parameters, and prints
 // what it took: seconds of the run, seconds inside the components, rows and failed rows. The destination
-// is made. FORMAT is Mp3, Ogg or Wav.
+// is made. FORMAT is an item of the format list, such as Mp3 or
+// "APE (MonKey's audio)".
 #include "HeadlessHost.h"
 #include "TimedComponents.h"
 #include "engine/CodecSet.h"

@@ -29,10 +29,6 @@ constexpr int LowpassWidthForNone = 760;
 constexpr int HighpassForNone = 30;
 constexpr int LowpassForNone = 15160;
 
-void EnableAll(bool enabled, std::initializer_list<QWidget*> controls) {
-    for (QWidget* control : controls) control->setEnabled(enabled);
-}
-
 // One that the list does not have fails, as a value outside the range of any other control does.
 void SelectItem(ChoiceList& list, int place) {
     if (place < 0) throw Failure(FailureNumber::InvalidPropertyValue);

@@ -17,10 +17,6 @@ namespace {
 constexpr int StartPosition = 9;  // 128 kbit
 constexpr int MostQuality = 1000;
 
-void EnableAll(bool enabled, std::initializer_list<QWidget*> controls) {
-    for (QWidget* control : controls) control->setEnabled(enabled);
-}
-
 }  // namespace
 
 OggOptions::OggOptions(QWidget* owner)

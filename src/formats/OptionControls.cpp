@@ -35,6 +35,10 @@ void AddButtons(QWidget* window, std::initializer_list<QPushButton*> buttons) {
     static_cast<QVBoxLayout*>(window->layout())->addLayout(line);
 }
 
+void EnableAll(bool enabled, std::initializer_list<QWidget*> controls) {
+    for (QWidget* control : controls) control->setEnabled(enabled);
+}
+
 QSlider* MakeSlider(const QString& name, int most, int largeStep, int tick) {
     auto* slider = MakeControl<QSlider>(name, Qt::Horizontal);
     slider->setRange(0, most);

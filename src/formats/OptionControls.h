@@ -32,6 +32,8 @@ QGridLayout* AddGrid(QWidget* page);
 // Adds the last row of a window, at its right end.
 void AddButtons(QWidget* window, std::initializer_list<QPushButton*> buttons);
 
+void EnableAll(bool enabled, std::initializer_list<QWidget*> controls);
+
 // A horizontal slider over 0 to `most`, with ticks.
 QSlider* MakeSlider(const QString& name, int most, int largeStep, int tick);
 // One over the positions of the bit rate table.
