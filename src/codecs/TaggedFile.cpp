@@ -169,8 +169,10 @@ private:
         if (wanted.Album != now.Album) info.setAlbum(ToTagText(wanted.Album));
         if (wanted.Comment != now.Comment) info.setComment(ToTagText(wanted.Comment));
         if (wanted.GenreString != now.GenreString) info.setGenre(ToTagText(wanted.GenreString));
-        if (wanted.Year != now.Year) info.setYear(static_cast<unsigned>(wanted.Year));
-        if (wanted.Track != now.Track) info.setTrack(static_cast<unsigned>(wanted.Track));
+        // As ID3v2 has them: "3/12", or a full date.
+        const TagLib::PropertyMap full = File.ID3v2Tag()->properties();
+        if (wanted.Year != now.Year) info.setFieldText("ICRD", full["DATE"].toString());
+        if (wanted.Track != now.Track) info.setFieldText("IPRT", full["TRACKNUMBER"].toString());
         info.setFieldText("ICOP", ToTagText(values.Copyright));
         info.setFieldText("ITCH", ToTagText(values.EncodedBy));
     }
@@ -262,6 +264,7 @@ private:
         const char* Name;
     };
     static constexpr Double Doubles[] = {{&TagValues::Title, "Title"},
+                                         {&TagValues::Title, "title"},
                                          {&TagValues::Artist, "Author"},
                                          {&TagValues::Comment, "Description"},
                                          {&TagValues::Copyright, "Copyright"}};
