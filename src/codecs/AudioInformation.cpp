@@ -26,6 +26,23 @@ void CheckReadable(const QByteArray& file) {
     if (access(file.constData(), R_OK) != 0) throw ReadingFailure(errno);
 }
 
+Failure NotWritten() {
+    return {FailureNumber::Component, u"The tag could not be written"_s};
+}
+
+// A file that lies about its parts, or a text beyond what a format can count, takes a tag that nobody can
+// read again. ID3v1 alone may cut a text, or change it to what it has letters for.
+bool IsLost(const TagValues& wanted, const TagValues& seen) {
+    constexpr qsizetype Id3Field = 30;
+    for (const auto field : {&TagValues::Title, &TagValues::Artist, &TagValues::Album, &TagValues::Comment,
+                             &TagValues::Composer, &TagValues::Copyright}) {
+        const QString text = (wanted.*field).trimmed();
+        const QString read = (seen.*field).trimmed();
+        if (read.isEmpty() != text.isEmpty() || (read.size() > Id3Field && read != text)) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void AudioInformation::SetTagKind(qint16 kind) {
@@ -56,14 +73,17 @@ void AudioInformation::Save(const QByteArray& file, Saving saving) {
     }
     const auto write = [&](const QByteArray& where) {
         const std::unique_ptr<TaggedFile> tagged = OpenTagged(where, file);
-        if (!tagged || !tagged->Write(Kind, *this)) {
-            throw Failure(FailureNumber::Component, u"The tag could not be written"_s);
-        }
+        if (!tagged || !tagged->Write(Kind, *this)) throw NotWritten();
+        return tagged->Read(Kind);
     };
     if (saving == Saving::InPlace) {
         write(file);
     } else {
-        RewriteThroughCopy(file, write);
+        RewriteThroughCopy(file, [&](const QByteArray& copy) {
+            const TagValues wanted = write(copy);
+            const std::unique_ptr<TaggedFile> again = OpenTagged(copy, file);
+            if (!again || IsLost(wanted, again->Read(Kind))) throw NotWritten();
+        });
     }
 }
 

@@ -83,10 +83,10 @@ private:
 void RewriteThroughCopy(const QByteArray& file, const std::function<void(const QByteArray& copy)>& change) {
     const QByteArray real = RealPath(file);
     // A rename needs no right to write the file itself, so that right is asked for here.
-    if (access(real.constData(), W_OK) != 0) throw WritingFailure(errno);
-    const Descriptor source(open(real.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const Descriptor source(open(real.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK));
+    if (!source.IsOpen()) throw WritingFailure(errno);
     struct stat status {};
-    if (!source.IsOpen() || fstat(source.Number(), &status) != 0) throw ReadingFailure(errno);
+    if (fstat(source.Number(), &status) != 0) throw ReadingFailure(errno);
     TemporaryCopy copy(real);
     copy.FillFrom(source.Number(), status.st_size);
     change(copy.Path());

@@ -6,6 +6,7 @@
 #include "codecs/Id3Fields.h"
 #include "codecs/Id3v2Skip.h"
 #include "codecs/InputFile.h"
+#include "codecs/TagStream.h"
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 
@@ -52,11 +53,14 @@ void SetFields(TagLib::APE::Tag& tag, const SimpleTagFields& fields, bool clears
 
 template <class File>
 void TagEnd(const QString& path, const SimpleTagFields& fields, bool clears, bool writesId3) {
-    File file(ToNative(path).constData(), false);
+    TagStream stream(ToNative(path));
+    File file(&stream, false);
     if (!file.isValid() || file.readOnly()) throw WritingFailure(EACCES);
     SetFields(*file.APETag(true), fields, clears);
     if (writesId3) SetId3Fields(*file.ID3v1Tag(true), fields, clears);
-    if (!file.save()) throw Failure(FailureNumber::Component, u"The tags cannot be written"_s);
+    const bool isSaved = file.save();
+    stream.CheckWrites();
+    if (!isSaved) throw Failure(FailureNumber::Component, u"The tags cannot be written"_s);
 }
 
 }  // namespace

@@ -3,13 +3,16 @@
 #include "codecs/Descriptor.h"
 #include "codecs/GenreNames.h"
 #include "codecs/TagProperties.h"
+#include "codecs/TagStream.h"
 
 #include <apefile.h>
+#include <apetag.h>
 #include <asffile.h>
 #include <asftag.h>
 #include <fcntl.h>
 #include <flacfile.h>
 #include <id3v1tag.h>
+#include <id3v2framefactory.h>
 #include <id3v2header.h>
 #include <id3v2tag.h>
 #include <infotag.h>
@@ -34,11 +37,22 @@ TagLib::ID3v2::Version VersionOf(const TagLib::ID3v2::Tag* tag) {
     return isOld ? TagLib::ID3v2::v3 : TagLib::ID3v2::v4;
 }
 
-// A file of one kind of tag, through its named properties. `Library` is the library's file.
+// `Library` is one of the library's files; two of them want to know how frames of ID3v2 are made.
+template <class Library>
+Library OpenBy(TagStream& stream) {
+    using Factory = TagLib::ID3v2::FrameFactory;
+    if constexpr (std::is_constructible_v<Library, TagLib::IOStream*, Factory*, bool>) {
+        return Library(&stream, Factory::instance(), false);
+    } else {
+        return Library(&stream, false);
+    }
+}
+
+// A file of one kind of tag, through its named properties.
 template <class Library>
 class PlainTagged : public TaggedFile {
 public:
-    explicit PlainTagged(const QByteArray& file) : File(file.constData(), false) {}
+    explicit PlainTagged(const QByteArray& file) : Stream(file), File(OpenBy<Library>(Stream)) {}
 
     bool IsValid() { return File.isValid(); }
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(File.properties()); }
@@ -47,17 +61,23 @@ public:
     }
     bool Write(qint16 kind, const TagValues& values) override {
         File.setProperties(WithValues(File.properties(), values, kind));
-        return File.save();
+        return Saved(File.save());
     }
 
 protected:
+    bool Saved(bool isSaved) const {
+        Stream.CheckWrites();
+        return isSaved;
+    }
+
+    TagStream Stream;
     Library File;
 };
 
 // MPEG audio: both kinds of ID3, apart from each other.
 class MpegTagged : public TaggedFile {
 public:
-    explicit MpegTagged(const QByteArray& file) : File(file.constData(), false) {}
+    explicit MpegTagged(const QByteArray& file) : Stream(file), File(OpenBy<TagLib::MPEG::File>(Stream)) {}
 
     // Any file may carry these tags.
     bool IsValid() { return File.isOpen(); }
@@ -93,7 +113,7 @@ public:
             TagLib::ID3v2::Tag& tag = *File.ID3v2Tag(true);
             const auto version = VersionOf(&tag);
             tag.setProperties(WithValues(tag.properties(), values, kind));
-            return File.save(TagLib::MPEG::File::ID3v2, KeepOthers, version, ToEachItsOwn);
+            return Saved(File.save(TagLib::MPEG::File::ID3v2, KeepOthers, version, ToEachItsOwn));
         }
         TagLib::ID3v1::Tag& tag = *File.ID3v1Tag(true);
         tag.setTitle(ToTagText(values.Title));
@@ -105,10 +125,16 @@ public:
         tag.setGenreNumber(values.Genre >= 0 && values.Genre < GenreCount
                                ? static_cast<unsigned>(values.Genre)
                                : static_cast<unsigned>(TagValues::OtherGenre));
-        return File.save(TagLib::MPEG::File::ID3v1, KeepOthers, TagLib::ID3v2::v4, ToEachItsOwn);
+        return Saved(File.save(TagLib::MPEG::File::ID3v1, KeepOthers, TagLib::ID3v2::v4, ToEachItsOwn));
     }
 
 private:
+    bool Saved(bool isSaved) const {
+        Stream.CheckWrites();
+        return isSaved;
+    }
+
+    TagStream Stream;
     TagLib::MPEG::File File;
 };
 
@@ -127,14 +153,29 @@ public:
     bool Write(qint16 kind, const TagValues& values) override {
         const auto version = VersionOf(File.ID3v2Tag());
         File.ID3v2Tag()->setProperties(WithValues(Properties(), values, kind));
-        TagLib::RIFF::Info::Tag& info = *File.InfoTag();
-        info.setProperties(WithValues(info.properties(), values, kind));
-        info.setFieldText("ICOP", ToTagText(values.Copyright));
-        info.setFieldText("ITCH", ToTagText(values.EncodedBy));
-        return File.save(TagLib::RIFF::WAV::File::AllTags, TagLib::File::StripNone, version);
+        WriteList(values, kind);
+        return Saved(File.save(TagLib::RIFF::WAV::File::AllTags, TagLib::File::StripNone, version));
     }
 
 private:
+    // Only what differs, since the library would cut a full date to its year and a track to its number.
+    void WriteList(const TagValues& values, qint16 kind) {
+        TagLib::RIFF::Info::Tag& info = *File.InfoTag();
+        const TagLib::PropertyMap before = info.properties();
+        const TagValues now = ValuesOf(before);
+        const TagValues wanted = ValuesOf(WithValues(before, values, kind));
+        if (wanted.Title != now.Title) info.setTitle(ToTagText(wanted.Title));
+        if (wanted.Artist != now.Artist) info.setArtist(ToTagText(wanted.Artist));
+        if (wanted.Album != now.Album) info.setAlbum(ToTagText(wanted.Album));
+        if (wanted.Comment != now.Comment) info.setComment(ToTagText(wanted.Comment));
+        if (wanted.GenreString != now.GenreString) info.setGenre(ToTagText(wanted.GenreString));
+        // As ID3v2 has them: "3/12", or a full date.
+        const TagLib::PropertyMap full = File.ID3v2Tag()->properties();
+        if (wanted.Year != now.Year) info.setFieldText("ICRD", full["DATE"].toString());
+        if (wanted.Track != now.Track) info.setFieldText("IPRT", full["TRACKNUMBER"].toString());
+        info.setFieldText("ICOP", ToTagText(values.Copyright));
+        info.setFieldText("ITCH", ToTagText(values.EncodedBy));
+    }
     // What ID3v2 says, and what only the list says.
     TagLib::PropertyMap Properties() {
         TagLib::PropertyMap properties = File.ID3v2Tag()->properties();
@@ -142,6 +183,35 @@ private:
             if (!properties.contains(key)) properties.insert(key, values);
         }
         return properties;
+    }
+};
+
+// APEv2: the library would write the whole map anew and drop items of which two mean the same to it.
+template <class Library>
+class ApeTagged : public PlainTagged<Library> {
+public:
+    using PlainTagged<Library>::PlainTagged;
+
+    bool Write(qint16 kind, const TagValues& values) override {
+        // Read before there is a tag: without one this is what ID3v1 says.
+        const TagLib::PropertyMap wanted = WithValues(this->File.properties(), values, kind);
+        TagLib::APE::Tag& tag = *this->File.APETag(true);
+        const TagLib::PropertyMap now = tag.properties();
+        for (const auto& [key, texts] : now) {
+            if (!wanted.contains(key)) Set(tag, key, {});
+        }
+        for (const auto& [key, texts] : wanted) {
+            if (!now.contains(key) || now[key] != texts) Set(tag, key, texts);
+        }
+        return this->Saved(this->File.save());
+    }
+
+private:
+    static void Set(TagLib::APE::Tag& tag, const TagLib::String& key, const TagLib::StringList& texts) {
+        const TagLib::String name = key == "DATE" ? "YEAR" : key == "TRACKNUMBER" ? "TRACK" : key;
+        tag.removeItem(key);
+        tag.removeItem(name);
+        if (!texts.isEmpty()) tag.setItem(name, TagLib::APE::Item(name, texts));
     }
 };
 
@@ -154,12 +224,18 @@ public:
         TagValues values = PlainTagged::Read(kind);
         values.URL = Attribute(UrlName);
         values.OriginalArtist = Attribute(OriginalArtistName);
+        for (const Double& other : Doubles) {
+            if ((values.*other.Field).isEmpty()) values.*other.Field = Attribute(other.Name);
+        }
         // The new attribute counts from 1, the old one from 0.
         if (Has(TrackName)) values.Track = static_cast<qint16>(std::max(values.Track - 1, 0));
         return values;
     }
 
     bool Write(qint16 kind, const TagValues& values) override {
+        for (const Double& other : Doubles) {
+            if (Has(other.Name)) SetAttribute(other.Name, values.*other.Field);
+        }
         SetAttribute(UrlName, values.URL);
         SetAttribute(OriginalArtistName, values.OriginalArtist);
         if (Has(OldTrackName)) SetAttribute(OldTrackName, QString::number(std::max<int>(values.Track, 0)));
@@ -167,7 +243,12 @@ public:
     }
 
     bool Says(qint16 kind, const TagValues& values) override {
-        return Attribute(UrlName) == FromTagText(ToTagText(values.URL)) &&
+        const bool areDoublesTrue =
+            std::all_of(std::begin(Doubles), std::end(Doubles), [&](const Double& other) {
+                return !Has(other.Name) ||
+                       Attribute(other.Name) == FromTagText(ToTagText(values.*other.Field));
+            });
+        return areDoublesTrue && Attribute(UrlName) == FromTagText(ToTagText(values.URL)) &&
                Attribute(OriginalArtistName) == FromTagText(ToTagText(values.OriginalArtist)) &&
                Has(TrackName) && PlainTagged::Says(kind, Counted(values));
     }
@@ -177,6 +258,16 @@ private:
     static constexpr const char* OriginalArtistName = "WM/OriginalArtist";
     static constexpr const char* TrackName = "WM/TrackNumber";
     static constexpr const char* OldTrackName = "WM/Track";
+    // Some programs say these once more as attributes, or only there, and others believe the attribute.
+    struct Double {
+        QString TagValues::*Field;
+        const char* Name;
+    };
+    static constexpr Double Doubles[] = {{&TagValues::Title, "Title"},
+                                         {&TagValues::Title, "title"},
+                                         {&TagValues::Artist, "Author"},
+                                         {&TagValues::Comment, "Description"},
+                                         {&TagValues::Copyright, "Copyright"}};
 
     static TagValues Counted(TagValues values) {
         values.Track = static_cast<qint16>(std::clamp<int>(values.Track, -1, 32766) + 1);
@@ -281,9 +372,9 @@ std::unique_ptr<TaggedFile> OpenTagged(const QByteArray& file, const QByteArray&
     if (beginning.startsWith("RIFF") &&
         beginning.sliced(std::min<qsizetype>(8, beginning.size())).startsWith("WAVE"))
         return TryOpen<WavTagged>(file);
-    if (beginning.startsWith("MAC ")) return TryOpen<PlainTagged<TagLib::APE::File>>(file);
+    if (beginning.startsWith("MAC ")) return TryOpen<ApeTagged<TagLib::APE::File>>(file);
     if (beginning.startsWith("MP+") || beginning.startsWith("MPCK")) {
-        return TryOpen<PlainTagged<TagLib::MPC::File>>(file);
+        return TryOpen<ApeTagged<TagLib::MPC::File>>(file);
     }
     if (beginning.sliced(std::min<qsizetype>(4, beginning.size())).startsWith("ftyp")) {
         return TryOpen<Mp4Tagged>(file);

@@ -1,0 +1,115 @@
+#include "codecs/TagStream.h"
+
+#include "codecs/FileFailure.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <vector>
+
+namespace Sonmira {
+
+namespace {
+
+int OpenFor(const QByteArray& file, int mode) {
+    return open(file.constData(), mode | O_CLOEXEC | O_NONBLOCK);
+}
+
+std::size_t ReadAt(int file, long place, char* bytes, std::size_t size) {
+    std::size_t done = 0;
+    while (done < size) {
+        const ssize_t count = pread(file, bytes + done, size - done, place + static_cast<long>(done));
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
+}
+
+}  // namespace
+
+TagStream::TagStream(const QByteArray& file) : Name(file), File(OpenFor(file, O_RDWR)) {
+    if (File.IsOpen()) return;
+    IsWritable = false;
+    File = Descriptor(OpenFor(file, O_RDONLY));
+}
+
+void TagStream::CheckWrites() const {
+    if (Error != 0) throw WritingFailure(Error);
+}
+
+TagLib::ByteVector TagStream::readBlock(unsigned long length) {
+    // Sizes come from the file and may lie.
+    const long left = std::max(this->length() - Place, 0L);
+    const auto size = std::min(length, static_cast<unsigned long>(left));
+    TagLib::ByteVector bytes(static_cast<unsigned>(size), '\0');
+    const std::size_t count = size == 0 ? 0 : ReadAt(File.Number(), Place, bytes.data(), size);
+    bytes.resize(static_cast<unsigned>(count));
+    Place += static_cast<long>(count);
+    return bytes;
+}
+
+void TagStream::writeBlock(const TagLib::ByteVector& data) {
+    WriteAt(Place, data.data(), data.size());
+    Place += static_cast<long>(data.size());
+}
+
+void TagStream::insert(const TagLib::ByteVector& data, unsigned long start, unsigned long replace) {
+    const auto place = static_cast<long>(start);
+    MoveEnd(place + static_cast<long>(replace), place + static_cast<long>(data.size()));
+    WriteAt(place, data.data(), data.size());
+    Place = place + static_cast<long>(data.size());
+}
+
+void TagStream::removeBlock(unsigned long start, unsigned long length) {
+    MoveEnd(static_cast<long>(start + length), static_cast<long>(start));
+}
+
+void TagStream::seek(long offset, Position from) {
+    const long origin = from == Beginning ? 0 : from == Current ? Place : length();
+    Place = std::max(origin + offset, 0L);
+}
+
+long TagStream::length() {
+    struct stat status {};
+    return fstat(File.Number(), &status) == 0 ? status.st_size : 0;
+}
+
+void TagStream::truncate(long length) {
+    if (Error == 0 && ftruncate(File.Number(), length) != 0) Error = errno;
+}
+
+void TagStream::MoveEnd(long from, long to) {
+    constexpr long Most = 1L << 20;
+    const long end = length();
+    from = std::min(from, end);
+    if (from == to) return;
+    std::vector<char> bytes(static_cast<std::size_t>(std::clamp(end - from, 0L, Most)));
+    for (long done = 0; done < end - from && Error == 0;) {
+        const long size = std::min(end - from - done, Most);
+        // Towards the end the last bytes go first, so that none is overwritten before it has moved.
+        const long offset = to > from ? end - from - done - size : done;
+        const auto wanted = static_cast<std::size_t>(size);
+        if (ReadAt(File.Number(), from + offset, bytes.data(), wanted) < wanted) Error = EIO;
+        WriteAt(to + offset, bytes.data(), wanted);
+        done += size;
+    }
+    if (to < from) truncate(to + end - from);
+}
+
+void TagStream::WriteAt(long place, const char* bytes, std::size_t size) {
+    for (std::size_t done = 0; done < size && Error == 0;) {
+        const ssize_t count =
+            pwrite(File.Number(), bytes + done, size - done, place + static_cast<long>(done));
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) {
+            Error = count < 0 ? errno : ENOSPC;
+            return;
+        }
+        done += static_cast<std::size_t>(count);
+    }
+}
+
+}  // namespace Sonmira

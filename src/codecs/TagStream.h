@@ -1,0 +1,45 @@
+#pragma once
+
+#include "codecs/Descriptor.h"
+
+#include <QByteArray>
+
+#include <tiostream.h>
+
+namespace Sonmira {
+
+// A file under the tag library. Its own stream never says when a disk is full, and a tag or sound that was
+// cut off would pass for one that was saved; this one remembers the first write that failed.
+class TagStream final : public TagLib::IOStream {
+public:
+    // A native path; a file that may not be written is open for reading only.
+    explicit TagStream(const QByteArray& file);
+
+    // Fails as the first failed write did.
+    void CheckWrites() const;
+
+    TagLib::FileName name() const override { return Name.constData(); }
+    TagLib::ByteVector readBlock(unsigned long length) override;
+    void writeBlock(const TagLib::ByteVector& data) override;
+    void insert(const TagLib::ByteVector& data, unsigned long start, unsigned long replace) override;
+    void removeBlock(unsigned long start, unsigned long length) override;
+    bool readOnly() const override { return !IsWritable; }
+    bool isOpen() const override { return File.IsOpen(); }
+    void seek(long offset, Position from) override;
+    long tell() const override { return Place; }
+    long length() override;
+    void truncate(long length) override;
+
+private:
+    // Moves all that follows `from` to `to`, which may lie on either side.
+    void MoveEnd(long from, long to);
+    void WriteAt(long place, const char* bytes, std::size_t size);
+
+    QByteArray Name;
+    bool IsWritable = true;
+    Descriptor File;
+    long Place = 0;
+    int Error = 0;
+};
+
+}  // namespace Sonmira
