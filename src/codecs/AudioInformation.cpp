@@ -4,7 +4,7 @@
 #include "codecs/GenreNames.h"
 #include "codecs/MemoryChecked.h"
 #include "codecs/SafeRewrite.h"
-#include "codecs/TaggedFile.h"
+#include "codecs/tagging/TaggedFile.h"
 #include "platform/NativePath.h"
 
 #include <fcntl.h>

@@ -3,6 +3,7 @@
 #include "codecs/CHandle.h"
 #include "codecs/Descriptor.h"
 #include "codecs/FileFailure.h"
+#include "platform/Failure.h"
 
 #include <fcntl.h>
 #include <sys/sendfile.h>
@@ -13,6 +14,8 @@
 #include <cstdlib>
 
 namespace Sonmira {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -90,6 +93,11 @@ void RewriteThroughCopy(const QByteArray& file, const std::function<void(const Q
     TemporaryCopy copy(real);
     copy.FillFrom(source.Number(), status.st_size);
     change(copy.Path());
+    struct stat now {};
+    const bool isSame = fstat(source.Number(), &now) == 0 && now.st_size == status.st_size &&
+                        now.st_mtim.tv_sec == status.st_mtim.tv_sec &&
+                        now.st_mtim.tv_nsec == status.st_mtim.tv_nsec;
+    if (!isSame) throw Failure(FailureNumber::PermissionDenied, u"Another program changes the file"_s);
     copy.TakeManners(source.Number(), status);
     copy.Replace(real);
 }

@@ -6,7 +6,7 @@
 #include "codecs/Id3Fields.h"
 #include "codecs/Id3v2Skip.h"
 #include "codecs/InputFile.h"
-#include "codecs/TagStream.h"
+#include "codecs/tagging/TagStream.h"
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 

@@ -7,6 +7,8 @@
 #include "shell/Paths.h"
 #include "shell/Values.h"
 
+#include <algorithm>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -40,7 +42,14 @@ private:
     QString Text(qsizetype place, qsizetype length) const {
         const QByteArray field = Bytes.sliced(place, length);
         const QString text = FromNarrow(field);
-        return HoldsRawBytes(text) ? QString::fromLatin1(field) : text;
+        if (!HoldsRawBytes(text)) return text;
+        // The field may end in the middle of a character. Other characters tell whether it does.
+        for (const qsizetype cut : {1, 2, 3}) {
+            const QString whole = FromNarrow(field.chopped(cut));
+            const bool isWide = std::any_of(whole.begin(), whole.end(), [](QChar c) { return c > u'\x7F'; });
+            if (isWide && !HoldsRawBytes(whole)) return whole;
+        }
+        return QString::fromLatin1(field);
     }
 
     QByteArray Bytes;

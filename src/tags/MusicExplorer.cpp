@@ -25,8 +25,8 @@ QString MusicFolder() {
 
 QStringList MusicPatterns() {
     QStringList patterns;
-    for (const char16_t* ending :
-         {u"wav", u"mp3", u"ogg", u"wma", u"aac", u"m4a", u"alac", u"ape", u"flac", u"mpc", u"mp+"}) {
+    for (const char16_t* ending : {u"wav", u"mp3", u"mp2", u"ogg", u"oga", u"wma", u"aac", u"m4a", u"mp4",
+                                   u"alac", u"ape", u"flac", u"mpc", u"mp+"}) {
         patterns.append(u"*."_s + QString::fromUtf16(ending));
     }
     return patterns;

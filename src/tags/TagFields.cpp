@@ -14,6 +14,8 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include <limits>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -33,7 +35,10 @@ Control* Named(Control* control, QStringView name) {
 }
 
 QLineEdit* Field(QStringView name) {
-    return Named(new QLineEdit, name);
+    auto* field = Named(new QLineEdit, name);
+    // A save writes what the field holds, so that a long comment must not be cut by being shown.
+    field->setMaxLength(std::numeric_limits<int>::max());
+    return field;
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
+#include "TagFiles.h"
 #include "codecs/AudioInformation.h"
 #include "platform/Failure.h"
-#include "support/TestAudio.h"
-#include "support/TestFolder.h"
-#include "support/Tool.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -14,26 +12,8 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class TagInformation : public ::testing::Test {
+class TagInformation : public TagFileTest {
 protected:
-    // A short file of that ending, made by other programs.
-    QString Make(const QByteArray& name, const QList<QByteArray>& options = {}) {
-        Folder.MakeFile("in.wav", WavOf(MakeTone(44100, 2, 22050, 440), WavKind::Signed16));
-        const QByteArray file = Folder.Native(name);
-        if (name.endsWith(".wav")) {
-            RunTool({"cp", Folder.Native("in.wav"), file});
-        } else if (name.endsWith(".mpc")) {
-            RunTool({"mpcenc", "--overwrite", Folder.Native("in.wav"), file});
-        } else if (name.endsWith(".ape")) {
-            RunTool({"jmac", "c1", Folder.Native("in.wav"), file});
-        } else {
-            const ToolResult made =
-                RunTool(QList<QByteArray>{"ffmpeg", "-v", "error", "-y", "-i", Folder.Native("in.wav")} +
-                        options + QList{file});
-            EXPECT_EQ(made.ExitCode, 0) << made.Errors.constData();
-        }
-        return Folder.Path(name);
-    }
     static void Fill(AudioInformation& tag) {
         tag.Title = u"Títle"_s;
         tag.Artist = u"Artist"_s;
@@ -49,14 +29,6 @@ protected:
         tag.Year = 1999;
         tag.Track = 7;
     }
-    // What another program reads: "title=..." lines in lower case keys.
-    QByteArray Probe(const QByteArray& name) {
-        return RunTool({"ffprobe", "-v", "error", "-show_entries", "format_tags:stream_tags", "-of",
-                        "default=nw=1", Folder.Native(name)})
-            .Output.toLower();
-    }
-
-    TestFolder Folder;
 };
 
 TEST_F(TagInformation, EveryFieldComesBackInEveryFormat) {

@@ -1,4 +1,4 @@
-#include "codecs/TagStream.h"
+#include "codecs/tagging/TagStream.h"
 
 #include "codecs/FileFailure.h"
 

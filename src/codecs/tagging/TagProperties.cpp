@@ -1,4 +1,4 @@
-#include "codecs/TagProperties.h"
+#include "codecs/tagging/TagProperties.h"
 
 #include "codecs/GenreNames.h"
 
@@ -25,9 +25,6 @@ constexpr TextKey TextKeys[] = {{&TagValues::Title, "TITLE"},
                                 {&TagValues::Composer, "COMPOSER"},
                                 {&TagValues::GenreString, "GENRE"},
                                 {&TagValues::OriginalArtist, "ORIGINALARTIST"}};
-constexpr const char* YearKey = "DATE";
-constexpr const char* TrackKey = "TRACKNUMBER";
-
 // The key under which the property stands, or shall stand.
 const char* KeyIn(const TagLib::PropertyMap& properties, const TextKey& text) {
     const bool isOther =
@@ -48,23 +45,31 @@ int NumberInFront(const QString& text) {
     return text.first(length).toInt();
 }
 
-void SetText(TagLib::PropertyMap& properties, const char* key, const QString& text) {
-    if (text.isEmpty()) {
-        properties.erase(key);
-    } else {
-        properties.replace(key, TagLib::StringList(ToTagText(text)));
-    }
-}
+// The change of one key.
+struct Change {
+    const TagLib::PropertyMap& Now;
+    TagLib::PropertyMap& Changes;
 
-void SetNumber(TagLib::PropertyMap& properties, const char* key, int number) {
-    const QString now = TextOf(properties, key);
-    if (NumberInFront(now) == number) return;
-    // "3/12" keeps its total.
-    const qsizetype total = now.indexOf(u'/');
-    const bool keepsTotal = key == TrackKey && total >= 0 && number > 0;
-    const QString text = number > 0 ? QString::number(number) : QString();
-    SetText(properties, key, keepsTotal ? text + now.sliced(total) : text);
-}
+    void SetText(const char* key, const QString& text) const {
+        TagLib::StringList texts;
+        if (!text.isEmpty()) {
+            if (const auto found = Now.find(key); found != Now.end()) texts = found->second;
+            if (!texts.isEmpty()) texts.erase(texts.begin());
+            texts.prepend(ToTagText(text));
+        }
+        Changes.insert(key, texts);
+    }
+
+    void SetNumber(const char* key, int number) const {
+        const QString now = TextOf(Now, key);
+        if (NumberInFront(now) == number) return;
+        // "3/12" keeps its total.
+        const qsizetype total = now.indexOf(u'/');
+        const bool keepsTotal = key == TrackKey && total >= 0 && number > 0;
+        const QString text = number > 0 ? QString::number(number) : QString();
+        SetText(key, keepsTotal ? text + now.sliced(total) : text);
+    }
+};
 
 QString GenreOf(const TagValues& values, qint16 kind) {
     const QString named = values.Genre == TagValues::OtherGenre ? QString() : GenreName(values.Genre);
@@ -96,15 +101,29 @@ TagValues ValuesOf(const TagLib::PropertyMap& properties) {
     return values;
 }
 
-TagLib::PropertyMap WithValues(TagLib::PropertyMap properties, const TagValues& values, qint16 kind) {
+TagLib::PropertyMap ChangesTo(const TagLib::PropertyMap& properties, const TagValues& values, qint16 kind) {
+    TagLib::PropertyMap changes;
+    const Change change{properties, changes};
     const TagValues now = ValuesOf(properties);
     for (const TextKey& text : TextKeys) {
         const bool isGenre = text.Field == &TagValues::GenreString;
         const QString wanted = isGenre ? GenreOf(values, kind) : FromTagText(ToTagText(values.*text.Field));
-        if (wanted != now.*text.Field) SetText(properties, KeyIn(properties, text), wanted);
+        if (wanted == now.*text.Field) continue;
+        // A genre of the table keeps the spelling that the file has.
+        if (isGenre && GenreIndexOf(wanted) >= 0 && GenreIndexOf(wanted) == GenreIndexOf(now.GenreString))
+            continue;
+        change.SetText(KeyIn(properties, text), wanted);
     }
-    SetNumber(properties, YearKey, values.Year);
-    SetNumber(properties, TrackKey, values.Track);
+    change.SetNumber(YearKey, values.Year);
+    change.SetNumber(TrackKey, values.Track);
+    return changes;
+}
+
+TagLib::PropertyMap Changed(TagLib::PropertyMap properties, const TagLib::PropertyMap& changes) {
+    for (const auto& [key, texts] : changes) {
+        properties.erase(key);
+        if (!texts.isEmpty()) properties.insert(key, texts);
+    }
     return properties;
 }
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "codecs/AudioInformation.h"
+
+#include <tpropertymap.h>
+
+// The fields of a tag against the named properties that the tag library has for most formats.
+namespace Sonmira {
+
+// Keys that a format spells in a way of its own.
+inline constexpr const char* YearKey = "DATE";
+inline constexpr const char* TrackKey = "TRACKNUMBER";
+
+QString FromTagText(const TagLib::String& text);
+// Without what follows a first NUL.
+TagLib::String ToTagText(const QString& text);
+
+TagValues ValuesOf(const TagLib::PropertyMap& properties);
+
+// What has to change so that `properties` say `values`: the new texts of each such key, none where it goes.
+// Only the first text of a key is the field's; further ones stay behind a new first. `kind` decides which of
+// the two genre fields has the word: the number for 1, the text for 2, each where it says something.
+TagLib::PropertyMap ChangesTo(const TagLib::PropertyMap& properties, const TagValues& values, qint16 kind);
+
+// `properties` after those changes.
+TagLib::PropertyMap Changed(TagLib::PropertyMap properties, const TagLib::PropertyMap& changes);
+
+}  // namespace Sonmira

@@ -1,0 +1,273 @@
+// What a save does not name stays as it is, format by format, where the tag library alone would lose it.
+#include "TagFiles.h"
+#include "codecs/ApeFunctions.h"
+#include "codecs/AudioInformation.h"
+#include "codecs/SafeRewrite.h"
+#include "platform/Failure.h"
+
+#include <QtEndian>
+
+#include <fstream>
+
+namespace Sonmira {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+class TagKeeping : public TagFileTest {
+protected:
+    static AudioInformation Load(const QString& path, qint16 kind = 2) {
+        AudioInformation tag;
+        tag.SetTagKind(kind);
+        tag.LoadTag(path);
+        return tag;
+    }
+    template <class Change>
+    static void Edit(const QString& path, const Change& change, qint16 kind = 2) {
+        AudioInformation tag = Load(path, kind);
+        change(tag);
+        tag.SaveTag(path);
+    }
+
+    static QByteArray BigEndian(quint32 number) {
+        QByteArray bytes(4, '\0');
+        qToBigEndian(number, bytes.data());
+        return bytes;
+    }
+    static QByteArray LittleEndian(quint32 number) {
+        QByteArray bytes(4, '\0');
+        qToLittleEndian(number, bytes.data());
+        return bytes;
+    }
+    // A frame of ID3v2.3.
+    static QByteArray Frame(const QByteArray& id, const QByteArray& content) {
+        return id + BigEndian(static_cast<quint32>(content.size())) + QByteArray(2, '\0') + content;
+    }
+    // An MP3 with these frames in a tag of version 2.3.
+    QString MakeOldTag(const QByteArray& frames) {
+        Make("plain.mp3", {"-map_metadata", "-1", "-write_id3v2", "0", "-id3v2_version", "0"});
+        QByteArray head("ID3\3\0\0", 6);
+        for (int n = 3; n >= 0; --n) head += static_cast<char>(frames.size() >> (7 * n) & 0x7F);
+        return Folder.MakeFile("old.mp3", head + frames + Content("plain.mp3"));
+    }
+    static QByteArray Id3v1(const QByteArray& title, const QByteArray& artist, char genre) {
+        const auto field = [](const QByteArray& text, int length) {
+            return text.leftJustified(length, '\0', true);
+        };
+        return "TAG" + field(title, 30) + field(artist, 30) + field({}, 30) + field({}, 4) + field({}, 30) +
+               genre;
+    }
+    // An APEv2 tag of one item.
+    static QByteArray ApeTag(const QByteArray& key, const QByteArray& value) {
+        const QByteArray item =
+            LittleEndian(static_cast<quint32>(value.size())) + LittleEndian(0) + key + '\0' + value;
+        const auto block = [&](quint32 flags) {
+            return "APETAGEX" + LittleEndian(2000) + LittleEndian(static_cast<quint32>(item.size()) + 32) +
+                   LittleEndian(1) + LittleEndian(flags) + QByteArray(8, '\0');
+        };
+        return block(0xA0000000U) + item + block(0x80000000U);
+    }
+    void Append(const QByteArray& name, const QByteArray& bytes) const {
+        Folder.MakeFile(name, Content(name) + bytes);
+    }
+    // The list of a WAV file that knows nothing but that.
+    static QByteArray InfoList(const QList<std::pair<QByteArray, QByteArray>>& texts) {
+        QByteArray list = "INFO";
+        for (const auto& [id, text] : texts) {
+            QByteArray content = text + '\0';
+            list += id + LittleEndian(static_cast<quint32>(content.size())) + content;
+            if (content.size() % 2 != 0) list += '\0';
+        }
+        return "LIST" + LittleEndian(static_cast<quint32>(list.size())) + list;
+    }
+    QString MakeListedWav(const QList<std::pair<QByteArray, QByteArray>>& texts) {
+        Make("a.wav");
+        QByteArray wav = Content("a.wav") + InfoList(texts);
+        qToLittleEndian(static_cast<quint32>(wav.size()) - 8, wav.data() + 4);
+        return Folder.MakeFile("listed.wav", wav);
+    }
+};
+
+TEST_F(TagKeeping, ATitleThatOnlyTheOldBlockOfAnApeSaysIsShownAndKeptInStep) {
+    for (const char* name : {"a.ape", "a.mpc"}) {
+        const QString path = Make(name);
+        Append(name, ApeTag("REPLAYGAIN_TRACK_GAIN", "-6.5 dB") + Id3v1("Only here", "Old artist", 17));
+        AudioInformation tag = Load(path);
+        EXPECT_EQ(tag.Title, u"Only here"_s) << name;
+        EXPECT_EQ(tag.Genre, 17) << name;
+        Edit(path, [](AudioInformation& it) { it.Title = u"New"_s; });
+        const QByteArray after = Content(name);
+        EXPECT_TRUE(after.contains("REPLAYGAIN_TRACK_GAIN")) << name;
+        EXPECT_TRUE(after.right(128).startsWith(QByteArray("TAGNew\0", 7))) << name;
+        EXPECT_TRUE(after.right(128).contains("Old artist")) << name;
+        tag = Load(path);
+        EXPECT_EQ(tag.Title, u"New"_s) << name;
+        EXPECT_EQ(tag.Artist, u"Old artist"_s) << name;
+    }
+}
+
+TEST_F(TagKeeping, AnApeWithoutAnOldBlockGetsNone) {
+    const QString path = Make("a.ape");
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_FALSE(Content("a.ape").right(128).startsWith("TAG"));
+}
+
+TEST_F(TagKeeping, TheListOfAWavKeepsWhatNobodyChanged) {
+    const QString path = MakeListedWav(
+        {{"INAM", "Title"}, {"ICOP", "Their copyright"}, {"ITCH", "Technician"}, {"ISFT", "Some program"}});
+    const AudioInformation tag = Load(path);
+    EXPECT_EQ(tag.Copyright, u"Their copyright"_s);
+    EXPECT_EQ(tag.EncodedBy, u"Technician"_s);
+    Edit(path, [](AudioInformation& it) { it.Title = u"New"_s; });
+    const QByteArray after = Content("listed.wav");
+    for (const char* text : {"Their copyright", "Technician", "Some program"}) {
+        EXPECT_TRUE(after.contains(text)) << text;
+    }
+    EXPECT_TRUE(Probe("listed.wav").contains("tag:title=new"));
+}
+
+TEST_F(TagKeeping, TextsOfAWavListThatAreNoUtf8AreReadAsLatin1AndKept) {
+    const QString path = MakeListedWav({{"INAM", "Caf\xE9"}, {"IENG", "J\xFCrgen"}});
+    EXPECT_EQ(Load(path).Title, u"Café"_s);
+    Edit(path, [](AudioInformation& it) { it.Artist = u"New"_s; });
+    EXPECT_EQ(Load(path).Title, u"Café"_s);
+    EXPECT_TRUE(Content("listed.wav").contains("J\xC3\xBCrgen")) << "an item that no field names";
+}
+
+TEST_F(TagKeeping, SortNamesInAnOlderId3v2Survive) {
+    const QString path =
+        MakeOldTag(Frame("TIT2", QByteArray("\0Old", 4)) + Frame("TSOP", QByteArray("\0Artist, The", 12)));
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_TRUE(Content("old.mp3").contains("TSOP"));
+    EXPECT_TRUE(Content("old.mp3").contains("Artist, The"));
+    EXPECT_TRUE(Probe("old.mp3").contains("tag:title=new"));
+}
+
+TEST_F(TagKeeping, AnOlderId3v2StaysOneWhereItHoldsAll) {
+    const QString path = MakeOldTag(Frame("TIT2", QByteArray("\0Old", 4)));
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_TRUE(Content("old.mp3").startsWith("ID3\3"));
+}
+
+TEST_F(TagKeeping, FramesThatOnlyTheOlderId3v2KnowsSurvive) {
+    const QByteArray volume("\3\x10\x12\x34\x56\x78", 6);
+    const QString path = MakeOldTag(Frame("TIT2", QByteArray("\0Old", 4)) + Frame("RVAD", volume) +
+                                    Frame("TSIZ", QByteArray("\0"
+                                                             "1234567",
+                                                             8)));
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    const QByteArray after = Content("old.mp3");
+    EXPECT_TRUE(after.contains("RVAD") && after.contains(volume));
+    EXPECT_TRUE(after.contains("TSIZ") && after.contains("1234567"));
+}
+
+TEST_F(TagKeeping, CommentsOfSeveralLanguagesStayApart) {
+    const QString path = MakeOldTag(Frame("COMM", QByteArray("\0eng\0First", 10)) +
+                                    Frame("COMM", QByteArray("\0deu\0Zweiter", 12)));
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    QByteArray after = Content("old.mp3");
+    EXPECT_TRUE(after.contains(QByteArray("eng\0First", 9)));
+    EXPECT_TRUE(after.contains(QByteArray("deu\0Zweiter", 11)));
+    Edit(path, [](AudioInformation& tag) { tag.Comment = u"Changed"_s; });
+    after = Content("old.mp3");
+    EXPECT_TRUE(after.contains(QByteArray("eng\0Changed", 11)));
+    EXPECT_TRUE(after.contains(QByteArray("deu\0Zweiter", 11)));
+}
+
+TEST_F(TagKeeping, FurtherTextsOfAFieldStayBehindItsNewFirst) {
+    const QString path = Make("a.flac");
+    RunTool({"metaflac", "--set-tag=ARTIST=One", "--set-tag=ARTIST=Two", Folder.Native("a.flac")});
+    Edit(path, [](AudioInformation& tag) { tag.Artist = u"Other"_s; });
+    const QByteArray tags = RunTool({"metaflac", "--export-tags-to=-", Folder.Native("a.flac")}).Output;
+    EXPECT_TRUE(tags.contains("ARTIST=Other\nARTIST=Two")) << tags.constData();
+    Edit(path, [](AudioInformation& tag) { tag.Artist.clear(); });
+    EXPECT_FALSE(
+        RunTool({"metaflac", "--export-tags-to=-", Folder.Native("a.flac")}).Output.contains("ARTIST"))
+        << "a field that the user empties is empty";
+}
+
+TEST_F(TagKeeping, AGenreOfTheTableKeepsItsSpelling) {
+    for (const qint16 kind : {1, 2}) {
+        const QString path = Make("a.flac");
+        RunTool({"metaflac", "--set-tag=GENRE=rock", Folder.Native("a.flac")});
+        Edit(
+            path, [](AudioInformation& tag) { tag.Title = u"New"_s; }, kind);
+        EXPECT_TRUE(RunTool({"metaflac", "--export-tags-to=-", Folder.Native("a.flac")})
+                        .Output.contains("GENRE=rock\n"))
+            << kind;
+    }
+}
+
+TEST_F(TagKeeping, AGenreNumberBeyondTheTableStays) {
+    Make("plain.mp3", {"-map_metadata", "-1", "-write_id3v2", "0"});
+    const QString path =
+        Folder.MakeFile("a.mp3", Content("plain.mp3") + Id3v1("Title", {}, static_cast<char>(191)));
+    Edit(
+        path, [](AudioInformation& tag) { tag.Title = u"New"_s; }, 1);
+    const QByteArray block = Content("a.mp3").right(128);
+    EXPECT_TRUE(block.startsWith("TAGNew"));
+    EXPECT_EQ(static_cast<unsigned char>(block[127]), 191);
+}
+
+TEST_F(TagKeeping, AnOldTrackOfAWmaIsReadAsItCounts) {
+    const QString path = Make("a.wma", {"-metadata", "WM/Track=4"});
+    ASSERT_TRUE(Probe("a.wma").contains("wm/track=4") || Probe("a.wma").contains("track"))
+        << Probe("a.wma").constData();
+    EXPECT_EQ(Load(path).Track, 4);
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_EQ(Load(path).Track, 4);
+}
+
+TEST_F(TagKeeping, FurtherAttributesOfAWmaStay) {
+    const QString path = Make("a.wma", {"-metadata", "WM/Mood=calm", "-metadata", "genre=Jazz"});
+    Edit(path, [](AudioInformation& tag) {
+        tag.Title = u"New"_s;
+        tag.GenreString = u"Blues"_s;
+    });
+    const QByteArray seen = Probe("a.wma");
+    EXPECT_TRUE(seen.contains("calm") && seen.contains("blues") && !seen.contains("jazz"))
+        << seen.constData();
+}
+
+// An item of the list whose content is no text.
+TEST_F(TagKeeping, AnMp4WithAnItemThatWouldBeLostIsLeftAlone) {
+    Make("a.m4a", {"-metadata", "title=Old", "-metadata", "synopsis=Text"});
+    QByteArray file = Content("a.m4a");
+    const qsizetype item = file.indexOf("ldes");
+    ASSERT_GT(item, 0);
+    file.replace(item, 4, "xyzw");
+    file[item + 15] = 0;  // the kind of the content: bytes
+    const QString path = Folder.MakeFile("a.m4a", file);
+    EXPECT_EQ(Load(path).Title, u"Old"_s);
+    EXPECT_THROW(Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; }), Failure);
+    EXPECT_EQ(Content("a.m4a"), file);
+}
+
+TEST_F(TagKeeping, ATrackOfAnMp4KeepsItsTotal) {
+    const QString path = Make("a.m4a", {"-metadata", "track=3/12"});
+    Edit(path, [](AudioInformation& tag) { tag.Track = 5; });
+    EXPECT_TRUE(Probe("a.m4a").contains("track=5/12")) << Probe("a.m4a").constData();
+}
+
+TEST_F(TagKeeping, AFileThatAnotherProgramChangesMeanwhileIsLeftToIt) {
+    const QString path = Folder.MakeFile("a.bin", "old");
+    const QByteArray file = Folder.Native("a.bin");
+    const auto change = [&](const QByteArray& copy) {
+        std::ofstream(copy.toStdString()) << "ours";
+        std::ofstream(file.toStdString()) << "theirs";
+    };
+    EXPECT_THROW(RewriteThroughCopy(file, change), Failure);
+    EXPECT_EQ(Content("a.bin"), "theirs");
+}
+
+TEST_F(TagKeeping, AFileOfTwoNamesChangesUnderTheOneThatWasSaved) {
+    const QString path = Make("a.flac");
+    ASSERT_EQ(link(Folder.Native("a.flac").constData(), Folder.Native("b.flac").constData()), 0);
+    const QByteArray before = Content("b.flac");
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_TRUE(Probe("a.flac").contains("title=new"));
+    EXPECT_EQ(Content("b.flac"), before);
+}
+
+}  // namespace
+}  // namespace Sonmira
