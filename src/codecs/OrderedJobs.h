@@ -4,7 +4,6 @@
 #include <chrono>
 #include <condition_variable>
 #include <deque>
-#include <functional>
 #include <future>
 #include <mutex>
 #include <optional>
@@ -13,15 +12,17 @@
 
 namespace Sonmira {
 
-// Runs jobs on all cores and gives their results back in the order in which the jobs came. All calls come
-// from one thread. The destructor drops the jobs that wait and ends after those at hand.
+// Runs jobs on several threads and gives their results back in the order in which the jobs came. All calls
+// come from one thread. The destructor drops the jobs that wait and ends after those at hand.
 template <class Result>
 class OrderedJobs {
 public:
     // Beyond this many threads a stream cannot be read and written fast enough, and each holds memory.
     static constexpr unsigned MostThreads = 16;
 
-    OrderedJobs() : Count(std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads)) {
+    // By default one thread a core.
+    explicit OrderedJobs(unsigned threads = std::clamp(std::thread::hardware_concurrency(), 1U, MostThreads))
+        : Count(threads) {
         for (unsigned i = 0; i < Count; ++i) {
             Threads.emplace_back([this](const std::stop_token& stop) { Run(stop); });
         }
@@ -34,10 +35,14 @@ public:
 
     // Whether another job would keep a thread busy rather than only wait in memory.
     bool HasRoom() const { return Results.size() < 2 * std::size_t{Count}; }
+    // Jobs whose results were not taken yet.
+    std::size_t Pending() const { return Results.size(); }
     // Whether every result has been taken.
     bool IsIdle() const { return Results.empty(); }
 
-    void Push(std::function<Result()> job) {
+    // `job` is called once, without arguments, and returns a Result.
+    template <class Job>
+    void Push(Job job) {
         std::packaged_task<Result()> task(std::move(job));
         Results.push_back(task.get_future());
         const std::lock_guard lock(Guard);

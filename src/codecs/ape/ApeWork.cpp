@@ -1,5 +1,7 @@
 #include "codecs/ape/ApeWork.h"
 
+#include "codecs/OrderedJobs.h"
+
 namespace Sonmira {
 
 namespace {
@@ -16,6 +18,34 @@ unsigned ThreadsFor(unsigned wanted, qint64 groupBytes) {
     const qint64 most = std::max<qint64>(MostBytes / std::max<qint64>(groupBytes, 1) - Spare, 1);
     return static_cast<unsigned>(std::min<qint64>(cores, most));
 }
+
+// Workers hold tables and buffers of some size: a job takes one that is free, and one is made where all are
+// at work.
+class WorkerPool {
+public:
+    explicit WorkerPool(std::function<ApeWork::Worker()> make) : Make(std::move(make)) {}
+
+    void Work(ApeFrameGroup& group) {
+        ApeWork::Worker worker = Take();
+        if (!worker) worker = Make();
+        worker(group);
+        const std::lock_guard lock(Guard);
+        Free.push_back(std::move(worker));
+    }
+
+private:
+    ApeWork::Worker Take() {
+        const std::lock_guard lock(Guard);
+        if (Free.empty()) return {};
+        ApeWork::Worker worker = std::move(Free.back());
+        Free.pop_back();
+        return worker;
+    }
+
+    std::function<ApeWork::Worker()> Make;
+    std::mutex Guard;
+    std::vector<ApeWork::Worker> Free;
+};
 
 }  // namespace
 
@@ -39,19 +69,25 @@ bool ApeWork::IsStopped() {
 bool ApeWork::Run(const std::function<Worker(ApeWorkState&)>& makeWorker,
                   const std::function<std::unique_ptr<ApeFrameGroup>()>& next,
                   const std::function<void(ApeFrameGroup&)>& done) {
-    OrderedWork<ApeFrameGroup> work(Threads, [&] { return makeWorker(State); });
+    using Group = std::unique_ptr<ApeFrameGroup>;
+    WorkerPool workers([&] { return makeWorker(State); });
+    OrderedJobs<Group> jobs(Threads);
     // Whatever ends this routine, the workers stop soon.
     const std::unique_ptr<ApeWorkState, void (*)(ApeWorkState*)> stop(
         &State, [](ApeWorkState* state) { state->Stop = true; });
     bool isMore = true;
-    while (isMore || work.Count() > 0) {
+    while (isMore || !jobs.IsIdle()) {
         if (IsStopped()) return false;
-        if (isMore && work.Count() < Threads + Spare) {
-            auto group = next();
+        if (isMore && jobs.Pending() < Threads + Spare) {
+            Group group = next();
             isMore = group != nullptr;
-            if (isMore) work.Push(std::move(group));
-        } else if (const auto group = work.Next(Patience)) {
-            done(*group);
+            if (!isMore) continue;
+            jobs.Push([&workers, group = std::move(group)]() mutable {
+                workers.Work(*group);
+                return std::move(group);
+            });
+        } else if (const auto group = jobs.Take(Patience)) {
+            done(**group);
         }
     }
     if (Progress) Progress(100'000);

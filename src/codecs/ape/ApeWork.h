@@ -3,9 +3,10 @@
 #include "codecs/ApeFunctions.h"
 #include "codecs/ape/FrameGroup.h"
 #include "codecs/ape/Kernels.h"
-#include "codecs/ape/OrderedWork.h"
 
+#include <chrono>
 #include <functional>
+#include <memory>
 #include <optional>
 
 namespace Sonmira {

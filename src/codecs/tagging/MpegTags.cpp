@@ -34,7 +34,9 @@ public:
         constexpr auto KeepOthers = TagLib::File::StripNone;
         constexpr auto ToEachItsOwn = TagLib::File::DoNotDuplicate;
         if (kind == 1) {
-            const TagValues now = Read(kind);
+            TagValues now = Read(kind);
+            // A new tag says its genre in any case, also the one for "other".
+            if (!File.hasID3v1Tag()) now.Genre = -1;
             ChangeId3v1(*File.ID3v1Tag(true), now, values);
             return Saved(File.save(Library::ID3v1, KeepOthers, TagLib::ID3v2::v4, ToEachItsOwn));
         }
