@@ -4,6 +4,7 @@
 #include "codecs/GenreNames.h"
 #include "codecs/MemoryChecked.h"
 #include "codecs/SafeRewrite.h"
+#include "codecs/tagging/FileAccount.h"
 #include "codecs/tagging/TaggedFile.h"
 #include "platform/NativePath.h"
 
@@ -35,7 +36,8 @@ Failure NotWritten() {
 bool IsLost(const TagValues& wanted, const TagValues& seen) {
     constexpr qsizetype Id3Field = 30;
     for (const auto field : {&TagValues::Title, &TagValues::Artist, &TagValues::Album, &TagValues::Comment,
-                             &TagValues::Composer, &TagValues::Copyright}) {
+                             &TagValues::Composer, &TagValues::Copyright, &TagValues::URL,
+                             &TagValues::EncodedBy, &TagValues::OriginalArtist, &TagValues::GenreString}) {
         const QString text = (wanted.*field).trimmed();
         const QString read = (seen.*field).trimmed();
         if (read.isEmpty() != text.isEmpty() || (read.size() > Id3Field && read != text)) return true;
@@ -79,10 +81,12 @@ void AudioInformation::Save(const QByteArray& file, Saving saving) {
     if (saving == Saving::InPlace) {
         write(file);
     } else {
+        const FileAccount before = AccountOf(file);
         RewriteThroughCopy(file, [&](const QByteArray& copy) {
             const TagValues wanted = write(copy);
             const std::unique_ptr<TaggedFile> again = OpenTagged(copy, file);
             if (!again || IsLost(wanted, again->Read(Kind))) throw NotWritten();
+            if (!KeepsAll(before, AccountOf(copy))) throw NotWritten();
         });
     }
 }

@@ -53,10 +53,13 @@ public:
     }
 
     void TakeManners(int source, const struct stat& status) const {
-        // Only the system's administrator may give a file away; everybody else keeps what he makes.
-        [[maybe_unused]] const int owned = fchown(Handle.Number(), status.st_uid, status.st_gid);
+        // Only the system's administrator may give a file away; everybody else keeps what he makes, in the
+        // group that it had.
+        if (fchown(Handle.Number(), status.st_uid, status.st_gid) != 0) {
+            [[maybe_unused]] const int shared = fchown(Handle.Number(), uid_t(-1), status.st_gid);
+        }
         fchmod(Handle.Number(), status.st_mode & 07777);
-        QByteArray names(4096, '\0');
+        QByteArray names(std::max<ssize_t>(flistxattr(source, nullptr, 0), 0), '\0');
         const ssize_t size = flistxattr(source, names.data(), static_cast<std::size_t>(names.size()));
         for (qsizetype at = 0; at < size; at += static_cast<qsizetype>(strlen(names.constData() + at)) + 1) {
             QByteArray value(65536, '\0');

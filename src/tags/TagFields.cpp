@@ -143,8 +143,10 @@ void TagFields::Give(AudioInformation& tag) {
 }
 
 int TagFields::SelectedGenre() const {
+    // A name that was typed is as good as one that was picked; any other text is none.
     const int place = infoGenre->currentIndex();
-    return infoGenre->currentText() == infoGenre->itemText(place) ? place : -1;
+    if (infoGenre->currentText() == infoGenre->itemText(place)) return place;
+    return infoGenre->findText(infoGenre->currentText(), Qt::MatchExactly | Qt::MatchCaseSensitive);
 }
 
 TagTexts TagFields::Texts() const {

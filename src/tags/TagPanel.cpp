@@ -85,7 +85,9 @@ void TagPanel::SaveTagPanel() {
         // by one with each load and save, which is how it has always been.
         Form.Fields->infoTrack->setText(PlainNumber(Information.Track));
         Form.Command3->setEnabled(false);
-        Information.SaveTag(CurrentTagFile);
+        const bool saved = PassOver([this] { Information.SaveTag(CurrentTagFile); });
+        // What could not be saved may be tried again.
+        if (!saved) Form.Command3->setEnabled(true);
     });
 }
 

@@ -249,6 +249,101 @@ TEST_F(TagKeeping, ATrackOfAnMp4KeepsItsTotal) {
     EXPECT_TRUE(Probe("a.m4a").contains("track=5/12")) << Probe("a.m4a").constData();
 }
 
+// A frame with marks in its head.
+TEST_F(TagKeeping, AFrameThatOthersAreToDropIsKeptAndAnEncryptedOneLeavesTheFileAlone) {
+    const QByteArray title = Frame("TIT2", QByteArray("\0Old", 4));
+    QByteArray marked = Frame("TXXX", QByteArray("\0name\0value", 11));
+    marked[8] = static_cast<char>(0x80);
+    QString path = MakeOldTag(title + marked);
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_TRUE(Content("old.mp3").contains(QByteArray("name\0value", 10)));
+    QByteArray encrypted = Frame("PRIV", "secret");
+    encrypted[9] = 0x40;
+    path = MakeOldTag(title + encrypted);
+    const QByteArray before = Content("old.mp3");
+    EXPECT_THROW(Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; }), Failure);
+    EXPECT_EQ(Content("old.mp3"), before);
+}
+
+TEST_F(TagKeeping, AnEmptyFrameWithOthersBehindItLeavesTheFileAlone) {
+    const QString path = MakeOldTag(Frame("TIT2", QByteArray("\0Old", 4)) + Frame("TCOM", {}) +
+                                    Frame("APIC", QByteArray("\0image/png\0\3\0picture", 21)));
+    const QByteArray before = Content("old.mp3");
+    EXPECT_THROW(Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; }), Failure);
+    EXPECT_EQ(Content("old.mp3"), before);
+}
+
+TEST_F(TagKeeping, ASecondTagBehindTheFirstLeavesTheFileAlone) {
+    const QByteArray picture = Frame("APIC", QByteArray("\0image/png\0\3\0picture", 21));
+    MakeOldTag(picture);
+    const QByteArray second = Content("old.mp3");
+    const QByteArray frames = Frame("TIT2", QByteArray("\0Old", 4));
+    const QString path = Folder.MakeFile(
+        "two.mp3", QByteArray("ID3\3\0\0\0\0\0", 9) + static_cast<char>(frames.size()) + frames + second);
+    const QByteArray before = Content("two.mp3");
+    EXPECT_THROW(Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; }), Failure);
+    EXPECT_EQ(Content("two.mp3"), before);
+}
+
+TEST_F(TagKeeping, TheFirstVersionOfId3v2IsSavedUnlessItHoldsWhatHasNoName) {
+    const auto frame = [](const QByteArray& id, const QByteArray& content) {
+        return id + BigEndian(static_cast<quint32>(content.size())).sliced(1) + content;
+    };
+    const auto make = [&](const QByteArray& frames) {
+        Make("plain.mp3", {"-map_metadata", "-1", "-write_id3v2", "0", "-id3v2_version", "0"});
+        return Folder.MakeFile("first.mp3", QByteArray("ID3\2\0\0\0\0\0", 9) +
+                                                static_cast<char>(frames.size()) + frames +
+                                                Content("plain.mp3"));
+    };
+    const QByteArray title = frame("TT2", QByteArray("\0Old", 4));
+    const QByteArray volume("\3\x10\x12\x34\x56\x78", 6);
+    QString path = make(title + frame("TP1", QByteArray("\0Artist", 7)) + frame("RVA", volume));
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_EQ(Load(path).Artist, u"Artist"_s);
+    EXPECT_TRUE(Content("first.mp3").contains(volume));
+    EXPECT_TRUE(Probe("first.mp3").contains("title=new"));
+    path = make(title + frame("CRM", "encrypted"));
+    const QByteArray before = Content("first.mp3");
+    EXPECT_THROW(Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; }), Failure);
+    EXPECT_EQ(Content("first.mp3"), before);
+}
+
+TEST_F(TagKeeping, AYearThatIsNoneSurvivesInAnOlderId3v2) {
+    for (const char* year : {"99", "c.1999"}) {
+        const QString path =
+            MakeOldTag(Frame("TIT2", QByteArray("\0Old", 4)) + Frame("TYER", QByteArray(1, '\0') + year));
+        Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+        EXPECT_TRUE(Content("old.mp3").contains(year)) << year;
+    }
+}
+
+TEST_F(TagKeeping, ACommentThatIsNoUtf8IsNotLostFromAFlac) {
+    const QString path = Make("a.flac");
+    RunTool({"metaflac", "--set-tag=PERFORMER=J!rgen", Folder.Native("a.flac")});
+    QByteArray flac = Content("a.flac");
+    flac.replace("J!rgen", "J\xFCrgen");
+    Folder.MakeFile("a.flac", flac);
+    try {
+        Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    } catch (const Failure&) {
+        EXPECT_EQ(Content("a.flac"), flac);
+    }
+    EXPECT_TRUE(Content("a.flac").contains("PERFORMER=J\xFCrgen"));
+}
+
+TEST_F(TagKeeping, AnOldFrameInAWavThatTheLibraryCannotKeepLeavesTheFileAlone) {
+    const QByteArray frames =
+        Frame("TIT2", QByteArray("\0Old", 4)) + Frame("RVAD", QByteArray("\3\x10\x12\x34\x56\x78", 6));
+    const QByteArray tag = QByteArray("ID3\3\0\0\0\0\0", 9) + static_cast<char>(frames.size()) + frames;
+    Make("a.wav");
+    QByteArray wav = Content("a.wav") + "id3 " + LittleEndian(static_cast<quint32>(tag.size())) + tag;
+    qToLittleEndian(static_cast<quint32>(wav.size()) - 8, wav.data() + 4);
+    const QString path = Folder.MakeFile("a.wav", wav);
+    EXPECT_EQ(Load(path).Title, u"Old"_s);
+    EXPECT_THROW(Edit(path, [](AudioInformation& it) { it.Title = u"New"_s; }), Failure);
+    EXPECT_EQ(Content("a.wav"), wav);
+}
+
 TEST_F(TagKeeping, AFileThatAnotherProgramChangesMeanwhileIsLeftToIt) {
     const QString path = Folder.MakeFile("a.bin", "old");
     const QByteArray file = Folder.Native("a.bin");

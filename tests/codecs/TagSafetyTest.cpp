@@ -91,11 +91,25 @@ protected:
         tag.LoadTag(path);
         return tag.Title;
     }
+    // Whether bytes from all over the middle of a file are still somewhere in it; pages of Ogg are numbered
+    // anew.
+    static bool HoldsSoundOf(const QByteArray& before, const QByteArray& after) {
+        constexpr int Probes = 20;
+        constexpr qsizetype Size = 100;
+        if (before.size() < 4000) return true;
+        int found = 0;
+        for (int n = 0; n < Probes; ++n) {
+            const qsizetype at = before.size() * (30 + 3 * n) / 100;
+            found += after.contains(before.sliced(at, Size)) ? 1 : 0;
+        }
+        return found >= (before.startsWith("OggS") ? Probes - 3 : Probes);
+    }
     // Either the title is there or the file is what it was.
     void ExpectAllOrNothing(const QByteArray& name) {
         const QByteArray before = ContentOf(Folder.Native(name));
         if (SaveTitle(Folder.Path(name), u"Saved"_s)) {
             EXPECT_EQ(TitleOf(Folder.Path(name)), u"Saved"_s) << name.constData();
+            EXPECT_TRUE(HoldsSoundOf(before, ContentOf(Folder.Native(name)))) << name.constData();
         } else {
             EXPECT_EQ(ContentOf(Folder.Native(name)), before) << name.constData();
         }
@@ -109,6 +123,12 @@ protected:
     }
 };
 
+// Formats that have no tags here: films, MPEG audio under a name of its own, several streams in one Ogg.
+bool MayRefuse(const QByteArray& name) {
+    const QByteArray lower = name.toLower();
+    return lower.endsWith(".avi") || lower.endsWith(".adts") || lower == "multiplex.ogg";
+}
+
 class TagOfRealFile : public TagSafety, public ::testing::WithParamInterface<RealFile> {};
 
 TEST_P(TagOfRealFile, LosesNothingByASaveAndNothingButTheTitleByAnother) {
@@ -119,15 +139,16 @@ TEST_P(TagOfRealFile, LosesNothingByASaveAndNothingButTheTitleByAnother) {
     const Lines tags = OtherTags(file);
     const QByteArray streams = StreamsOf(file);
     const QByteArray title = TitleBy(file);
-    AudioInformation tag;
-    tag.SetTagKind(2);
-    tag.LoadTag(path);
-    const QString loadedTitle = tag.Title;
-    const bool saved = SaveTitle(path, loadedTitle);
-    if (saved) {
+    for (const qint16 kind : {1, 2}) {
+        AudioInformation tag;
+        tag.SetTagKind(kind);
+        tag.LoadTag(path);
+        if (!SaveTitle(path, tag.Title, kind)) continue;
         EXPECT_EQ(Missing(tags, OtherTags(file)), Lines());
         EXPECT_EQ(TitleBy(file), title);
-        EXPECT_EQ(StreamsOf(file), streams);
+        // A tag at its end may change what a player takes from a file of a few frames.
+        EXPECT_TRUE(kind == 1 || StreamsOf(file) == streams);
+        EXPECT_TRUE(HoldsSoundOf(content, ContentOf(file)));
     }
     const QByteArray between = ContentOf(file);
     if (SaveTitle(path, u"Another title"_s)) {
@@ -139,7 +160,7 @@ TEST_P(TagOfRealFile, LosesNothingByASaveAndNothingButTheTitleByAnother) {
         EXPECT_EQ(StreamsOf(file), streams);
     } else {
         EXPECT_EQ(ContentOf(file), between);
-        RecordProperty("refused", name.constData());
+        EXPECT_TRUE(MayRefuse(name)) << "refused: " << name.constData();
     }
     EXPECT_EQ(FilesBeside(), 1);
 }
@@ -205,6 +226,87 @@ TEST_F(TagSafety, AWavWhoseFormatLiesAboutItsSizeIsTaggedReadablyOrLeft) {
     }
 }
 
+TEST_F(TagSafety, AWavWhoseDataLiesAboutItsSizeKeepsItsSound) {
+    for (const quint32 size : {0U, 1U, 1000U, 87'000U, 90'000U, 0x7FFFFFF0U, 0xFFFFFFFFU}) {
+        Make("a.wav");
+        QByteArray wav = Content("a.wav");
+        qToLittleEndian(size, wav.data() + wav.indexOf("data") + 4);
+        Folder.MakeFile("a.wav", wav);
+        SCOPED_TRACE(size);
+        const QByteArray sound = StreamsOf(Folder.Native("a.wav"));
+        ExpectAllOrNothing("a.wav");
+        EXPECT_EQ(StreamsOf(Folder.Native("a.wav")), sound);
+    }
+}
+
+TEST_F(TagSafety, AnMp3WhoseTagSaysThatItTakesInTheSoundIsLeftAlone) {
+    const QString path = Make("a.mp3");
+    ASSERT_TRUE(SaveTitle(path, u"Title"_s));
+    const QByteArray whole = Content("a.mp3");
+    for (const int place : {6, 7, 8, 9}) {
+        for (const char value : {'\x01', '\x20', '\x7F'}) {
+            QByteArray lying = whole;
+            if (lying[place] == value) continue;
+            lying[place] = value;
+            Folder.MakeFile("a.mp3", lying);
+            SCOPED_TRACE(place);
+            ExpectAllOrNothing("a.mp3");
+        }
+    }
+    QByteArray lying = whole;
+    lying[7] = 0x7F;
+    Folder.MakeFile("a.mp3", lying);
+    EXPECT_FALSE(SaveTitle(path, u"New"_s));
+    EXPECT_EQ(Content("a.mp3"), lying);
+}
+
+TEST_F(TagSafety, AnApeTagThatSaysThatItTakesInTheSoundIsLeftAlone) {
+    for (const char* name : {"a.ape", "a.mpc"}) {
+        const QString path = Make(name);
+        ASSERT_TRUE(SaveTitle(path, u"Title"_s));
+        const QByteArray whole = Content(name);
+        const qsizetype footer = whole.lastIndexOf("APETAGEX");
+        ASSERT_GT(footer, 0);
+        const auto size = qFromLittleEndian<quint32>(whole.constData() + footer + 12);
+        for (const quint32 more : {1U, 32U, 1000U}) {
+            QByteArray lying = whole;
+            qToLittleEndian(size + more, lying.data() + footer + 12);
+            Folder.MakeFile(name, lying);
+            EXPECT_FALSE(SaveTitle(path, u"New"_s)) << name << more;
+            EXPECT_EQ(Content(name), lying) << name << more;
+        }
+    }
+}
+
+// Each level takes room on the stack of whoever follows them.
+TEST_F(TagSafety, PartsWithinPartsWithoutEndAreNoTag) {
+    QByteArray mp4(
+        "\0\0\0\x18"
+        "ftypM4A \0\0\0\0M4A mp42",
+        24);
+    constexpr int Levels = 100'000;
+    for (int n = Levels; n > 0; --n) {
+        QByteArray head(4, '\0');
+        qToBigEndian(static_cast<quint32>(8 * n), head.data());
+        mp4 += head + "moov";
+    }
+    EXPECT_EQ(TitleOf(Folder.MakeFile("deep.m4a", mp4)), QString());
+    EXPECT_FALSE(SaveTitle(Folder.Path("deep.m4a"), u"New"_s));
+    QByteArray frames;
+    for (int n = 0; n < 20'000; ++n) {
+        QByteArray size(4, '\0');
+        qToBigEndian(static_cast<quint32>((20'000 - n) * 28 - 10), size.data());
+        frames += "CHAP" + size + QByteArray(2, '\0') + QByteArray("x\0", 2) + QByteArray(16, '\1');
+    }
+    QByteArray head("ID3\3\0\0", 6);
+    for (int n = 3; n >= 0; --n) head += static_cast<char>(frames.size() >> (7 * n) & 0x7F);
+    EXPECT_EQ(TitleOf(Folder.MakeFile("deep.mp3", head + frames)), QString());
+    EXPECT_FALSE(SaveTitle(Folder.Path("deep.mp3"), u"New"_s));
+    Make("a.flac");
+    TitleOf(Folder.MakeFile("deep.flac", head + frames + Content("a.flac")));
+    EXPECT_FALSE(SaveTitle(Folder.Path("deep.flac"), u"New"_s));
+}
+
 TEST_F(TagSafety, AFlacWhoseFirstBlockLiesAboutItsSizeIsTaggedReadablyOrLeft) {
     for (const unsigned size : {0U, 1U, 33U, 35U, 4000U, 0xFFFFFFU}) {
         Make("a.flac");
@@ -230,7 +332,10 @@ TEST_F(TagSafety, DamageAnywhereInATagNeverHurtsMoreThanTheTag) {
         const QString path = Make(name);
         ASSERT_TRUE(SaveTitle(path, u"Title"_s)) << name;
         const QByteArray whole = ContentOf(Folder.Native(name));
-        for (qsizetype at = 0; at < std::min<qsizetype>(whole.size(), 400); at += UnderSanitizers ? 40 : 10) {
+        constexpr qsizetype Dense = 40;  // where sizes stand
+        const qsizetype step = UnderSanitizers ? 40 : 15;
+        for (qsizetype at = 0; at < std::min<qsizetype>(whole.size(), 400);
+             at += at < Dense && !UnderSanitizers ? 1 : step) {
             for (const qsizetype place : {at, whole.size() - 1 - at}) {
                 QByteArray damaged = whole;
                 damaged[place] = static_cast<char>(damaged[place] ^ 0xFF);
@@ -256,7 +361,7 @@ TEST_F(TagSafety, ThousandsOfFramesAndCommentsAreReadAndKept) {
     }
     QByteArray head("ID3\4\0\0", 6);
     for (int n = 3; n >= 0; --n) head += static_cast<char>(frames.size() >> (7 * n) & 0x7F);
-    Make("a.mp3");
+    Make("a.mp3", {"-map_metadata", "-1", "-write_id3v2", "0", "-id3v2_version", "0"});
     const QString path = Folder.MakeFile("b.mp3", head + frames + ContentOf(Folder.Native("a.mp3")));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(SaveTitle(path, u"Title"_s));

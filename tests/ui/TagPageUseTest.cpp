@@ -117,9 +117,11 @@ TEST_F(TagPageUse, AYearOfLettersSavesNothingAndLeavesTheButton) {
     Add("a.mp3");
     ClickNode(u"a.mp3"_s);
     Fields().infoTitle->setText(u"New"_s);
-    Fields().infoYear->setText(u"MMX"_s);
-    Save();
-    EXPECT_TRUE(Page().Command3->isEnabled());
+    for (const QString& year : {u"MMX"_s, u"3000000000"_s}) {
+        Fields().infoYear->setText(year);
+        Save();
+        EXPECT_TRUE(Page().Command3->isEnabled());
+    }
     EXPECT_TRUE(Probe("a.mp3").contains("title=Title of a.mp3"));
 }
 
@@ -145,16 +147,46 @@ TEST_F(TagPageUse, FieldsThatVersionOneLocksAreSentAllTheSame) {
     // Vorbis comments have one kind, so that what was sent can be seen.
     Add("a.ogg");
     ClickNode(u"a.ogg"_s);
+    Fields().Option1[0]->click();
     Fields().infoComposer->setText(u"Composer"_s);
     Fields().infoURL->setText(u"https://example.org/"_s);
-    const QStringList typed{Fields().infoComposer->text(), Fields().infoURL->text()};
-    // A click on the option would show the file anew.
-    Fields().ApplyTagKind(1);
     EXPECT_FALSE(Fields().infoComposer->isEnabled());
     Press(7);
     const QByteArray comments = RunTool({"vorbiscomment", "-l", Folder.Native("music/a.ogg")}).Output;
     EXPECT_TRUE(comments.toUpper().contains("COMPOSER=COMPOSER")) << comments.constData();
     EXPECT_TRUE(comments.contains("https://example.org/")) << comments.constData();
+}
+
+TEST_F(TagPageUse, AFileThatCannotBeWrittenLeavesTheButtonForAnotherTry) {
+    const QString path = Add("a.mp3");
+    ClickNode(u"a.mp3"_s);
+    Fields().infoTitle->setText(u"New"_s);
+    const QByteArray aside = Folder.Native("aside.mp3");
+    std::filesystem::rename(Folder.Native("music/a.mp3").toStdString(), aside.toStdString());
+    Save();
+    EXPECT_TRUE(Page().Command3->isEnabled());
+    std::filesystem::rename(aside.toStdString(), Folder.Native("music/a.mp3").toStdString());
+    Save();
+    EXPECT_FALSE(Page().Command3->isEnabled());
+    EXPECT_TRUE(Probe("a.mp3").contains("title=New"));
+}
+
+TEST_F(TagPageUse, AGenreThatIsTypedInFullIsThatOfTheList) {
+    Add("a.mp3");
+    ClickNode(u"a.mp3"_s);
+    Fields().Option1[0]->click();
+    Fields().infoTitle->setText(u"Title"_s);
+    Fields().infoGenre->setEditText(u"Rock"_s);
+    Press(7);
+    EXPECT_EQ(ContentOf(Folder.Native("music/a.mp3")).back(), char{17});
+}
+
+TEST_F(TagPageUse, AGenreClickUnderVersionOneLeavesTheGenresText) {
+    Fields().infoGenre->SelectText(u"Jazz"_s);
+    EXPECT_EQ(Fields().infoGenreS->text(), u"Jazz"_s);
+    Fields().Option1[0]->click();
+    Fields().infoGenre->SelectText(u"Rock"_s);
+    EXPECT_EQ(Fields().infoGenreS->text(), u"Jazz"_s);
 }
 
 TEST_F(TagPageUse, CopyOfAnEmptyPageEmptiesTheMemory) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "codecs/tagging/ApeTagCheck.h"
 #include "codecs/tagging/Id3v1Values.h"
 #include "codecs/tagging/PropertyTags.h"
 
@@ -19,6 +20,7 @@ public:
         return ChangesTo(Properties(), values, kind).isEmpty();
     }
     bool Write(qint16 kind, const TagValues& values) override {
+        CheckApeTagSize(this->Stream);
         const TagLib::PropertyMap now = Properties();
         const TagLib::PropertyMap changes = ChangesTo(now, values, kind);
         // One that is there is kept in step, since some programs, a conversion here among them, read only

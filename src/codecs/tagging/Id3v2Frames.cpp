@@ -44,6 +44,9 @@ using FrameHead = decltype(HeadOf(&OpenFactory::updateFrame));
 class KeepingFactory : public OpenFactory {
     bool updateFrame(FrameHead head) const override {
         const TagLib::ByteVector id = head->frameID();
+        // The library drops every frame with this mark, which is meant for those that a program does not
+        // know.
+        head->setTagAlterPreservation(false);
         if (head->version() == 3 && IsAmong(id, OlderOnly)) return true;
         for (const Renamed& frame : FirstNames) {
             if (head->version() > 2 || id != frame.Old) continue;
@@ -79,6 +82,15 @@ bool Holds(const Id3v2::Frame& frame, const TagLib::String& key) {
                        [&](const FrameOfKey& one) { return key == one.Key && id == one.Frame; });
 }
 
+constexpr const char* Years[] = {"TDRC", "TDOR"};
+
+// Four digits, and perhaps a day and a time behind them.
+bool IsFullYear(const TagLib::String& text) {
+    return text.size() >= 4 &&
+           std::all_of(text.begin(), text.begin() + 4, [](wchar_t c) { return c >= L'0' && c <= L'9'; }) &&
+           (text.size() == 4 || text.size() == 10 || text.size() >= 16);
+}
+
 // The first frame takes the field's text, and keeps its language, its description and its further texts.
 void ChangeFirst(Id3v2::Frame& frame, const TagLib::String& text) {
     if (auto* texts = dynamic_cast<Id3v2::TextIdentificationFrame*>(&frame)) {
@@ -111,10 +123,14 @@ void ChangeFrames(Id3v2::Tag& tag, const TagLib::PropertyMap& changes) {
 
 Id3v2::Version VersionToWrite(const Id3v2::Tag& tag) {
     const Id3v2::FrameListMap& frames = tag.frameListMap();
+    // Years that are no year become one there, or nothing.
+    const bool hasOddYear = std::any_of(std::begin(Years), std::end(Years), [&](const char* id) {
+        return frames.contains(id) && !frames[id].isEmpty() && !IsFullYear(frames[id].front()->toString());
+    });
     const bool isOld = !tag.isEmpty() && tag.header()->majorVersion() < 4;
     const bool hasNewest = std::any_of(std::begin(NewestOnly), std::end(NewestOnly),
                                        [&](const char* id) { return frames.contains(id); });
-    return isOld && !hasNewest ? Id3v2::v3 : Id3v2::v4;
+    return isOld && !hasNewest && !hasOddYear ? Id3v2::v3 : Id3v2::v4;
 }
 
 Id3v2::FrameFactory* KeepingFrames() {

@@ -3,8 +3,12 @@
 #include "codecs/tagging/PropertyTags.h"
 #include "platform/Failure.h"
 
+#include <QtEndian>
+
 #include <mp4atom.h>
 #include <mp4file.h>
+
+#include <algorithm>
 
 namespace Sonmira {
 
@@ -31,6 +35,36 @@ constexpr Name Names[] = {{"TITLE", "\251nam"},
                           {"ENCODEDBY", "\251too"},
                           {"URL", "----:com.apple.iTunes:URL"},
                           {"ORIGINALARTIST", "----:com.apple.iTunes:ORIGINALARTIST"}};
+
+// Atoms that hold atoms; the library follows them as deep as they go, on the stack.
+constexpr const char* Containers[] = {"moov", "udta", "mdia", "meta", "ilst", "stbl",
+                                      "minf", "moof", "traf", "trak", "stsd"};
+constexpr int MostLevels = 32;
+constexpr int MostAtoms = 1'000'000;
+
+bool IsTooDeep(TagStream& file, qint64 begin, qint64 end, int level, int& atoms) {
+    constexpr qint64 HeadSize = 8;
+    for (qint64 at = begin; at + HeadSize <= end;) {
+        const QByteArray head = file.Bytes(at, 2 * HeadSize);
+        if (head.size() < HeadSize) return false;
+        if (level > MostLevels || ++atoms > MostAtoms) return true;
+        qint64 size = qFromBigEndian<quint32>(head.constData());
+        if (size == 1 && head.size() == 2 * HeadSize)
+            size = qFromBigEndian<qint64>(head.constData() + HeadSize);
+        if (size == 0) size = end - at;
+        if (size < HeadSize) return false;
+        const QByteArray name = head.sliced(4, 4);
+        const bool isContainer = std::any_of(std::begin(Containers), std::end(Containers),
+                                             [&](const char* one) { return name == one; });
+        // As the library has it: the head of a list of items may take four bytes more, that of a list of
+        // formats takes eight.
+        const bool hasVersion = name == "meta" && head.sliced(8).startsWith(QByteArray(4, '\0'));
+        const qint64 inside = at + HeadSize + (name == "stsd" ? 8 : hasVersion ? 4 : 0);
+        if (isContainer && IsTooDeep(file, inside, std::min(at + size, end), level + 1, atoms)) return true;
+        at += size;
+    }
+    return false;
+}
 
 class Mp4Tags : public LibraryFile<TagLib::MP4::File> {
 public:
@@ -108,6 +142,9 @@ private:
 }  // namespace
 
 std::unique_ptr<TaggedFile> OpenMp4Tags(const QByteArray& file) {
+    TagStream stream(file);
+    int atoms = 0;
+    if (IsTooDeep(stream, 0, stream.length(), 0, atoms)) return nullptr;
     return TryOpen<Mp4Tags>(file);
 }
 

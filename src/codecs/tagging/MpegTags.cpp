@@ -1,6 +1,7 @@
 #include "codecs/tagging/MpegTags.h"
 
 #include "codecs/tagging/Id3v1Values.h"
+#include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/PropertyTags.h"
 
@@ -26,7 +27,8 @@ public:
     }
 
     bool Says(qint16 kind, const TagValues& values) override {
-        if (kind == 1) return File.hasID3v1Tag() && IsSame(ReadId3v1(*File.ID3v1Tag()), values);
+        // No tag says nothing as well as an empty one.
+        if (kind == 1) return IsSame(Read(kind), values);
         return File.hasID3v2Tag() && ChangesTo(Properties(), values, kind).isEmpty();
     }
 
@@ -40,6 +42,7 @@ public:
             ChangeId3v1(*File.ID3v1Tag(true), now, values);
             return Saved(File.save(Library::ID3v1, KeepOthers, TagLib::ID3v2::v4, ToEachItsOwn));
         }
+        if (File.hasID3v2Tag()) CheckFrontTag();
         const TagLib::PropertyMap changes = ChangesTo(Properties(), values, kind);
         TagLib::ID3v2::Tag& tag = *File.ID3v2Tag(true);
         const auto version = VersionToWrite(tag);
@@ -52,6 +55,12 @@ private:
         return one.Title == other.Title && one.Artist == other.Artist && one.Album == other.Album &&
                one.Comment == other.Comment && one.Genre == other.Genre && one.Year == other.Year &&
                one.Track == other.Track;
+    }
+    void CheckFrontTag() {
+        constexpr qint64 Enough = 64 * 1024;
+        const QByteArray tag = Stream.Bytes(0, Id3v2Size(Stream.Bytes(0, 10)));
+        CheckFramesAreKept(tag);
+        CheckSoundFollows(Stream.Bytes(tag.size(), Enough));
     }
     TagLib::PropertyMap Properties() {
         return File.hasID3v2Tag() ? File.ID3v2Tag()->properties() : TagLib::PropertyMap();

@@ -15,6 +15,8 @@ public:
     // A native path; a file that may not be written is open for reading only.
     explicit TagStream(const QByteArray& file);
 
+    // That many bytes from there, as far as the file goes.
+    QByteArray Bytes(qint64 place, qint64 size);
     // Fails as the first failed write did.
     void CheckWrites() const;
 

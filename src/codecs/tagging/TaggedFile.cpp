@@ -1,20 +1,18 @@
 #include "codecs/tagging/TaggedFile.h"
 
-#include "codecs/Descriptor.h"
 #include "codecs/tagging/ApeTags.h"
 #include "codecs/tagging/AsfTags.h"
+#include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/Mp4Tags.h"
 #include "codecs/tagging/MpegTags.h"
 #include "codecs/tagging/WavTags.h"
 
 #include <apefile.h>
-#include <fcntl.h>
 #include <flacfile.h>
 #include <mpcfile.h>
 #include <oggflacfile.h>
 #include <opusfile.h>
-#include <unistd.h>
 #include <vorbisfile.h>
 
 #include <algorithm>
@@ -23,31 +21,29 @@ namespace Sonmira {
 
 namespace {
 
-// What a file begins with, behind an ID3v2 tag if there is one.
-QByteArray Beginning(const QByteArray& file) {
-    constexpr qint64 Enough = 16;
-    const Descriptor handle(open(file.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    QByteArray bytes(Enough, '\0');
-    const auto readAt = [&](qint64 offset) {
-        const ssize_t count = pread(handle.Number(), bytes.data(), Enough, offset);
-        return count < 0 ? 0 : count;
-    };
-    const ssize_t count = readAt(0);
-    if (!bytes.startsWith("ID3")) return bytes.first(count);
-    qint64 size = 10;
-    // Four bytes of seven bits each.
-    for (int n = 0; n < 4; ++n) size += qint64{bytes[6 + n] & 0x7F} << (21 - 7 * n);
-    return bytes.first(readAt(size));
-}
+// FLAC, perhaps with an ID3v2 tag in front.
+class FlacTags : public PropertyTags<TagLib::FLAC::File> {
+public:
+    explicit FlacTags(const QByteArray& file) : PropertyTags(file, KeepingFrames()) {}
+
+    bool Write(qint16 kind, const TagValues& values) override {
+        if (const qint64 size = Id3v2Size(Stream.Bytes(0, 10)); size > 0)
+            CheckFramesAreKept(Stream.Bytes(0, size));
+        return PropertyTags::Write(kind, values);
+    }
+};
 
 }  // namespace
 
 std::unique_ptr<TaggedFile> OpenTagged(const QByteArray& file, const QByteArray& name) {
-    const QByteArray beginning = Beginning(file);
+    TagStream stream(file);
+    const QByteArray front = stream.Bytes(0, Id3v2Size(stream.Bytes(0, 10)));
+    if (IsBottomless(front)) return nullptr;
+    const QByteArray beginning = stream.Bytes(front.size(), 16);
     const auto holdsAt = [&](qsizetype place, const char* mark) {
         return beginning.sliced(std::min(place, beginning.size())).startsWith(mark);
     };
-    if (holdsAt(0, "fLaC")) return TryOpen<PropertyTags<TagLib::FLAC::File>>(file, KeepingFrames());
+    if (holdsAt(0, "fLaC")) return TryOpen<FlacTags>(file);
     if (holdsAt(0, "OggS")) {
         if (auto vorbis = TryOpen<PropertyTags<TagLib::Ogg::Vorbis::File>>(file)) return vorbis;
         if (auto flac = TryOpen<PropertyTags<TagLib::Ogg::FLAC::File>>(file)) return flac;

@@ -1,12 +1,17 @@
 #include "codecs/tagging/WavTags.h"
 
+#include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/PropertyTags.h"
 #include "platform/NarrowText.h"
 
+#include <QtEndian>
+
 #include <id3v2tag.h>
 #include <infotag.h>
 #include <wavfile.h>
+
+#include <algorithm>
 
 namespace Sonmira {
 
@@ -36,6 +41,21 @@ struct InfoField {
 };
 constexpr InfoField OwnFields[] = {{"ICOP", "COPYRIGHT"}, {"ITCH", "ENCODEDBY"}};
 
+// The tag in the chunk that holds one; empty where there is none.
+QByteArray Id3v2Chunk(TagStream& file) {
+    constexpr qint64 HeadSize = 8;
+    for (qint64 at = 12; at + HeadSize <= file.length();) {
+        const QByteArray head = file.Bytes(at, HeadSize);
+        const qint64 size = qFromLittleEndian<quint32>(head.constData() + 4);
+        if (head.toLower().startsWith("id3 ")) {
+            const QByteArray chunk = file.Bytes(at + HeadSize, size);
+            return chunk.first(std::min<qint64>(Id3v2Size(chunk), chunk.size()));
+        }
+        at += HeadSize + size + size % 2;
+    }
+    return {};
+}
+
 class WavTags : public LibraryFile<Library> {
 public:
     explicit WavTags(const QByteArray& file) : LibraryFile(file) {}
@@ -48,6 +68,7 @@ public:
     }
 
     bool Write(qint16 kind, const TagValues& values) override {
+        CheckChunk();
         TagLib::ID3v2::Tag& tag = *File.ID3v2Tag();
         const auto version = VersionToWrite(tag);
         const TagLib::PropertyMap now = Properties();
@@ -58,6 +79,12 @@ public:
     }
 
 private:
+    // Frames of which the library has no way to keep in files of this kind.
+    void CheckChunk() {
+        static constexpr const char* Lost[] = {"EQUA", "RVAD", "TRDA", "TSIZ"};
+        const QByteArray tag = Id3v2Chunk(Stream);
+        if (!tag.isEmpty()) CheckFramesAreKept(tag, Lost);
+    }
     // What ID3v2 says, and what only the list says.
     TagLib::PropertyMap Properties() {
         TagLib::PropertyMap properties = File.ID3v2Tag()->properties();
@@ -96,6 +123,8 @@ private:
 }  // namespace
 
 std::unique_ptr<TaggedFile> OpenWavTags(const QByteArray& file) {
+    TagStream stream(file);
+    if (IsBottomless(Id3v2Chunk(stream))) return nullptr;
     static const InfoTexts Texts;
     InfoTag::setStringHandler(&Texts);
     return TryOpen<WavTags>(file);

@@ -1,0 +1,124 @@
+#include "codecs/tagging/FileAccount.h"
+
+#include "codecs/CHandle.h"
+#include "codecs/MediaInput.h"
+#include "codecs/tagging/ApeTagCheck.h"
+#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
+
+#include <QCryptographicHash>
+
+#include <algorithm>
+#include <string_view>
+
+extern "C" {
+#include <libavcodec/packet.h>
+#include <libavformat/avformat.h>
+}
+
+namespace Sonmira {
+
+namespace {
+
+// What FFmpeg calls the fields, in the formats that have tags, and the texts that other programs write beside
+// them for the same.
+constexpr std::string_view FieldKeys[] = {"title",        "artist",
+                                          "author",       "album",
+                                          "comment",      "description",
+                                          "copyright",    "url",
+                                          "contact",      "encoded_by",
+                                          "encodedby",    "encoded-by",
+                                          "encoder",      "composer",
+                                          "genre",        "date",
+                                          "year",         "track",
+                                          "tracknumber",  "originalartist",
+                                          "tope",         "tyer",
+                                          "tdat",         "time",
+                                          "tdrc",         "wm/year",
+                                          "wm/track",     "wm/tracknumber",
+                                          "wm/authorurl", "wm/originalartist",
+                                          "wm/genre",     "wm/albumtitle",
+                                          "wm/composer",  "wm/encodedby",
+                                          "icop",         "itch"};
+
+bool IsField(const char* key) {
+    const QByteArray lower = QByteArray(key).toLower();
+    return std::find(std::begin(FieldKeys), std::end(FieldKeys), std::string_view(lower)) !=
+           std::end(FieldKeys);
+}
+
+void AddTexts(std::multiset<QByteArray>& others, const AVDictionary* texts) {
+    const AVDictionaryEntry* entry = nullptr;
+    while ((entry = av_dict_get(texts, "", entry, AV_DICT_IGNORE_SUFFIX)) != nullptr) {
+        if (IsField(entry->key)) continue;
+        // A save turns texts of older programs into UTF-8.
+        const QByteArray value(entry->value);
+        others.insert(HoldsRawBytes(FromNarrow(value)) ? QString::fromLatin1(value).toUtf8() : value);
+    }
+}
+
+QByteArray SumOf(const AVPacket& packet) {
+    return QCryptographicHash::hash({packet.data, packet.size}, QCryptographicHash::Md5);
+}
+
+void AddOthers(std::multiset<QByteArray>& others, const AVFormatContext& container) {
+    // Of a WAV with both kinds of tags only the list is told.
+    if (std::string_view(container.iformat->name) != "wav") AddTexts(others, container.metadata);
+    for (unsigned i = 0; i < container.nb_streams; ++i) {
+        const AVStream& stream = *container.streams[i];
+        AddTexts(others, stream.metadata);
+        if (stream.attached_pic.size > 0) others.insert(SumOf(stream.attached_pic));
+    }
+    for (unsigned i = 0; i < container.nb_chapters; ++i) {
+        others.insert(QByteArray::number(qint64{container.chapters[i]->start}));
+        AddTexts(others, container.chapters[i]->metadata);
+    }
+}
+
+QByteArray SumOfBytes(TagStream& file, qint64 end) {
+    constexpr qint64 Piece = 1024 * 1024;
+    QCryptographicHash sum(QCryptographicHash::Md5);
+    for (qint64 at = 0; at < end; at += Piece) sum.addData(file.Bytes(at, std::min(Piece, end - at)));
+    return sum.result();
+}
+
+QByteArray SumOfSound(MediaInput& input, const QByteArray& file) {
+    const std::string_view format = input.Container().iformat->name;
+    if (format == "ape" || format.starts_with("mpc")) {
+        // Their demuxers take tags behind the sound for a part of it; before those nothing ever changes.
+        TagStream stream(file);
+        return SumOfBytes(stream, stream.length() - TagsAtEnd(stream));
+    }
+    const CHandleByAddress<AVPacket, av_packet_free> packet(av_packet_alloc());
+    if (!packet) throw MediaFailure(AVERROR(ENOMEM));
+    QCryptographicHash sum(QCryptographicHash::Md5);
+    while (input.Read(*packet)) {
+        sum.addData({packet->data, packet->size});
+        av_packet_unref(packet.get());
+    }
+    return sum.result();
+}
+
+}  // namespace
+
+FileAccount AccountOf(const QByteArray& file) {
+    try {
+        FileAccount account;
+        MediaInput input(std::make_shared<InputFile>(FromNative(file)));
+        AddOthers(account.Others, input.Container());
+        account.Sound = SumOfSound(input, file);
+        return account;
+    } catch (const Failure& failure) {
+        // What no demuxer knows tells nothing, neither before a save nor after it.
+        if (failure.Number != FailureNumber::Component) throw;
+        return {};
+    }
+}
+
+bool KeepsAll(const FileAccount& before, const FileAccount& after) {
+    return (before.Sound.isEmpty() || before.Sound == after.Sound) &&
+           std::includes(after.Others.begin(), after.Others.end(), before.Others.begin(),
+                         before.Others.end());
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <span>
+
+namespace Sonmira {
+
+// ID3v2 before the tag library gets to see or write it. The library writes a tag from the frames that it
+// understood, and believes what a tag says of its own size.
+// Source of the facts: ID3v2.2.0, ID3v2.3.0 and ID3v2.4.0, id3.org.
+
+// Bytes of the tag that begins `bytes`, header included, by its own word; 0 where there is none.
+qint64 Id3v2Size(const QByteArray& bytes);
+
+// Whether a tag nests its frames so often that reading it would take all of the stack.
+bool IsBottomless(const QByteArray& tag);
+
+// Fails where a save would lose a part of the tag: frames behind a damaged one, of a kind that the library
+// cannot write again, or of those `lost` names.
+void CheckFramesAreKept(const QByteArray& tag, std::span<const char* const> lost = {});
+
+// Fails where what follows the tag in a file of MPEG audio is neither sound nor another kind of tag: its size
+// takes in sound then, or a second tag would be taken for padding. `behind` are the first bytes there.
+void CheckSoundFollows(const QByteArray& behind);
+
+}  // namespace Sonmira
