@@ -126,6 +126,23 @@ TEST_F(TagEditor, SavesAsOftenAsItIsAsked) {
     EXPECT_EQ(Fields().infoTrack->text(), u"1"_s);
 }
 
+TEST_F(TagEditor, SavesNothingWhereTheYearOrTheTrackIsNoNumber) {
+    Editor->Load(Make("a.ogg"));
+    const QByteArray before = ContentOf(Folder.Native("Music/a.ogg"));
+    Fields().infoTitle->setText(u"New"_s);
+    for (const QString& track : {u"one"_s, u"40000"_s}) {
+        Fields().infoTrack->setText(track);
+        Save();
+    }
+    Fields().infoTrack->setText(u"1"_s);
+    for (const QString& year : {u"MMX"_s, u"3000000000"_s}) {
+        Fields().infoYear->setText(year);
+        Save();
+    }
+    EXPECT_EQ(ContentOf(Folder.Native("Music/a.ogg")), before);
+    EXPECT_TRUE(Editor->Command1->isEnabled());
+}
+
 TEST_F(TagEditor, LeavesTheTrackOfAWmaWhereItIs) {
     const QString path = Make("a.wma", "track=4");
     for (int round = 0; round < 2; ++round) {
