@@ -20,8 +20,8 @@ ResamplerPrecision PrecisionFor(const OutputFormat& format) {
 FileWriting::FileWriting(QStringView path, const OutputFormat& format)
     : Format(format), Encoder(MakeSoundWriter(format)), File(path) {}
 
-FileWriting::FileWriting(OutputFile file, const OutputFormat& format)
-    : Format(format), Encoder(MakeSoundWriter(format)), File(std::move(file)) {}
+FileWriting::FileWriting(OutputFile file, const OutputFormat& format, std::unique_ptr<SoundWriter> encoder)
+    : Format(format), Encoder(std::move(encoder)), File(std::move(file)) {}
 
 void FileWriting::SetSource(StreamFormat source) {
     if (Worker) throw Failure(FailureNumber::InvalidCall);

@@ -17,8 +17,8 @@ public:
     // Creates the file. Fails when the encoder or the file cannot be had; a file of an earlier run is left
     // alone when the encoder is what is missing.
     FileWriting(QStringView path, const OutputFormat& format);
-    // Into a file that was created already.
-    FileWriting(OutputFile file, const OutputFormat& format);
+    // Into a file that was created already, by an encoder of that format.
+    FileWriting(OutputFile file, const OutputFormat& format, std::unique_ptr<SoundWriter> encoder);
 
     void SetSource(StreamFormat source);
     void Write(AudioBlock block);

@@ -8,6 +8,7 @@
 extern "C" {
 #include <libavutil/channel_layout.h>
 #include <libavutil/frame.h>
+#include <libavutil/opt.h>
 #include <libavutil/samplefmt.h>
 #include <libswresample/swresample.h>
 }
@@ -110,6 +111,8 @@ std::uint64_t MaskOf(const AVFrame& frame) {
 
 }  // namespace
 
+constexpr double BassLevel = 0.5;
+
 // The way from another format to that of the stream.
 class FrameSamples::Change {
 public:
@@ -125,6 +128,11 @@ public:
         swr_alloc_set_opts2(&context, &target.Value, LibraryTypeOf(to.Kind), ToRate, &source.Value,
                             static_cast<AVSampleFormat>(Type), Rate, 0, nullptr);
         Context.reset(context);
+        if (Context) {
+            // By itself the library leaves the bass channel out and lets a mix grow beyond full scale.
+            av_opt_set_double(Context.get(), "lfe_mix_level", BassLevel, 0);
+            av_opt_set_double(Context.get(), "rematrix_maxval", 1.0, 0);
+        }
         // A layout that cannot be mixed: its frames are skipped like others that cannot be decoded.
         if (Context && swr_init(Context.get()) < 0) Context.reset();
     }

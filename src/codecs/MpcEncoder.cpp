@@ -124,6 +124,7 @@ void MpcEncoder::EncodeFromWav(const QString& wav, const QString& output) {
     Stopped = false;
     WithMemoryChecked([&] {
         PcmReader input(std::make_shared<const InputFile>(wav), MusepackInput);
+        input.GiveUpWhen([this] { return Stopped; });
         if (!IsProgramInstalled(u"mpcenc"_s)) {
             throw EncoderFailure(u"The Musepack encoder, the program mpcenc, is not installed"_s);
         }
@@ -132,7 +133,8 @@ void MpcEncoder::EncodeFromWav(const QString& wav, const QString& output) {
         ChildProcess encoder({"mpcenc", "--silent", "--quality", QByteArray::number(Chosen), "-", "-"},
                              file.Number());
         const auto ending = Feeding(encoder, input).Run([&] {
-            const ProgressCount count(input.Taken(), input.Length());
+            // A WAV without sound counts as begun, so that whoever listens can stop a program that hangs.
+            const ProgressCount count(std::max<qint64>(input.Taken(), 1), input.Length());
             if (Progress) Progress(count.Total, count.Done);
             return !Stopped;
         });

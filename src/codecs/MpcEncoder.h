@@ -19,9 +19,8 @@ public:
     // Any WAV that can be read: more channels than two are mixed to two, a rate that the format does not know
     // becomes the next higher one, or of those above 48000 Hz the one that divides it, and wide samples keep
     // 24 bits. Fails with a text for people when a file is not usable or the program is missing, ends early
-    // or cannot write all; nothing is left of the output then, nor after a stop, because a part of such a
-    // file tells a length that it does not have. A WAV that holds less than its header counts gives a good
-    // file of what is there, and fails.
+    // or cannot write all; what was written by then stays, as after a stop. A WAV that holds less than its
+    // header counts gives a good file of what is there, and fails.
     virtual void EncodeFromWav(const QString& wav, const QString& output);
     // From inside Progress: ends the program and the encoding at once. Else without effect.
     virtual void StopCodec() { Stopped = true; }

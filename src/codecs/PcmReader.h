@@ -18,6 +18,8 @@ public:
     PcmReader(std::shared_ptr<const InputFile> file, FormatChoice choose);
 
     const PcmFormat& Format() const { return Form; }
+    // What is asked while the length is counted; true ends that with a guess.
+    void GiveUpWhen(std::function<bool()> isStopped) { Reader.GivesUp = std::move(isStopped); }
     // Appends the next bytes of whole frames to `packed`. False at the end.
     bool Append(std::vector<std::byte>& packed);
 

@@ -9,9 +9,6 @@ namespace Sonmira {
 
 namespace {
 
-// Programs that write into a pipe put the largest number that they can think of: all ones, or nearly 2 GB.
-constexpr quint32 LeastUnknown = 0x7FFFF000;
-
 QByteArray BytesAt(const InputFile& file, qint64 position, qsizetype count) {
     QByteArray bytes(count, '\0');
     const auto read = file.ReadAt(
@@ -31,7 +28,7 @@ qint64 MissingWavBytes(const InputFile& file) {
         if (head.size() < 8) return 0;
         const auto size = qFromLittleEndian<quint32>(head.constData() + 4);
         if (head.startsWith("data")) {
-            const bool isKnown = size != 0 && size < LeastUnknown;
+            const bool isKnown = size != 0 && size < LeastUnknownWavSize;
             return isKnown ? std::max<qint64>(at + 8 + size - file.Size(), 0) : 0;
         }
         at += 8 + qint64{size} + size % 2;

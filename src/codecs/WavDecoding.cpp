@@ -3,6 +3,7 @@
 #include "codecs/FileWriting.h"
 #include "codecs/MediaReader.h"
 #include "codecs/MemoryChecked.h"
+#include "codecs/WavWriter.h"
 
 #include <algorithm>
 #include <limits>
@@ -37,8 +38,9 @@ bool DecodeIntoWav(QStringView path, QStringView outputPath, const SoundOpening&
         OutputFile output(outputPath);
         const std::unique_ptr<SoundReader> reader = open(std::move(input));
         const StreamFormat source = reader->Format();
-        FileWriting wav(std::move(output),
-                        PcmFormat{source.Rate, std::min(source.Channels, 2), reader->Bits()});
+        const PcmFormat format{source.Rate, std::min(source.Channels, 2), reader->Bits()};
+        FileWriting wav(std::move(output), format,
+                        std::make_unique<WavWriter>(format, WavWriter::Beyond4Gb::GrowsOn));
         wav.SetSource(source);
         bool whole = false;
         try {

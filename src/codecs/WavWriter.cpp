@@ -7,14 +7,15 @@ namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
-WavWriter::WavWriter(const PcmFormat& format, qint64 most)
-    : Format(format), Most(most), Packer(format.Bits) {}
+WavWriter::WavWriter(const PcmFormat& format, Beyond4Gb beyond, qint64 most)
+    : Format(format), Beyond(beyond), Most(most), Packer(format.Bits) {}
 
 void WavWriter::Write(const AudioBlock& block, OutputFile& file) {
     if (file.Size() == 0) file.Write(WavHeader(Format, 0));
     Packed.clear();
     Packer.Pack(block, Packed);
-    if (file.Size() - WavHeaderSize + static_cast<qint64>(Packed.size()) > Most) {
+    const qint64 size = file.Size() - WavHeaderSize + static_cast<qint64>(Packed.size());
+    if (size > Most && Beyond == Beyond4Gb::Fails) {
         throw Failure(FailureNumber::Component, u"A WAV file cannot grow beyond 4 GB"_s);
     }
     file.Write(Packed);
@@ -24,7 +25,7 @@ void WavWriter::Finish(OutputFile& file) {
     if (file.Size() == 0) file.Write(WavHeader(Format, 0));
     const qint64 dataSize = file.Size() - WavHeaderSize;
     if (dataSize % 2 != 0) file.Write(std::vector<std::byte>(1));
-    file.Patch(0, WavHeader(Format, dataSize));
+    file.Patch(0, WavHeader(Format, dataSize > Most ? UnknownWavSize : dataSize));
 }
 
 }  // namespace Sonmira

@@ -12,17 +12,22 @@ inline constexpr qint64 MostWavData = 0xFFFFFFFF - 64;
 // header of 44 bytes that every program reads. It is complete once Finish has run.
 //
 // Its sizes are 32-bit, so a file ends just below 4 GiB (6.7 hours of CD sound): Write fails there, and the
-// sound up to that point stays readable.
+// sound up to that point stays readable. One that only our own encoders read may grow on, and tells no size
+// then.
 class WavWriter final : public SoundWriter {
 public:
-    // `most` is the number of data bytes at which the file is full; only a test gives another.
-    explicit WavWriter(const PcmFormat& format, qint64 most = MostWavData);
+    enum class Beyond4Gb { Fails, GrowsOn };
+
+    // `most` is the number of data bytes that the sizes can count; only a test gives another.
+    explicit WavWriter(const PcmFormat& format, Beyond4Gb beyond = Beyond4Gb::Fails,
+                       qint64 most = MostWavData);
 
     void Write(const AudioBlock& block, OutputFile& file) override;
     void Finish(OutputFile& file) override;
 
 private:
     PcmFormat Format;
+    Beyond4Gb Beyond;
     qint64 Most;
     PcmPacker Packer;
     std::vector<std::byte> Packed;

@@ -32,7 +32,7 @@ bool InputStage::Prepare(TempWav& temp, QString& heldTitle) {
 }
 
 void InputStage::BeginDecoding(TempWav& temp, int extensionLength) {
-    temp.Path = TempWavPathFor(Run.CurrentInput, extensionLength);
+    temp.Path = FreeTempWavPathFor(Run.CurrentInput, extensionLength);
     Run.Busy = true;
 }
 

@@ -117,7 +117,7 @@ void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
 std::optional<QString> OutputStage::WavInput() {
     if (EndsInUpper(Run.CurrentInput, u"WAV")) return Run.CurrentInput;
     constexpr int ExtensionLength = 3;  // for every input, so that a longer one leaves a letter in the name
-    const QString wav = TempWavPathFor(Run.CurrentInput, ExtensionLength);
+    const QString wav = FreeTempWavPathFor(Run.CurrentInput, ExtensionLength);
     Parts.FileWenc.SetFormatPCM(Run.Frequency, Run.Channels, 16);
     TranscodeStream(Run, View, Parts, Run.CurrentInput, wav);
     if (Run.CancelAll) return std::nullopt;

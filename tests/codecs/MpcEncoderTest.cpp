@@ -171,7 +171,7 @@ TEST_F(MpcEncoderTest, WithoutTheProgramFailsAndLeavesTheFileOfAnEarlierRunAlone
     EXPECT_EQ(ContentOf(folder.Native("out.mpc")), "earlier");
 }
 
-TEST_F(MpcEncoderTest, WhoseProgramIsKilledFailsAndLeavesNothing) {
+TEST_F(MpcEncoderTest, WhoseProgramIsKilledFailsAndLeavesWhatWasWritten) {
     const TestFolder folder;
     const QString path = LongWav(folder);
     PutInPlaceOfTheEncoder(folder, "head -c 500000 >/dev/null; printf MPCK; kill -9 $$");

@@ -363,8 +363,9 @@ TEST_F(TagSafety, DamageAnywhereInATagNeverHurtsMoreThanTheTag) {
 }
 
 TEST_F(TagSafety, ThousandsOfFramesAndCommentsAreReadAndKept) {
+    constexpr int Count = UnderSanitizers ? 1000 : 10'000;
     QByteArray frames;
-    for (int n = 0; n < 10'000; ++n) {
+    for (int n = 0; n < Count; ++n) {
         const QByteArray text = '\3' + ("name" + QByteArray::number(n)) + '\0' + "value";
         frames +=
             "TXXX" + QByteArray("\0\0\0", 3) + static_cast<char>(text.size()) + QByteArray(2, '\0') + text;
@@ -379,7 +380,7 @@ TEST_F(TagSafety, ThousandsOfFramesAndCommentsAreReadAndKept) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
     const QByteArray after = ContentOf(Folder.Native("b.mp3"));
     EXPECT_TRUE(after.contains("name0")) << "the first";
-    EXPECT_TRUE(after.contains("name9999")) << "and the last";
+    EXPECT_TRUE(after.contains("name" + QByteArray::number(Count - 1))) << "and the last";
 }
 
 TEST_F(TagSafety, LongTextsAndAllOfUnicodeComeBack) {

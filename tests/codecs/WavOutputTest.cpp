@@ -1,4 +1,6 @@
 #include "Conversion.h"
+#include "codecs/InputFile.h"
+#include "codecs/WavClaim.h"
 #include "codecs/WavWriter.h"
 #include "platform/Failure.h"
 #include "support/Tool.h"
@@ -76,7 +78,7 @@ TEST(WavOutput, OfAnOddNumberOfBytesIsPaddedAsTheFormatAsks) {
 TEST(WavOutput, ThatWouldGrowBeyondItsSizeFieldsFailsAndStaysReadable) {
     const TestFolder folder;
     OutputFile file(folder.Path("out.wav"));
-    WavWriter writer(PcmFormat{44100, 2, 16}, 1000);
+    WavWriter writer(PcmFormat{44100, 2, 16}, WavWriter::Beyond4Gb::Fails, 1000);
     const AudioBlock block{SampleType::Int16, std::vector<std::byte>(400)};
     writer.Write(block, file);
     writer.Write(block, file);
@@ -85,6 +87,19 @@ TEST(WavOutput, ThatWouldGrowBeyondItsSizeFieldsFailsAndStaysReadable) {
     writer.Finish(file);
     file.Close();
     EXPECT_EQ(FramesByFfmpeg(folder.Native("out.wav"), 2), 200);
+}
+
+TEST(WavOutput, ForOurOwnEncodersGrowsOnAndTellsNoSize) {
+    const TestFolder folder;
+    OutputFile file(folder.Path("out.wav"));
+    WavWriter writer(PcmFormat{44100, 2, 16}, WavWriter::Beyond4Gb::GrowsOn, 1000);
+    const AudioBlock block{SampleType::Int16, std::vector<std::byte>(400)};
+    for (int n = 0; n < 4; ++n) writer.Write(block, file);
+    writer.Finish(file);
+    file.Close();
+    EXPECT_EQ(ContentOf(folder.Native("out.wav")).mid(40, 4), QByteArray(4, '\xFF'));
+    EXPECT_EQ(FramesByFfmpeg(folder.Native("out.wav"), 2), 400);
+    EXPECT_EQ(MissingWavBytes(InputFile(folder.Path("out.wav"))), 0);
 }
 
 }  // namespace

@@ -7,10 +7,15 @@
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "platform/Folders.h"
+#include "platform/NativePath.h"
 #include "shell/Paths.h"
 #include "support/TestFolder.h"
+#include "support/Unprivileged.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
 
 namespace Sonmira {
 namespace {
@@ -230,11 +235,42 @@ TEST_F(InputStages, AnotherStreamIsCopiedToATemporaryWavThatStays) {
 
 TEST_F(InputStages, ADecodersWavGoesToTheEncoderAndThenAway) {
     Host.Format = u"Mpc (Musepack)"_s;
+    Run.Levels.MpcQuality = 9;
     EXPECT_EQ(Convert("song.flac"), (QStringList{u"FlacCodec1"_s, u"mpcencoder1"_s}))
         << "no quality is passed on";
     EXPECT_EQ(Codecs.Encoded, QStringList{Temp(u"song.wav"_s)});
     EXPECT_FALSE(FileExists(Temp(u"song.wav"_s)));
     EXPECT_EQ(Host.Progress, 0);
+}
+
+TEST_F(InputStages, AFailedCopyLetsTheEncoderRunOnWhatIsThereAndStaysAnError) {
+    Host.Format = u"APE (MonKey's audio)"_s;
+    Host.RemoveOriginal = true;
+    Codecs.Sink.WriteFails = true;
+    EXPECT_EQ(Convert("song.mp3"), QStringList{u"Ape"_s});
+    EXPECT_EQ(Row().Icon, u"error"_s);
+    EXPECT_EQ(Row().Progress, u"line 96"_s);
+    EXPECT_TRUE(FileExists(Folder.Path("Music/song.mp3")));
+}
+
+// Of another user, say: what lies there is not the song.
+TEST_F(InputStages, WhatCannotBeRemovedFromTheTemporaryPlaceIsNeverConverted) {
+    std::filesystem::create_directories(ToNative(Temp(u"song.wav"_s)).toStdString() + "/x");
+    EXPECT_EQ(FreeTempWavPathFor(u"\\music\\song.ape"_s, 3), Temp(u"song.wav"_s)) << "a folder is no file";
+    std::filesystem::remove_all(ToNative(Temp(u"song.wav"_s)).toStdString());
+    const QByteArray temporary = qgetenv("TMPDIR");
+    Folder.MakeFile("locked/song.wav", "another song");
+    qputenv("TMPDIR", Folder.Native("locked"));
+    {
+        const Unprivileged user;
+        chmod(Folder.Native("locked").constData(), 0555);
+        EXPECT_EQ(FreeTempWavPathFor(u"\\music\\song.ape"_s, 3), QString());
+        Convert("song.ape");
+        chmod(Folder.Native("locked").constData(), 0755);
+    }
+    EXPECT_EQ(Codecs.Sink.Path, QString()) << "nothing was copied";
+    EXPECT_EQ(ContentOf(Folder.Native("locked/song.wav")), "another song");
+    qputenv("TMPDIR", temporary);
 }
 
 TEST_F(InputStages, EncodersMoveTheRowWhereItsTextChanges) {

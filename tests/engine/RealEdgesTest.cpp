@@ -56,6 +56,22 @@ TEST_F(RealEdge, AnOlderTemporaryWavOfTheSameNameIsOverwritten) {
     EXPECT_FALSE(NativeExists(Temporary(u"song.wav"_s)));
 }
 
+TEST_F(RealEdge, ALinkInTheTemporaryPlaceGivesWayAndWhatItNamesStaysWhole) {
+    TakeSource("song.flac");
+    Folder.MakeFile("other.wav", "another song");
+    for (const char* target : {"other.wav", "nowhere.wav"}) {
+        std::filesystem::create_symlink(Folder.Native(target).toStdString(),
+                                        Temporary(u"song.wav"_s).toStdString());
+        Convert(FormatName::Wav);
+        const QByteArray sound = ContentOf(Folder.Native("in.wav")).mid(44);
+        EXPECT_EQ(ContentOf(Folder.Native("out/song.wav")).indexOf(sound), 44) << target;
+        EXPECT_EQ(ContentOf(Folder.Native("other.wav")), "another song");
+        std::filesystem::remove_all(Folder.Native("out").toStdString());
+        Folder.MakeFolder("out");
+    }
+    EXPECT_FALSE(NativeExists(Folder.Native("nowhere.wav")));
+}
+
 TEST_F(RealEdge, TheTemporaryWavOfAnMp3OnItsWayToFlacStays) {
     TakeSource("song.mp3");
     Convert(FormatName::Flac);

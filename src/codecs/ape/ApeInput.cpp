@@ -16,6 +16,11 @@ namespace {
 // Head and tail are counted in 32 bits, and nobody keeps more beside the sound.
 constexpr qint64 MostVerbatim = 1LL << 30;
 
+// Beyond this a size says nothing, whatever the program takes off for its header.
+constexpr qint64 AllOnes = 0xFFFFFF00;
+// No program writes more than this behind the sound.
+constexpr qint64 MostChunks = 64LL << 20;
+
 // The bytes of a file as they are.
 class PlainInput final : public ApeInput {
 public:
@@ -25,7 +30,8 @@ public:
         const qint64 there = std::max<qint64>(File->Size() - Head, 0);
         const qint64 claimed = layout.DataClaimed;
         // Programs that write into a pipe know no size; nothing can follow the sound then.
-        const bool isUnknown = claimed > there || (claimed == 0 && !IsChunkAt(Head));
+        const bool isUnknown = claimed > there || claimed >= AllOnes || (claimed == 0 && !IsChunkAt(Head)) ||
+                               (claimed >= LeastUnknownWavSize && there - claimed > MostChunks);
         const qint64 data = isUnknown ? there : claimed;
         Count = data / Format.BlockBytes();
         // Part of a block, a padding byte and trailing chunks.
@@ -67,7 +73,8 @@ private:
 // Everything else, through the libraries' decoders.
 class DecodedInput final : public ApeInput {
 public:
-    explicit DecodedInput(QStringView path) : Reader(path) {
+    DecodedInput(QStringView path, std::function<bool()> givesUp) : Reader(path) {
+        Reader.GivesUp = std::move(givesUp);
         const StreamFormat source = Reader.Format();
         Format.Rate = source.Rate;
         Format.Channels = std::min(source.Channels, 2);
@@ -116,7 +123,7 @@ private:
 
 }  // namespace
 
-std::unique_ptr<ApeInput> OpenApeInput(QStringView path) {
+std::unique_ptr<ApeInput> OpenApeInput(QStringView path, std::function<bool()> givesUp) {
     auto file = std::make_unique<const InputFile>(path);
     const auto layout = WavLayoutOf(
         [&](qint64 position, std::span<std::byte> target) { return file->ReadFully(position, target); });
@@ -124,7 +131,7 @@ std::unique_ptr<ApeInput> OpenApeInput(QStringView path) {
         auto input = std::make_unique<PlainInput>(std::move(file), *layout);
         if (input->TailBytes() < MostVerbatim) return input;
     }
-    return std::make_unique<DecodedInput>(path);
+    return std::make_unique<DecodedInput>(path, std::move(givesUp));
 }
 
 }  // namespace Sonmira

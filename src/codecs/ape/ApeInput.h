@@ -4,6 +4,7 @@
 
 #include <QStringView>
 
+#include <functional>
 #include <memory>
 #include <span>
 
@@ -38,7 +39,8 @@ protected:
 
 // Opens a sound file at an inner path. A PCM WAV of up to two channels and 24 bits is taken as it is, header
 // and trailing chunks and all; every other sound is decoded, mixed to two channels where it has more, and
-// brought to 24 bits unless its decoder gives 16. Fails with a text.
-std::unique_ptr<ApeInput> OpenApeInput(QStringView path);
+// brought to 24 bits unless its decoder gives 16. Counting the blocks of such a sound takes time; `givesUp`
+// is asked meanwhile, and true ends it with a guess. Fails with a text.
+std::unique_ptr<ApeInput> OpenApeInput(QStringView path, std::function<bool()> givesUp = {});
 
 }  // namespace Sonmira

@@ -51,8 +51,8 @@ std::optional<Frame> StoredFrame(const ApeFileReader& ape, const InputFile& file
 Frame PlainFrame(const ApeFileReader& ape) {
     const ApeSound& sound = ape.Sound();
     const qint64 data = ape.Blocks() * sound.BlockBytes();
-    if (data > MostWavData) throw Failure(FailureNumber::Component, u"A WAV file cannot grow beyond 4 GB"_s);
-    return {WavHeader({sound.Rate, sound.Channels, sound.Bits}, data), 0, 0};
+    return {WavHeader({sound.Rate, sound.Channels, sound.Bits}, data > MostWavData ? UnknownWavSize : data),
+            0, 0};
 }
 
 void WriteTail(const InputFile& file, const Frame& frame, OutputFile& out) {
@@ -104,7 +104,8 @@ void DecodeOthers(const std::shared_ptr<const InputFile>& ape, OutputFile& out,
     MediaReader reader(ape);
     AudioBlock block = reader.Read(blockBytes);
     const StreamFormat format = reader.Format();
-    WavWriter writer({format.Rate, format.Channels, block.Type == SampleType::Int16 ? 16 : 24});
+    WavWriter writer({format.Rate, format.Channels, block.Type == SampleType::Int16 ? 16 : 24},
+                     WavWriter::Beyond4Gb::GrowsOn);
     const qint64 length = std::max<qint64>(reader.Length(), 1);
     qint64 done = 0;
     const auto finish = [&] {

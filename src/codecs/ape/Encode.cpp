@@ -32,7 +32,7 @@ std::unique_ptr<ApeFrameGroup> NextGroup(ApeInput& input, std::size_t bytes) {
 
 void EncodeApe(const QString& wav, const QString& ape, qint32 level, const ApeProgressCallback& progress,
                const qint32& killFlag, const ApeWorkers& workers) {
-    const std::unique_ptr<ApeInput> input = OpenApeInput(wav);
+    const std::unique_ptr<ApeInput> input = OpenApeInput(wav, [&killFlag] { return killFlag != 0; });
     const ApeSound& sound = input->Sound();
     const ApeLevel& shape = CheckedLevel(level, sound);
     ApeFileWriter writer(ape, shape, *input);

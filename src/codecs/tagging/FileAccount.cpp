@@ -76,7 +76,7 @@ void AddOthers(std::multiset<QByteArray>& others, const AVFormatContext& contain
 }
 
 QByteArray SumOfBytes(TagStream& file, qint64 end) {
-    constexpr qint64 Piece = 1024 * 1024;
+    constexpr qint64 Piece = 1 << 20;
     QCryptographicHash sum(QCryptographicHash::Md5);
     for (qint64 at = 0; at < end; at += Piece) sum.addData(file.Bytes(at, std::min(Piece, end - at)));
     return sum.result();

@@ -57,7 +57,7 @@ private:
                one.Track == other.Track;
     }
     void CheckFrontTag() {
-        constexpr qint64 Enough = 64 * 1024;
+        constexpr qint64 Enough = 1 << 16;
         const QByteArray tag = Stream.Bytes(0, Id3v2Size(Stream.Bytes(0, 10)));
         CheckFramesAreKept(tag);
         CheckSoundFollows(Stream.Bytes(tag.size(), Enough));

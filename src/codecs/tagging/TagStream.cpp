@@ -39,9 +39,9 @@ TagStream::TagStream(const QByteArray& file) : Name(file), File(OpenFor(file, O_
 QByteArray TagStream::Bytes(qint64 place, qint64 size) {
     const qint64 left = place < 0 ? 0 : std::max<qint64>(length() - place, 0);
     QByteArray bytes(std::clamp<qint64>(size, 0, left), '\0');
-    if (!bytes.isEmpty())
-        bytes.truncate(static_cast<qsizetype>(
-            ReadAt(File.Number(), place, bytes.data(), static_cast<std::size_t>(bytes.size()))));
+    if (bytes.isEmpty()) return bytes;
+    const auto room = static_cast<std::size_t>(bytes.size());
+    bytes.truncate(static_cast<qsizetype>(ReadAt(File.Number(), place, bytes.data(), room)));
     return bytes;
 }
 

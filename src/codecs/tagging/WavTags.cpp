@@ -26,6 +26,8 @@ using InfoTag = TagLib::RIFF::Info::Tag;
 // Texts of the list are UTF-8 today and were Latin-1 once; the library drops those.
 class InfoTexts final : public TagLib::RIFF::Info::StringHandler {
 public:
+    InfoTexts() = default;
+    virtual ~InfoTexts() = default;
     TagLib::String parse(const TagLib::ByteVector& data) const override {
         const QString text = FromNarrow(QByteArray(data.data(), static_cast<qsizetype>(data.size())));
         if (!HoldsRawBytes(text)) return StringHandler::parse(data);

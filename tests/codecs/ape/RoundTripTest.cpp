@@ -1,11 +1,16 @@
 #include "Judges.h"
 #include "Signals.h"
 #include "codecs/ApeFunctions.h"
+#include "codecs/ape/ApeInput.h"
 #include "codecs/ape/Encode.h"
 #include "platform/Failure.h"
 #include "support/TestFolder.h"
 
+#include <QtEndian>
+
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace Sonmira {
 namespace {
@@ -159,6 +164,27 @@ TEST(ApeEncoding, OfASourceOfUnknownSizeGoesToItsEnd) {
         wav.replace(40, 4, size);
         Compressed(folder, wav, 1000);
         EXPECT_TRUE(ApeByFfmpeg(folder.Native("out.ape"), 16).Pcm == wav.mid(HeaderBytes));
+    }
+}
+
+// A hole in the file stands for the sound.
+TEST(ApeEncoding, TakesSoundBehindASizeThatCannotCountItForSound) {
+    const TestFolder folder;
+    constexpr qint64 Sound = 4'500'000'000;
+    struct Claim {
+        quint32 Size;
+        qint64 There;
+        bool IsUnknown;
+    };
+    for (const auto& [size, there, isUnknown] :
+         {Claim{0xFFFFFFFF, Sound, true}, Claim{0x7FFFF000, Sound, true},
+          Claim{0x80000000, 0x80000000 + 1000, false}}) {
+        QByteArray header = WavOf(MakeSilence(44100, 2, 0), WavKind::Signed16);
+        qToLittleEndian(size, header.data() + 40);
+        const QString path = folder.MakeFile("in.wav", header);
+        std::filesystem::resize_file(folder.Native("in.wav").toStdString(),
+                                     static_cast<std::uintmax_t>(44 + there));
+        EXPECT_EQ(OpenApeInput(path)->Blocks(), (isUnknown ? there : qint64{size}) / 4) << size;
     }
 }
 
