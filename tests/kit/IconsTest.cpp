@@ -177,6 +177,7 @@ TEST_F(Icons, EachFormatHasADrawingOfItsOwn) {
         EXPECT_EQ(FormatIcon(ending.toString().toUpper()).pixmap(16).toImage(), picture);
         pictures += picture;
     }
+    EXPECT_EQ(FormatIcon(u".Flac").pixmap(16).toImage(), FormatIcon(u"flac").pixmap(16).toImage());
     EXPECT_EQ(FormatIcon(u"mp+").pixmap(16).toImage(), FormatIcon(u"mpc").pixmap(16).toImage());
 }
 
