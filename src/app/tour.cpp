@@ -15,13 +15,13 @@
 #include "shell/widgets/PathBox.h"
 #include "ui/BatchConverter.h"
 #include "ui/Theme.h"
+#include "ui/TabStrip.h"
 
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
-#include <QTabWidget>
 #include <QTimer>
 #include <QToolBar>
 #include <QtTest/QTest>

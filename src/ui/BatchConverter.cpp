@@ -13,11 +13,12 @@
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/PathBox.h"
+#include "ui/MainWindowLayout.h"
+#include "ui/TabStrip.h"
 
 #include <QAction>
 #include <QCheckBox>
 #include <QLabel>
-#include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -29,6 +30,9 @@ namespace {
 
 constexpr int FolderDialogTitleLine = 18;
 
+// In this size every caption has its whole text, in each of the languages.
+constexpr QSize UsualSize(1080, 700);
+
 }  // namespace
 
 BatchConverter::BatchConverter()
@@ -39,7 +43,8 @@ BatchConverter::BatchConverter()
       Languages(*Controls.Languer),
       TagPage(Controls.TagPage, Codecs.Tags) {
     setObjectName(u"BatchConverter"_s);
-    resize(960, 640);
+    new MainWindowLayout(*this, Controls);
+    resize(UsualSize);
     ConnectEvents();
     ConnectCollectionEvents();
     ConnectShellCommands();
@@ -76,7 +81,7 @@ void BatchConverter::ConnectEvents() {
         // A run that still checks its first file is not busy yet and writes into its row all the same.
         if (InputsFree() || Items.ScanRunning) ClearRowsWhenIdle(Run, RunShown);
     });
-    OnEvent(Controls.SSTab1, &QTabWidget::currentChanged, this, [this] { SSTab1_Click(); });
+    OnEvent(Controls.SSTab1, &QTabBar::currentChanged, this, [this] { SSTab1_Click(); });
 }
 
 void BatchConverter::NewConversion() {
@@ -119,7 +124,8 @@ void BatchConverter::StartSelectionRun() {
 
 void BatchConverter::SSTab1_Click() {
     TagPage.HideMemory();
-    if (Controls.SSTab1->currentWidget() != Controls.TagPage.Picture2) return;
+    Controls.ShowPage();
+    if (!Controls.ShowsTagPage()) return;
     TagPage.Open();
     // True for files as well as folders, so that only a file that has gone is tried here; a file that is
     // there is shown at the next click on it.

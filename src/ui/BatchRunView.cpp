@@ -1,6 +1,7 @@
 #include "ui/BatchRunView.h"
 
 #include "formats/OutputPanel.h"
+#include "kit/MyProgressBar.h"
 #include "library/widgets/FileList.h"
 #include "platform/EventLoop.h"
 #include "platform/NativePath.h"
@@ -11,7 +12,6 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 
 namespace Sonmira {
 
@@ -78,7 +78,7 @@ void BatchRunView::ShowDuration(const QString& text) {
     Form.LabelDuration->setText(text);
 }
 void BatchRunView::ShowProgress(int percent) {
-    Form.mpb->setValue(percent);
+    Form.mpb->SetValue(percent);
 }
 
 PanelTag BatchRunView::GetPanelTag() const {

@@ -5,6 +5,7 @@
 #include "shell/LanguageFiles.h"
 #include "tags/TagMemory.h"
 #include "ui/BatchConverterForm.h"
+#include "ui/TabStrip.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -12,7 +13,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QToolButton>
 
 namespace Sonmira {

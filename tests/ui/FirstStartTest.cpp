@@ -3,10 +3,10 @@
 #include "shell/widgets/FailureReport.h"
 #include "shell/widgets/Form1.h"
 #include "shell/widgets/Main.h"
+#include "ui/TabStrip.h"
 
 #include <QListWidget>
 #include <QMenu>
-#include <QTabWidget>
 
 namespace Sonmira {
 namespace {

@@ -2,12 +2,12 @@
 #include "platform/ShellLaunch.h"
 #include "shell/widgets/FailureReport.h"
 #include "tags/TagMemory.h"
+#include "ui/TabStrip.h"
 
 #include <QGroupBox>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QTabWidget>
 
 namespace Sonmira {
 namespace {

@@ -62,7 +62,6 @@ FileList::FileList(QWidget* parent) : QTableView(parent) {
     verticalHeader()->setDefaultSectionSize(22);
     QHeaderView* const header = horizontalHeader();
     header->setHighlightSections(false);
-    header->setSectionResizeMode(FileListModel::FilenameColumn, QHeaderView::Stretch);
     header->resizeSection(FileListModel::TrackColumn, 1235 / 15);
     header->resizeSection(FileListModel::ProgressColumn, 3175 / 15);
 }
