@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QImage>
 #include <QLabel>
-#include <QPixmap>
 
 namespace Sonmira {
 
@@ -34,9 +34,17 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void Draw(qint32 value);
+    class Text;
+
+    // Puts the text in the middle.
+    void Centre();
+    // Where the fill ends, in logical pixels from where it starts to grow; 0 without a fill.
+    int FillEnd() const;
 
     qint32 CurrentValue = 0;
+    // The bar as it was last put together, and for what.
+    QImage Drawn;
+    QList<double> DrawnFor;
 };
 
 }  // namespace Sonmira

@@ -116,10 +116,15 @@ Q_SIGNALS:
 protected:
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
-    void childEvent(QChildEvent* event) override;
 
 private:
     friend class SplitterBar;
+    friend class AccessibleSplitterBar;
+
+    // While one of these is done, it is not begun again. This is what lets the two wanted positions follow
+    // each other, and the bar and its ratio, without an end.
+    enum Doing : unsigned { SettingPosition = 1, SettingRatio = 2, MovingBar = 4, SettingCurrentRatio = 8 };
+    class Once;
 
     struct Stored {
         qint32 BorderStyle = 0;
@@ -135,9 +140,33 @@ private:
         bool LiveUpdate = true;
     };
     struct DragState {
-        int Start;
-        int Grab;
+        int Start;  // where the bar was
+        int Grab;   // where in the bar the pointer holds it
     };
+
+    bool IsDoing(Doing what) const { return (Flags & what) != 0; }
+    bool IsLying() const { return Geometry.Orientation == 1; }
+    int Length() const;
+    int Across() const;
+    QRect OnScreen(const QRect& twips) const;
+
+    void WritePosition(int position);
+    void MoveBar(int position);
+    void SetCurrentRatio(float ratio);
+    void ApplyMaintain();
+    void ResizeControl();
+    void LayOut();
+    void PlaceBar();
+    void GiveAll(const PropertyStore& store, int standardPosition);
+
+    void StartDrag(const QPoint& pointer);
+    void ContinueDrag(const QPoint& pointer);
+    void EndDrag();
+    void CancelDrag();
+    // Ends a drag whose end nobody will tell; the bar stays where it is.
+    void AbandonDrag();
+    // Moves the bar as a drag over so many logical pixels does.
+    void Step(int pixels);
 
     Stored Values;
     SplitterGeometry Geometry;
@@ -145,6 +174,7 @@ private:
     int Position = 0;
     int Cross = 0;
     float CurrentRatio = 0;
+    unsigned Flags = 0;
     bool LayoutEnabled = false;
     std::optional<DragState> Drag;
 };

@@ -1,9 +1,9 @@
 #include "library/widgets/ConversionTree.h"
 
+#include "kit/Icons.h"
 #include "library/CollectionView.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
-#include "platform/widgets/FileIcons.h"
 #include "shell/Paths.h"
 
 #include <QDragEnterEvent>
