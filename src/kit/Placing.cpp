@@ -76,6 +76,8 @@ void Placing::Mirror() {
 }
 
 QRect Placing::RoomOf(const QWidget* control) const {
+    if (!Container.isRightToLeft()) return control->geometry();
+    // From where it is on the screen its distance from the right edge cannot be told while that edge moves.
     const auto placed = Placed.constFind(control);
     return placed != Placed.cend() ? placed.value() : OnScreen(control->geometry());
 }

@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QGroupBox>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QToolBar>
 
 namespace Sonmira {
@@ -27,9 +28,9 @@ constexpr Button Buttons[] = {{u"Copy Tag Information", u"tag-copy"},
                               {u"Paste Tag Information", u"tag-paste"},
                               {u"Show Tag in memory", u"tag-show"},
                               {},
-                              {u"Cancel", u"cancel"},
+                              {u"Cancel", u"tag-cancel"},
                               {},
-                              {u"Save Tag", u"save"}};
+                              {u"Save Tag", u"tag-save"}};
 
 }  // namespace
 
@@ -39,6 +40,7 @@ TagPanelForm::TagPanelForm(QWidget& window) {
     Picture2->setObjectName(u"Picture2"_s);
     Toolbar2 = new QToolBar(Picture2);
     Toolbar2->setObjectName(u"Toolbar2"_s);
+    Toolbar2->setAccessibleName(u"Tag commands"_s);
     Toolbar2->setIconSize(QSize(20, 20));
     int n = 0;
     for (const Button& button : Buttons) {

@@ -13,11 +13,13 @@
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/PathBox.h"
+#include "tags/TagMemory.h"
 #include "ui/MainWindowLayout.h"
 #include "ui/TabStrip.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QToolBar>
 #include <QToolButton>
@@ -38,7 +40,8 @@ constexpr QSize UsualSize(1080, 700);
 BatchConverter::BatchConverter()
     : Controls(*this),
       CollectionShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
-      RunShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
+      News(*this),
+      RunShown(Controls, News, [this](bool enabled) { SetControlsEnabled(enabled); }),
       FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run),
       Languages(*Controls.Languer),
       TagPage(Controls.TagPage, Codecs.Tags) {
@@ -113,13 +116,27 @@ void BatchConverter::AddDrop(const QStringList& paths) {
 }
 
 void BatchConverter::StartRun() {
-    if (InputsFree()) JobDriver(Run, RunShown, Codecs.Parts(), Items).RunAllConversions();
+    if (!InputsFree()) return;
+    const RunNews::Session session(News);
+    JobDriver(Run, RunShown, Codecs.Parts(), Items).RunAllConversions();
 }
 
 void BatchConverter::StartSelectionRun() {
     if (!InputsFree()) return;
+    const RunNews::Session session(News);
     SelectionDriver driver(Run, RunShown, Codecs.Parts(), Items);
     driver.ConvertNode(SelectedKey());
+}
+
+// Escape comes here where nothing that has the focus took it.
+void BatchConverter::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || event->modifiers() != Qt::NoModifier) {
+        QMainWindow::keyPressEvent(event);
+    } else if (Controls.TagPage.Picture4->isVisible()) {
+        TagPage.HideMemory();
+    } else {
+        Controls.ToolbarButton(6)->trigger();  // the stop: does nothing while there is nothing to stop
+    }
 }
 
 void BatchConverter::SSTab1_Click() {

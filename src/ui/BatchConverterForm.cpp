@@ -14,6 +14,7 @@
 #include "ui/TabStrip.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QLabel>
 #include <QPainter>
 #include <QStatusBar>
@@ -104,13 +105,27 @@ BatchConverterForm::BatchConverterForm(QMainWindow& window) : BatchMenus(window)
     StatusBar1 = Named(window.statusBar(), u"StatusBar1"_s);
     StatusBar1->setSizeGripEnabled(false);
     StatusPanel1 = Caption(StatusBar1, u"StatusPanel1"_s, {});
+    StatusPanel1->setAccessibleName(u"Status"_s);
     StatusPanel1->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     StatusBar1->addWidget(StatusPanel1, 1);
     OrderTabs();
+    CaptionsChanged();
 }
 
 QAction* BatchConverterForm::ToolbarButton(int n) const {
     return Toolbar1->actions().at(n - 1);
+}
+
+void BatchConverterForm::CaptionsChanged() {
+    GiveLetters();
+    // A button and its command in the menu are two; the keys stand with the command.
+    const std::pair<int, QAction*> commands[] = {{1, mynew},      {2, addfile}, {3, adddirectory},
+                                                 {5, ConvertAll}, {6, cancel},  {8, about}};
+    for (const auto& [button, command] : commands) {
+        const QString keys = command->shortcut().toString(QKeySequence::NativeText);
+        const QString caption = ToolbarButton(button)->text();
+        ToolbarButton(button)->setToolTip(keys.isEmpty() ? caption : u"%1 (%2)"_s.arg(caption, keys));
+    }
 }
 
 bool BatchConverterForm::ShowsTagPage() const {
@@ -136,6 +151,7 @@ void BatchConverterForm::BuildToolbar(QMainWindow& window) {
                                          {},
                                          {u"Information", u"information"}};
     Toolbar1 = Named(window.addToolBar(u"Toolbar1"_s), u"Toolbar1"_s);
+    Toolbar1->setAccessibleName(u"Commands"_s);
     Toolbar1->setMovable(false);
     Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu);
     Toolbar1->setIconSize(QSize(24, 24));
@@ -170,6 +186,7 @@ void BatchConverterForm::BuildCollection() {
 
 void BatchConverterForm::BuildPages() {
     SSTab1 = Named(new TabStrip(Splitter1), u"SSTab1"_s);
+    SSTab1->setAccessibleName(u"Pages"_s);
     SSTab1->addTab(OwnIcon(u"convert"), u"Conversion information"_s);
     SSTab1->addTab(OwnIcon(u"tag"), u"Tag information"_s);
 
@@ -218,19 +235,15 @@ void BatchConverterForm::BuildSplitter(QMainWindow& /*window*/) {
     Splitter1->ReadProperties(store);
 }
 
+// In the order in which they are read. The panel and the tag page keep the order of their own.
 void BatchConverterForm::OrderTabs() const {
-    QWidget* const order[] = {TreeView1,
-                              Splitter1->findChild<QWidget*>(u"picSplitter"_s),
-                              SSTab1,
-                              Picture9->CheckOutPath,
-                              ListViewFiles,
-                              ClearImg,
-                              StopImg};
-    for (std::size_t n = 1; n < std::size(order); ++n) {
-        // The panel and the tag page keep the order of their own.
-        QWidget* const before = order[n] == ListViewFiles ? Picture9->Check2 : order[n - 1];
-        if (before != nullptr && order[n] != nullptr) QWidget::setTabOrder(before, order[n]);
-    }
+    QWidget* const bar = Splitter1->findChild<QWidget*>(u"picSplitter"_s);
+    QWidget::setTabOrder(TreeView1, bar);
+    QWidget::setTabOrder(bar, SSTab1);
+    QWidget::setTabOrder(SSTab1, Picture9->CheckOutPath);
+    QWidget::setTabOrder(Picture9->Check2, ClearImg);
+    QWidget::setTabOrder(ClearImg, StopImg);
+    QWidget::setTabOrder(StopImg, ListViewFiles);
 }
 
 }  // namespace Sonmira

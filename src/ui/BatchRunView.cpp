@@ -8,6 +8,7 @@
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/PathBox.h"
 #include "ui/BatchConverterForm.h"
+#include "ui/RunNews.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -67,6 +68,7 @@ void BatchRunView::ScrollToRow(int row) {
 
 void BatchRunView::ShowCount(const QString& text) {
     Form.Label29->setText(text);
+    News.Count(text);
 }
 void BatchRunView::ShowFolder(const QString& text) {
     Form.Label30->setText(ShownPath(text));
@@ -79,6 +81,7 @@ void BatchRunView::ShowDuration(const QString& text) {
 }
 void BatchRunView::ShowProgress(int percent) {
     Form.mpb->SetValue(percent);
+    News.Progress(percent);
 }
 
 PanelTag BatchRunView::GetPanelTag() const {

@@ -7,13 +7,14 @@
 namespace Sonmira {
 
 struct BatchConverterForm;
+class RunNews;
 
 // What a run reads and shows, on the main window.
 class BatchRunView final : public RunView {
 public:
-    // `lockInputs` is what SetControlsEnabled does.
-    BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs)
-        : Form(form), LockInputs(std::move(lockInputs)) {}
+    // `lockInputs` is what SetControlsEnabled does. The others outlive the view.
+    BatchRunView(BatchConverterForm& form, RunNews& news, std::function<void(bool enabled)> lockInputs)
+        : Form(form), News(news), LockInputs(std::move(lockInputs)) {}
 
     QString TextOutPath() const override;
     void SetTextOutPath(const QString& folder) override;
@@ -43,6 +44,7 @@ public:
 
 private:
     BatchConverterForm& Form;
+    RunNews& News;
     std::function<void(bool)> LockInputs;
 };
 

@@ -108,6 +108,7 @@ void ApplyLanguage(const QString& path, BatchConverterForm& form) {
     rows.SetHeader(FileListModel::TrackColumn, line[61]);
     rows.SetHeader(FileListModel::FilenameColumn, line[26]);
     rows.SetHeader(FileListModel::ProgressColumn, line[74]);
+    form.CaptionsChanged();
 }
 
 }  // namespace Sonmira

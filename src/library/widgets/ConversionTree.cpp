@@ -1,16 +1,19 @@
 #include "library/widgets/ConversionTree.h"
 
 #include "kit/Icons.h"
+#include "kit/Palette.h"
 #include "library/CollectionView.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
 #include "shell/Paths.h"
 
 #include <QDragEnterEvent>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
+#include <QToolTip>
 #include <QUrl>
 
 namespace Sonmira {
@@ -21,6 +24,7 @@ namespace {
 
 constexpr int KeyRole = Qt::UserRole;
 constexpr int NumberRole = Qt::UserRole + 1;
+constexpr int NodeMargin = 5;  // around image and text of a node
 
 int ButtonNumber(Qt::MouseButton button) {
     return button == Qt::RightButton ? 2 : 1;
@@ -33,6 +37,7 @@ ConversionTree::ConversionTree(QWidget* parent) : QTreeWidget(parent) {
     setUniformRowHeights(true);  // without it the cost of a row grows with the number of rows above it
     setAcceptDrops(true);
     setDragDropMode(QAbstractItemView::DropOnly);
+    setIconSize(QSize(16, 16));
 }
 
 void ConversionTree::ResetToRoot() {
@@ -102,7 +107,7 @@ void ConversionTree::AddNode(const QString& parentKey, const QString& key, const
 
 void ConversionTree::GetIcon(const QString& path) {
     const QString key = ExtensionOf(path);
-    if (!Images.Contains(key)) Images.Add(key, OwnIcon(u"audio-file"));
+    if (!Images.Contains(key)) Images.Add(key, FormatIcon(key));
 }
 
 void ConversionTree::GetIcon4(const QString& path) {
@@ -152,6 +157,29 @@ void ConversionTree::paintEvent(QPaintEvent* event) {
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin),
                      Qt::AlignCenter | Qt::TextWordWrap, EmptyHint);
+}
+
+// A selected row has a bar of the accent at its start.
+void ConversionTree::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                             const QModelIndex& index) const {
+    QTreeWidget::drawRow(painter, options, index);
+    if (!selectionModel()->isSelected(index)) return;
+    constexpr int Bar = 3;
+    const int left = isRightToLeft() ? viewport()->width() - Bar : 0;
+    painter->fillRect(left, options.rect.top(), Bar, options.rect.height(), CurrentPalette().Accent);
+}
+
+// A name that has not room enough is told whole.
+bool ConversionTree::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QTreeWidgetItem* const node = itemAt(help->pos());
+    const QString text = node == nullptr ? QString() : node->text(0);
+    const QRect room = node == nullptr ? QRect() : visualItemRect(node);
+    const int wanted = fontMetrics().horizontalAdvance(text) + iconSize().width() + 2 * NodeMargin;
+    const bool isCut = wanted > room.width() || !viewport()->rect().contains(room);
+    QToolTip::showText(help->globalPos(), isCut ? text : QString(), viewport(), room);
+    return true;
 }
 
 void ConversionTree::dragEnterEvent(QDragEnterEvent* event) {

@@ -66,6 +66,9 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                 const QModelIndex& index) const override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     static QString KeyOf(const QTreeWidgetItem* node);
