@@ -113,7 +113,7 @@ void OutputPanel::PlaceControls() {
 
     int captions = 0;
     for (const QLabel* caption : {Label5, Label6, Label7}) {
-        captions = qMax(captions, ToTwips(caption->sizeHint().width()));
+        captions = qMax(captions, ToTwips(caption->sizeHint().width() + 2));
     }
     int n = 0;
     for (QLabel* caption : {Label5, Label6, Label7}) {

@@ -8,6 +8,7 @@
 #include "shell/widgets/ChoiceList.h"
 
 #include <QBoxLayout>
+#include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -55,9 +56,11 @@ TagFields::TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& c
     frame.setTitle(u"Tag Version"_s);
     infoGenre->setEditable(true);
     infoGenre->setInsertPolicy(QComboBox::NoInsert);
+    auto* versions = new QButtonGroup(&frame);  // makes them one stop of the tab key
     for (std::size_t index = 0; index < Option1.size(); ++index) {
         Option1[index] = Named(new QRadioButton(index == 0 ? u"ID3v1"_s : u"ID3v2"_s, &frame),
                                QString(u"Option1_%1"_s).arg(index));
+        versions->addButton(Option1[index]);
     }
     Option1[0]->setChecked(true);
     const auto fields = InOrder();

@@ -33,6 +33,11 @@ constexpr int MostPitch = 480;
 constexpr int ButtonHeight = 390;
 constexpr int FootHeight = ButtonHeight + 90;
 
+// The room that a caption wants, and a little more, since letters reach over their own room at times.
+int HintOf(const QLabel* label) {
+    return ToTwips(label->sizeHint().width() + 2);
+}
+
 }  // namespace
 
 bool TagPage::event(QEvent* event) {
@@ -87,7 +92,7 @@ void TagPage::PlaceControls() {
 
     int captions = 0;
     for (std::size_t n = 0; n < fields.Captions.size(); ++n) {
-        if (n != GenreTextPlace) captions = qMax(captions, ToTwips(fields.Captions[n]->sizeHint().width()));
+        if (n != GenreTextPlace) captions = qMax(captions, HintOf(fields.Captions[n]));
     }
     const int column = Margin + captions + 120;
     const int pitch = RowPitch();
@@ -102,7 +107,7 @@ void TagPage::PlaceControls() {
             // The list has a share of the row that leaves the text behind it the larger part.
             const int list = qMax(scaled(1350), (Inside.Width() - column - Margin) * 3 / 8);
             const int text = column + list + 120;
-            const int caption = ToTwips(fields.Captions[GenreTextPlace]->sizeHint().width());
+            const int caption = HintOf(fields.Captions[GenreTextPlace]);
             Inside.SetWidth(all[n], list);
             Inside.Place(fields.Captions[GenreTextPlace], text, top, caption, height);
             Inside.Place(fields.infoGenreS, text + caption + 120, top, Inside.Width(fields.infoGenreS),

@@ -176,10 +176,10 @@ void BatchConverterForm::BuildCollection() {
     TreeView1->setFrameShape(QFrame::NoFrame);
     TreeView1->SetEmptyHint(u"Drop audio files and folders here"_s);
     Line2 = Line(Picture7, u"Line2"_s);
-    Image3 = Named(new IconBox(Picture7, OwnIcon(u"folder")), u"Image3"_s);
+    Image3 = Named(new IconBox(Picture7, OwnIcon(u"folder"), 15), u"Image3"_s);
     Label1 = Caption(Picture7, u"Label1"_s, u"Directories:"_s);
     LabelDirCount = Heading(Picture7, u"LabelDirCount"_s);
-    Image4 = Named(new IconBox(Picture7, OwnIcon(u"audio-file")), u"Image4"_s);
+    Image4 = Named(new IconBox(Picture7, OwnIcon(u"audio-file"), 15), u"Image4"_s);
     Label2 = Caption(Picture7, u"Label2"_s, u"Files:"_s);
     Label4 = Heading(Picture7, u"Label4"_s);
 }
@@ -220,7 +220,7 @@ void BatchConverterForm::BuildRun() {
     Label30 = Caption(Picture5, u"Label30"_s, {});
     Label30->setContentsMargins(0, 0, 8, 0);
     Label29 = Heading(Picture5, u"Label29"_s);
-    Label29->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    Label29->setAlignment(Qt::AlignTrailing | Qt::AlignTop);
     mpb = Named(new MyProgressBar(Picture5), u"mpb"_s);
     mpb->setAccessibleName(u"Progress of the current file"_s);
 }

@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QStyleFactory>
 #include <QStyleOption>
+#include <QTabBar>
 
 namespace Sonmira {
 
@@ -25,6 +26,8 @@ constexpr int TabHeight = 30;
 constexpr int ToolbarButtonWidth = 58;
 constexpr int ToolbarButtonHeight = 50;
 constexpr int ScrollExtent = 12;
+constexpr int TabMargin = 8;
+constexpr int FieldMargin = 4;  // beyond the one of the field itself
 constexpr int LeastThumb = 24;
 
 bool Is(const QStyleOption* option, QStyle::StateFlag state) {
@@ -208,6 +211,15 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
             QProxyStyle::drawControl(element, &quiet, painter, widget);
             return;
         }
+        case CE_ItemViewItem: {
+            const auto* item = qstyleoption_cast<const QStyleOptionViewItem*>(option);
+            if (item == nullptr || item->direction != Qt::RightToLeft) break;
+            // Names of files and paths read from the left, whatever stands around them.
+            QStyleOptionViewItem name = *item;
+            name.text.prepend(QChar(0x200E));
+            QProxyStyle::drawControl(element, &name, painter, widget);
+            return;
+        }
         case CE_TabBarTabShape:
             return DrawTab(*option, *painter);
         case CE_TabBarTabLabel:
@@ -245,15 +257,30 @@ void CalmStyle::DrawTabLabel(const QStyleOption& option, QPainter& painter, cons
     const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(&option);
     if (tab == nullptr) return;
     const Palette& colors = CurrentPalette();
-    QStyleOptionTab label = *tab;
-    label.state &= ~QStyle::State(State_HasFocus);  // the ring around the tab tells it
     const bool isSelected = Is(&option, State_Selected);
-    label.palette.setColor(QPalette::WindowText, isSelected ? colors.AccentText : colors.Secondary);
+    QPalette palette = tab->palette;
+    palette.setColor(QPalette::WindowText, !IsEnabled(tab) ? colors.Disabled
+                                           : isSelected    ? colors.AccentText
+                                                           : colors.Secondary);
+    QRect room = tab->rect.adjusted(TabMargin, 0, -TabMargin, -2);
+    const auto mirrored = [&](const QRect& part) { return visualRect(tab->direction, tab->rect, part); };
+    if (!tab->icon.isNull()) {
+        QRect icon(room.topLeft(), tab->iconSize);
+        icon.moveTop(room.center().y() - icon.height() / 2);
+        tab->icon.paint(&painter, mirrored(icon), Qt::AlignCenter,
+                        IsEnabled(tab) ? QIcon::Normal : QIcon::Disabled);
+        room.setLeft(icon.right() + TabMargin);
+    }
+    // The text of the option was cut for usual letters; the bar has it whole.
+    const auto* bar = qobject_cast<const QTabBar*>(widget);
+    const int index = bar == nullptr ? -1 : bar->tabAt(tab->rect.center());
     painter.save();
     QFont font = painter.font();
     font.setBold(isSelected);
     painter.setFont(font);
-    QProxyStyle::drawControl(CE_TabBarTabLabel, &label, &painter, widget);
+    drawItemText(&painter, mirrored(room),
+                 int(visualAlignment(tab->direction, Qt::AlignLeft)) | Qt::AlignVCenter | Qt::TextShowMnemonic,
+                 palette, true, index < 0 ? tab->text : bar->tabText(index), QPalette::WindowText);
     painter.restore();
 }
 
@@ -324,8 +351,21 @@ void CalmStyle::drawItemText(QPainter* painter, const QRect& room, int flags, co
     QProxyStyle::drawItemText(painter, room, flags, palette, enabled, shown, role);
 }
 
+QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option,
+                                const QWidget* widget) const {
+    const QRect room = QProxyStyle::subElementRect(element, option, widget);
+    const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
+    const bool isField = element == SE_LineEditContents && frame != nullptr && frame->lineWidth > 0;
+    return isField ? room.adjusted(FieldMargin, 0, -FieldMargin, 0) : room;
+}
+
 QRect CalmStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                                 const QWidget* widget) const {
+    if (control == CC_ComboBox && part == SC_ComboBoxEditField) {
+        const QRect room = QProxyStyle::subControlRect(control, option, part, widget);
+        return visualRect(option->direction, option->rect,
+                          visualRect(option->direction, option->rect, room).adjusted(FieldMargin - 1, 0, 0, 0));
+    }
     const auto* bar = qstyleoption_cast<const QStyleOptionSlider*>(option);
     if (control != CC_ScrollBar || bar == nullptr)
         return QProxyStyle::subControlRect(control, option, part, widget);
@@ -405,7 +445,7 @@ int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
         case PM_ScrollBarExtent:
             return ScrollExtent;
         case PM_TabBarTabHSpace:
-            return 20;
+            return 2 * TabMargin;
         case PM_TabBarTabShiftVertical:
         case PM_TabBarTabShiftHorizontal:
         case PM_TabBarTabOverlap:

@@ -22,6 +22,8 @@ public:
                             const QWidget* widget) const override;
     void drawItemText(QPainter* painter, const QRect& room, int flags, const QPalette& palette, bool enabled,
                       const QString& text, QPalette::ColorRole role) const override;
+    QRect subElementRect(SubElement element, const QStyleOption* option,
+                         const QWidget* widget) const override;
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
                          const QWidget* widget) const override;
     QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,

@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOption>
@@ -19,6 +20,23 @@ struct ShownText {
     QString Text;
     int Room;
 };
+
+QStyleOptionFrame OptionOf(const QLineEdit& field) {
+    QStyleOptionFrame option;
+    option.initFrom(&field);
+    option.lineWidth =
+        field.hasFrame() ? field.style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &option, &field) : 0;
+    option.state |= QStyle::State_Sunken;
+    if (field.isReadOnly()) option.state |= QStyle::State_ReadOnly;
+    return option;
+}
+
+QRect RoomOf(const QLineEdit& field, const QStyleOptionFrame& option) {
+    constexpr int OwnMargin = 2;
+    return field.style()
+        ->subElementRect(QStyle::SE_LineEditContents, &option, &field)
+        .adjusted(OwnMargin, 0, -OwnMargin, 0);
+}
 
 ShownText TextOf(const QWidget& control) {
     if (const auto* label = qobject_cast<const QLabel*>(&control)) {
@@ -51,10 +69,22 @@ ShownText TextOf(const QWidget& control) {
         return {list->currentText(), field.width()};
     }
     if (const auto* field = qobject_cast<const QLineEdit*>(&control)) {
-        constexpr int Margins = 8;
-        return {field->text(), field->contentsRect().width() - Margins};
+        const QStyleOptionFrame option = OptionOf(*field);
+        return {field->text(), RoomOf(*field, option).width()};
     }
     return {};
+}
+
+// A field that nobody types in shows what is cut as a label does; a path keeps both ends.
+void PaintCut(QLineEdit& field, const QString& text) {
+    const QStyleOptionFrame option = OptionOf(field);
+    QPainter painter(&field);
+    field.style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, &field);
+    const QRect room = RoomOf(field, option);
+    const Qt::TextElideMode mode = text.startsWith(u'/') ? Qt::ElideMiddle : Qt::ElideRight;
+    painter.setPen(field.palette().color(QPalette::Text));
+    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine,
+                     field.fontMetrics().elidedText(text, mode, room.width()));
 }
 
 class Teller : public QObject {
@@ -63,11 +93,22 @@ public:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Paint) return PaintIfCut(*watched);
         if (event->type() != QEvent::ToolTip) return false;
         auto* const control = static_cast<QWidget*>(watched);
         const QString cut = control->toolTip().isEmpty() ? CutTextOf(*control) : QString();
         if (cut.isEmpty()) return false;
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), cut, control);
+        return true;
+    }
+
+private:
+    static bool PaintIfCut(QObject& watched) {
+        auto* const field = qobject_cast<QLineEdit*>(&watched);
+        if (field == nullptr || field->hasFocus() || !field->hasFrame()) return false;
+        const QString cut = CutTextOf(*field);
+        if (cut.isEmpty()) return false;
+        PaintCut(*field, cut);
         return true;
     }
 };

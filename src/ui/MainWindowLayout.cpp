@@ -34,8 +34,9 @@ constexpr int LineOfText = 225;
 // so that the cards end where the tree ends.
 constexpr int PageTop = 570;
 
+// The room that a caption wants, and a little more, since letters reach over their own room at times.
 int HintOf(const QLabel* label) {
-    return ToTwips(label->sizeHint().width());
+    return ToTwips(label->sizeHint().width() + 2);
 }
 
 }  // namespace
@@ -93,9 +94,11 @@ void MainWindowLayout::PlaceAll() {
 void MainWindowLayout::PlaceWindow() {
     const auto scaled = [this](int twips) { return InWindow.Scaled(twips); };
     Splitter& splitter = *Form.Splitter1;
-    splitter.SetMaxSize(scaled(6500));
-    splitter.SetMinSize1(scaled(2000));
-    splitter.SetMinSize2(scaled(6500));
+    if (splitter.MinSize2() != scaled(6500)) {
+        splitter.SetMaxSize(scaled(6500));
+        splitter.SetMinSize1(scaled(2000));
+        splitter.SetMinSize2(scaled(6500));
+    }
     InWindow.Place(&splitter, 60, 120, InWindow.Width(&splitter), InWindow.Height(&splitter));
     for (QWidget* page : {Form.Picture1, Form.TagPage.Picture2}) {
         InSplitter.Place(page, InSplitter.Left(page), scaled(PageTop), InSplitter.Width(page),
@@ -143,7 +146,8 @@ void MainWindowLayout::PlacePicture5() {
     In5.Place(Form.Label28, 120, In5.Top(Form.Label28), HintOf(Form.Label28), line);
     In5.Place(Form.Label30, folder, In5.Top(Form.Label30), In5.Width(Form.Label30), line);
     const int count = ToTwips(Form.Label29->fontMetrics().horizontalAdvance(u"00000 / 00000"_s));
-    In5.Place(Form.Label29, In5.Left(Form.Label29), In5.Top(Form.Label29), count, line);
+    // As much higher as the rule puts the folder above it, so that both stand on one line.
+    In5.Place(Form.Label29, In5.Left(Form.Label29), In5.Top(Form.Label29), count, line + 30);
     Picture5Resized();
 }
 
@@ -164,7 +168,7 @@ void MainWindowLayout::PlacePicture7() {
         In7.Place(count, counts, In7.Top(count), In7.Width(count), line);
     }
     for (IconBox* image : {Form.Image3, Form.Image4}) {
-        In7.Place(image, 120, In7.Top(image), IconEdge, IconEdge);
+        In7.Place(image, 120, In7.Top(image), IconEdge, line);
     }
     Picture7Resized();
 }

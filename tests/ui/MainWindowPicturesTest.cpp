@@ -63,7 +63,7 @@ protected:
                             WavOf(MakeTone(44100, 2, 44100, 440), WavKind::Signed16));
         }
         Folder.MakeFile("Music/Demos 2004/guitar take 1.flac", "no sound");
-        MakeLongWav("Music/Field recordings/harbour at night, the whole of it.wav", 30);
+        MakeLongWav("Music/Live at the Pier/04 - Harbour lights.wav", 8);
         Folder.MakeFile("Music/Field recordings/train.ogg", "no sound");
         Open();
         UnhookMinMaxInfo(*Window);
@@ -104,9 +104,7 @@ protected:
     }
     static void Keep(const QImage& sheet, const QString& name) {
         const QString folder = qEnvironmentVariable("SONMIRA_PICTURES");
-        // Few colours are enough for a flat look, and make a small file.
-        const QImage small = sheet.convertToFormat(QImage::Format_Indexed8, Qt::ThresholdDither);
-        if (!folder.isEmpty()) small.save(folder + u'/' + name + u".png"_s);
+        if (!folder.isEmpty()) sheet.save(folder + u'/' + name + u".png"_s);
     }
 
     // Controls that lie in the same one do not lie over each other, and none reaches out of it.
@@ -140,9 +138,10 @@ protected:
         QTimer poll;
         QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
             const int last = Rows().RowCount();
-            if (last < 6 || Progress(last).chopped(2).toInt() < 3) return;
+            if (last < 7 || Progress(last).chopped(2).toInt() < 42) return;
             poll.stop();
             acted = true;
+            Panel().TextOutPath->setText(u"/home/ana/Music/Converted"_s);
             act();
             ClickToolbar(6);
         });

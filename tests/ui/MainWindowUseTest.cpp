@@ -307,7 +307,11 @@ TEST_F(MainWindowUse, AFieldIsNamedByItsCaption) {
         return QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name);
     };
     EXPECT_EQ(nameOf(Panel().TextOutPath), Panel().Label5->text());
-    EXPECT_EQ(nameOf(Panel().ComboOutFormat), Panel().Label6->text());
+    // A list is called by what it shows, and tells by a relation which caption is its own.
+    const auto relations = QAccessible::queryAccessibleInterface(Panel().ComboOutFormat)->relations();
+    ASSERT_EQ(relations.size(), 1);
+    EXPECT_EQ(relations[0].first->object(), Panel().Label6);
+    EXPECT_EQ(relations[0].second, QAccessible::Label);
     EXPECT_EQ(nameOf(Form().TagPage.Fields->infoYear), u"Year:"_s);
     EXPECT_EQ(nameOf(Form().mpb), u"Progress of the current file"_s);
 }
