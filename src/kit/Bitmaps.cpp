@@ -31,6 +31,11 @@ void FillRounded(QPainter& painter, const QRectF& room, double radius, const QBr
     painter.drawRoundedRect(room, radius, radius);
 }
 
+// Smoothed edges are not quite the same on both sides; the ends shall be.
+QImage Opposite(const QImage& end) {
+    return end.mirrored(true, false);
+}
+
 // A whole card of three by three pieces, which is then cut up: so the pieces fit each other at any scale.
 QImage WholeCard(const DeviceGrid& grid, const Palette& palette) {
     const int tile = grid.At(Tile);
@@ -58,8 +63,8 @@ CardBitmaps DrawCard(const DeviceGrid& grid, const Palette& palette) {
     const auto piece = [&](int column, int row) {
         return card.copy(column * width, row * height, width, height);
     };
-    return {piece(0, 0), piece(1, 0), piece(2, 0), piece(0, 1), piece(1, 1),
-            piece(2, 1), piece(0, 2), piece(1, 2), piece(2, 2)};
+    return {piece(0, 0),           piece(1, 0), Opposite(piece(0, 0)), piece(0, 1),          piece(1, 1),
+            Opposite(piece(0, 1)), piece(0, 2), piece(1, 2),           Opposite(piece(0, 2))};
 }
 
 BarBitmaps DrawBar(const DeviceGrid& grid, const Palette& palette) {
@@ -83,7 +88,8 @@ BarBitmaps DrawBar(const DeviceGrid& grid, const Palette& palette) {
         const int width = whole.width() / 3;
         return whole.copy(column * width, 0, width, whole.height());
     };
-    return {cut(frame, 0), cut(frame, 1), cut(frame, 2), cut(fill, 0), cut(fill, 1), cut(fill, 2)};
+    return {cut(frame, 0), cut(frame, 1), Opposite(cut(frame, 0)),
+            cut(fill, 0),  cut(fill, 1),  Opposite(cut(fill, 0))};
 }
 
 template <class Bitmaps>

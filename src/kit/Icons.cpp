@@ -108,13 +108,13 @@ QIcon FormatIcon(QStringView ending) {
         QStringView Drawing;
     };
     static constexpr Format Formats[] = {
-        {u"aac", u"format-aac"},   {u"m4a", u"format-alac"},  {u"mp4", u"format-alac"},
-        {u"alac", u"format-alac"}, {u"ape", u"format-ape"},   {u"apl", u"format-ape"},
-        {u"mac", u"format-ape"},   {u"flac", u"format-flac"}, {u"mp3", u"format-mp3"},
-        {u"mpc", u"format-mpc"},   {u"mp+", u"format-mpc"},   {u"mpp", u"format-mpc"},
-        {u"ogg", u"format-ogg"},   {u"wav", u"format-wav"},   {u"wma", u"format-wma"}};
+        {u"aac", u"format-aac"}, {u"alac", u"format-alac"}, {u"ape", u"format-ape"},
+        {u"apl", u"format-ape"}, {u"flac", u"format-flac"}, {u"mp3", u"format-mp3"},
+        {u"mpc", u"format-mpc"}, {u"mp+", u"format-mpc"},   {u"ogg", u"format-ogg"},
+        {u"wav", u"format-wav"}, {u"wma", u"format-wma"}};
+    const QStringView letters = ending.startsWith(u'.') ? ending.sliced(1) : ending;
     for (const Format& format : Formats) {
-        if (ending.compare(format.Ending, Qt::CaseInsensitive) == 0) return OwnIcon(format.Drawing);
+        if (letters.compare(format.Ending, Qt::CaseInsensitive) == 0) return OwnIcon(format.Drawing);
     }
     return OwnIcon(u"audio-file");
 }

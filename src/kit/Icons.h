@@ -15,7 +15,7 @@ namespace Sonmira {
 // icons of the two programs, sonmira and audiotool.
 QIcon OwnIcon(QStringView name);
 
-// The drawing for files with this ending ("flac", in any case, without a dot): that of its format, or
+// The drawing for files with this ending ("flac" or ".flac", in any case): that of its format, or
 // "audio-file" for any other.
 QIcon FormatIcon(QStringView ending);
 
