@@ -86,6 +86,7 @@ QSize OutputPanel::sizeHint() const {
 bool OutputPanel::event(QEvent* event) {
     switch (event->type()) {
         case QEvent::LayoutRequest:
+        case QEvent::Show:
         case QEvent::FontChange:
         case QEvent::LayoutDirectionChange:
             PlaceControls();

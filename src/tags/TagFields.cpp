@@ -8,7 +8,6 @@
 #include "shell/widgets/ChoiceList.h"
 
 #include <QBoxLayout>
-#include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -56,11 +55,15 @@ TagFields::TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& c
     frame.setTitle(u"Tag Version"_s);
     infoGenre->setEditable(true);
     infoGenre->setInsertPolicy(QComboBox::NoInsert);
-    auto* versions = new QButtonGroup(&frame);  // makes them one stop of the tab key
     for (std::size_t index = 0; index < Option1.size(); ++index) {
         Option1[index] = Named(new QRadioButton(index == 0 ? u"ID3v1"_s : u"ID3v2"_s, &frame),
                                QString(u"Option1_%1"_s).arg(index));
-        versions->addButton(Option1[index]);
+        // The one that is chosen is the stop of the tab key; the arrow keys reach the other.
+        QObject::connect(Option1[index], &QRadioButton::toggled, Option1[index],
+                         [option = Option1[index]](bool on) {
+                             option->setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
+                         });
+        Option1[index]->setFocusPolicy(Qt::ClickFocus);
     }
     Option1[0]->setChecked(true);
     const auto fields = InOrder();

@@ -43,6 +43,7 @@ int HintOf(const QLabel* label) {
 bool TagPage::event(QEvent* event) {
     switch (event->type()) {
         case QEvent::LayoutRequest:
+        case QEvent::Show:
         case QEvent::FontChange:
         case QEvent::LayoutDirectionChange:
             PlaceControls();

@@ -417,10 +417,10 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             if (tab == nullptr) return size;
             // The selected tab is bold; all are as wide as if they were.
             QFont bold = widget != nullptr ? widget->font() : QFont();
-            const int usual = QFontMetrics(bold).horizontalAdvance(tab->text);
             bold.setBold(true);
-            const int wanted = QFontMetrics(bold).horizontalAdvance(tab->text);
-            return {size.width() + wanted - usual, qMax(size.height(), TabHeight)};
+            const int text = QFontMetrics(bold).size(Qt::TextShowMnemonic, tab->text).width() + 2;
+            const int icon = tab->icon.isNull() ? 0 : tab->iconSize.width() + TabMargin;
+            return {text + icon + 2 * TabMargin, qMax(size.height(), TabHeight)};
         }
         case CT_ToolButton: {
             const auto* button = qstyleoption_cast<const QStyleOptionToolButton*>(option);

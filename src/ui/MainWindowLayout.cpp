@@ -68,7 +68,8 @@ bool MainWindowLayout::eventFilter(QObject* watched, QEvent* event) {
             if (watched == Form.Picture1) Picture1Resized();
             break;
         case QEvent::LayoutRequest:
-            // A caption has changed and wants more room, or less.
+        case QEvent::Show:
+            // A caption has changed and wants more room, or less; one that is not shown tells nobody.
             if (watched == Form.Picture1) PlacePicture1();
             if (watched == Form.Picture5) PlacePicture5();
             if (watched == Form.Picture7) PlacePicture7();
