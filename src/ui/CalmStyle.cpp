@@ -427,7 +427,7 @@ QSize CalmStyle::sizeFromContents(ContentsType type, const QStyleOption* option,
             const bool isOfToolbar = widget != nullptr && IsOfWindow(widget->parentWidget());
             if (button == nullptr || !isOfToolbar || button->toolButtonStyle != Qt::ToolButtonTextUnderIcon)
                 return size;
-            return QSize(contents.width() + 14, contents.height() + 10)
+            return QSize(contents.width() + 8, contents.height() + 10)
                 .expandedTo(QSize(ToolbarButtonWidth, ToolbarButtonHeight));
         }
         default:
@@ -458,6 +458,8 @@ int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
             return IsOfWindow(widget) ? 2 : 0;
         case PM_ToolBarItemSpacing:
             return 2;
+        case PM_ToolBarSeparatorExtent:
+            return 9;
         default:
             return QProxyStyle::pixelMetric(metric, option, widget);
     }

@@ -151,12 +151,30 @@ void ConversionTree::keyPressEvent(QKeyEvent* event) {
 
 void ConversionTree::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
-    if (EmptyHint.isEmpty() || NodeCount() > 1) return;
-    constexpr int Margin = 16;
     QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!EmptyHint.isEmpty() && NodeCount() <= 1) PaintHint(painter);
+    if (!IsDropPlace) return;
+    constexpr double Radius = 6;
+    painter.setPen(QPen(CurrentPalette().Accent, 2, Qt::DashLine, Qt::RoundCap));
+    painter.drawRoundedRect(QRectF(viewport()->rect()).adjusted(4, 4, -4, -4), Radius, Radius);
+}
+
+// A large drawing in the middle, and the hint below it.
+void ConversionTree::PaintHint(QPainter& painter) const {
+    constexpr int Margin = 16;
+    constexpr int Edge = 48;
+    const QRect room = viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin);
+    const QRect text = painter.boundingRect(room, Qt::AlignHCenter | Qt::TextWordWrap, EmptyHint);
+    const int height = Edge + Margin + text.height();
+    if (height > room.height() - 2 * Edge) return;
+    const int top = room.top() + (room.height() - height) / 2;
+    painter.setOpacity(0.75);
+    OwnIcon(u"add-directory").paint(&painter, room.center().x() - Edge / 2, top, Edge, Edge);
+    painter.setOpacity(1);
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin),
-                     Qt::AlignCenter | Qt::TextWordWrap, EmptyHint);
+    painter.drawText(QRect(room.left(), top + Edge + Margin, room.width(), text.height()),
+                     Qt::AlignHCenter | Qt::TextWordWrap, EmptyHint);
 }
 
 // A selected row has a bar of the accent at its start.
@@ -190,9 +208,22 @@ void ConversionTree::dragMoveEvent(QDragMoveEvent* event) {
     if (!event->mimeData()->hasUrls()) return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
+    ShowDropPlace(true);
+}
+
+void ConversionTree::dragLeaveEvent(QDragLeaveEvent* event) {
+    QTreeWidget::dragLeaveEvent(event);
+    ShowDropPlace(false);
+}
+
+void ConversionTree::ShowDropPlace(bool shown) {
+    if (IsDropPlace == shown) return;
+    IsDropPlace = shown;
+    viewport()->update();
 }
 
 void ConversionTree::dropEvent(QDropEvent* event) {
+    ShowDropPlace(false);
     QStringList paths;
     for (const QUrl& url : event->mimeData()->urls()) {
         const QString path = PathFromUrl(url);

@@ -61,6 +61,7 @@ Q_SIGNALS:
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -74,6 +75,8 @@ private:
     static QString KeyOf(const QTreeWidgetItem* node);
     void Remember(const QString& key, QTreeWidgetItem* node);
     void ForgetBelow(const QTreeWidgetItem* node);
+    void PaintHint(QPainter& painter) const;
+    void ShowDropPlace(bool shown);
     // The node whose text or image lies there; not its arrow or the room beside it.
     QTreeWidgetItem* NodeAt(const QPoint& position) const;
 
@@ -81,7 +84,8 @@ private:
     ImageList Images;
     QString EmptyHint;
     quint64 LastNumber = 0;
-    NodeReference Pressed;  // where the mouse button went down
+    bool IsDropPlace = false;  // something that can be dropped is held over the tree
+    NodeReference Pressed;     // where the mouse button went down
 };
 
 }  // namespace Sonmira
