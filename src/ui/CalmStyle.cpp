@@ -124,9 +124,13 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             return;
         }
         case PE_FrameFocusRect: {
-            // In a list the selected row tells where the keyboard is.
+            // In a list the selected row tells where the keyboard is, and a thin line where none is selected.
             const bool isRow = qobject_cast<const QAbstractItemView*>(widget) != nullptr;
-            if (!isRow || !Is(option, State_Selected)) Shapes::FocusRing(*painter, option->rect);
+            if (!isRow) {
+                Shapes::FocusRing(*painter, option->rect);
+            } else if (!Is(option, State_Selected)) {
+                Shapes::Box(*painter, option->rect, Qt::transparent, colors.Border, 3);
+            }
             return;
         }
         case PE_IndicatorCheckBox:
@@ -471,6 +475,7 @@ int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
         case SH_ItemView_ShowDecorationSelected:
             return 1;
         case SH_EtchDisabledText:
+        case SH_DialogButtonBox_ButtonsHaveIcons:
         case SH_DitherDisabledText:
             return 0;
         default:

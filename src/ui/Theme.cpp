@@ -1,5 +1,6 @@
 #include "ui/Theme.h"
 
+#include "kit/Icons.h"
 #include "kit/Palette.h"
 #include "ui/CalmStyle.h"
 
@@ -27,6 +28,7 @@ void ApplyTheme(QApplication& application) {
         palette.setColor(QPalette::Disabled, role, colors.Disabled);
     }
     QApplication::setPalette(palette);
+    QApplication::setWindowIcon(OwnIcon(u"sonmira"));
 }
 
 }  // namespace Sonmira

@@ -97,14 +97,16 @@ protected:
     Picture Take(const QString& title) {
         QTest::qWait(40);
         ExpectNothingOverlaps(title);
-        const QString folder = qEnvironmentVariable("SONMIRA_PICTURES");
-        const QImage image = Window->grab().toImage();
-        if (!folder.isEmpty()) image.save(folder + u"/window-"_s + QString(title).replace(u' ', u'-') + u".png"_s);
-        return {title, image};
+        return {title, LookAt(QString(title).remove(u',').replace(u' ', u'-'))};
     }
-    static void Keep(const QImage& sheet, const QString& name) {
+    QImage LookAt(const QString& name) {
+        const QImage image = Window->grab().toImage();
+        Keep(image, u"window-"_s + name);
+        return image;
+    }
+    static void Keep(const QImage& image, const QString& name) {
         const QString folder = qEnvironmentVariable("SONMIRA_PICTURES");
-        if (!folder.isEmpty()) sheet.save(folder + u'/' + name + u".png"_s);
+        if (!folder.isEmpty()) image.save(folder + u'/' + name + u".png"_s);
     }
 
     // Controls that lie in the same one do not lie over each other, and none reaches out of it.
@@ -183,6 +185,12 @@ TEST_F(MainWindowPictures, InLightAndDarkOnBothPages) {
             for (const int tab : {0, 1}) {
                 Form().SSTab1->setCurrentIndex(tab);
                 all.append(Take(u"%1, page %2"_s.arg(dark ? u"dark"_s : u"light"_s).arg(tab + 1)));
+                if (tab == 0) continue;
+                Form().TagPage.ToolbarButton(1)->trigger();
+                Form().TagPage.ToolbarButton(3)->trigger();
+                QTest::qWait(40);
+                LookAt(u"memory-%1"_s.arg(dark ? u"dark"_s : u"light"_s));
+                Form().TagPage.ToolbarButton(3)->trigger();
             }
             Form().SSTab1->setCurrentIndex(0);
         }
