@@ -5,6 +5,7 @@
 // settings too, lies below FOLDER.
 #include "codecs/AudioFile.h"
 #include "formats/OutputPanel.h"
+#include "kit/CadreDesign.h"
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
 #include "platform/NarrowText.h"
@@ -123,7 +124,7 @@ public:
         Picture("3-added");
         ChooseOutput();
         Picture("4-format-chosen");
-        HelpPicture(*Window.Form().Picture9, Root, "formats");
+        HelpPicture(*Window.Form().Picture9Frame, Root, "formats");
         Convert();
         Picture("6-converted");
         const bool converted = EveryRowConverted();

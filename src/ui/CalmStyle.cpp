@@ -297,19 +297,64 @@ void CalmStyle::drawComplexControl(ComplexControl control, const QStyleOptionCom
             return DrawSpin(*option, *painter, widget);
         case CC_ScrollBar:
             return DrawScroll(*option, *painter, widget);
-        case CC_GroupBox: {
-            const auto* box = qstyleoption_cast<const QStyleOptionGroupBox*>(option);
-            if (box == nullptr || !box->features.testFlag(QStyleOptionFrame::Flat)) break;
-            // A flat group is a line of controls with its caption before them.
-            drawItemText(painter, box->rect, int(visualAlignment(box->direction, Qt::AlignLeft)) |
-                             Qt::AlignVCenter | Qt::TextSingleLine,
-                         box->palette, IsEnabled(option), box->text, QPalette::WindowText);
-            return;
-        }
+        case CC_Slider:
+            return DrawSlider(*option, *painter, widget);
+        case CC_GroupBox:
+            return DrawGroup(*option, *painter);
         default:
-            break;
+            QProxyStyle::drawComplexControl(control, option, painter, widget);
     }
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+// A card with its caption above; a flat group is a line of controls with its caption before them.
+void CalmStyle::DrawGroup(const QStyleOptionComplex& option, QPainter& painter) const {
+    const auto* group = qstyleoption_cast<const QStyleOptionGroupBox*>(&option);
+    if (group == nullptr) return;
+    const bool isFlat = group->features.testFlag(QStyleOptionFrame::Flat);
+    QRect caption = group->rect;
+    if (!isFlat) {
+        constexpr int Gap = 2;
+        caption.setHeight(group->text.isEmpty() ? 0 : group->fontMetrics.height());
+        const Palette& colors = CurrentPalette();
+        Shapes::Box(painter, group->rect.adjusted(0, caption.height() + Gap, 0, 0), colors.Surface,
+                    colors.CardBorder, 6);
+    }
+    drawItemText(&painter, caption,
+                 int(visualAlignment(group->direction, Qt::AlignLeft)) | Qt::AlignVCenter | Qt::TextSingleLine,
+                 group->palette, IsEnabled(&option), group->text, QPalette::WindowText);
+}
+
+void CalmStyle::DrawSlider(const QStyleOptionComplex& option, QPainter& painter,
+                           const QWidget* widget) const {
+    const auto* slider = qstyleoption_cast<const QStyleOptionSlider*>(&option);
+    if (slider == nullptr) return;
+    if (slider->subControls.testFlag(SC_SliderTickmarks)) {
+        QStyleOptionSlider ticks = *slider;
+        ticks.subControls = SC_SliderTickmarks;
+        QProxyStyle::drawComplexControl(CC_Slider, &ticks, &painter, widget);
+    }
+    const Palette& colors = CurrentPalette();
+    const QColor accent = IsEnabled(&option) ? colors.Accent : colors.Disabled;
+    const QRectF handle = proxy()->subControlRect(CC_Slider, &option, SC_SliderHandle, widget);
+    QRectF groove = proxy()->subControlRect(CC_Slider, &option, SC_SliderGroove, widget);
+    constexpr double Thickness = 4;
+    QRectF done;
+    if (slider->orientation == Qt::Horizontal) {
+        groove = {groove.left(), handle.center().y() - Thickness / 2, groove.width(), Thickness};
+        done = groove;
+        (slider->upsideDown ? done.setLeft(handle.center().x()) : done.setRight(handle.center().x()));
+    } else {
+        groove = {handle.center().x() - Thickness / 2, groove.top(), Thickness, groove.height()};
+        done = groove;
+        (slider->upsideDown ? done.setBottom(handle.center().y()) : done.setTop(handle.center().y()));
+    }
+    Shapes::Box(painter, groove, colors.Track, Qt::transparent, Thickness / 2);
+    Shapes::Box(painter, done, accent, Qt::transparent, Thickness / 2);
+    constexpr double Knob = 14;
+    QRectF knob(0, 0, Knob, Knob);
+    knob.moveCenter(handle.center());
+    Shapes::Box(painter, knob, colors.Field, accent, Knob / 2, 2);
+    if (Is(&option, State_HasFocus)) Shapes::FocusRing(painter, knob.adjusted(-3, -3, 3, 3), Knob / 2 + 3);
 }
 
 void CalmStyle::DrawCombo(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {

@@ -36,6 +36,8 @@ private:
     static void DrawTab(const QStyleOption& option, QPainter& painter);
     void DrawTabLabel(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
     void DrawCombo(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
+    void DrawGroup(const QStyleOptionComplex& option, QPainter& painter) const;
+    void DrawSlider(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
     void DrawSpin(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
     void DrawScroll(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;
 };
