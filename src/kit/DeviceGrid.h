@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Sonmira {
@@ -17,15 +18,16 @@ struct DeviceGrid {
     bool operator==(const DeviceGrid&) const = default;
 };
 
-// Where a control lies on the pixels of what it is painted on.
-struct DevicePlace {
+// The room of a control on the pixels of what it is painted on.
+struct DeviceRoom {
     DeviceGrid Grid;
-    QRect Pixels;
+    QSize Pixels;
 };
 
-// Makes the painter count in the pixels of its device, from the device's origin, and tells where the control
-// of that logical size lies there.
-inline DevicePlace CountInDevicePixels(QPainter& painter, const QSize& size) {
+// Makes the painter count in the pixels of its device and tells the room that the control of that logical
+// size has there. At odd scales the control begins between two pixels; whole pictures are put on the nearest
+// one, and the room is counted from it to the pixel nearest to the end.
+inline DeviceRoom CountInDevicePixels(QPainter& painter, const QSize& size) {
     const QTransform device = painter.deviceTransform();
     const double scale = device.m11();
     const int left = static_cast<int>(std::floor(device.dx() + 0.5));
@@ -33,9 +35,7 @@ inline DevicePlace CountInDevicePixels(QPainter& painter, const QSize& size) {
     const int right = static_cast<int>(std::floor(device.dx() + size.width() * scale + 0.5));
     const int bottom = static_cast<int>(std::floor(device.dy() + size.height() * scale + 0.5));
     painter.scale(1 / scale, 1 / scale);
-    // The device's own offset is no whole pixel at odd scales.
-    painter.translate(left - device.dx(), top - device.dy());
-    return {{scale}, QRect(0, 0, right - left, bottom - top)};
+    return {{scale}, QSize(right - left, bottom - top)};
 }
 
 }  // namespace Sonmira

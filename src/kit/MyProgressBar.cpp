@@ -109,7 +109,7 @@ void MyProgressBar::paintEvent(QPaintEvent* /*event*/) {
     const QList<double> drawnFor = {grid.Scale, double(pixels.width()), double(pixels.height()),
                                     double(CurrentValue), double(CurrentPalette().IsDark)};
     if (drawnFor != DrawnFor) {
-        Drawn = PutTogether(grid, pixels.size(), width(), CurrentValue);
+        Drawn = PutTogether(grid, pixels, width(), CurrentValue);
         DrawnFor = drawnFor;
     }
     painter.drawImage(0, 0, isRightToLeft() ? Drawn.mirrored(true, false) : Drawn);

@@ -95,7 +95,7 @@ void SplitterBar::paintEvent(QPaintEvent* event) {
     painter.setBrush(isMarked ? palette.Accent : palette.Border);
     const QPointF centre = QRectF(rect()).center();
     for (int n = 0; n < Dots; ++n) {
-        const double away = (n - Dots / 2) * Pitch;
+        const int away = (n - Dots / 2) * Pitch;
         painter.drawEllipse(IsBarLying(Owner) ? centre + QPointF(away, 0) : centre + QPointF(0, away), Radius,
                             Radius);
     }

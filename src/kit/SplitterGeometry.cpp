@@ -11,12 +11,14 @@ int SplitterGeometry::CrossSize(int across) const {
 
 float SplitterGeometry::RatioFromPosition(int length, int position) const {
     if (length < 1) return 0;
-    return static_cast<float>(static_cast<double>(position + SplitterSize / 2) / length);
+    const int middle = position + SplitterSize / 2;
+    return static_cast<float>(static_cast<double>(middle) / length);
 }
 
 int SplitterGeometry::PositionFromRatio(int length, float ratio) const {
     // The mode of the processor that nothing here changes rounds a tie to the even number.
-    return static_cast<int>(std::nearbyint(static_cast<double>(length) * ratio - SplitterSize / 2));
+    const int half = SplitterSize / 2;
+    return static_cast<int>(std::nearbyint(static_cast<double>(length) * ratio - half));
 }
 
 // The order of the steps is what decides between limits that cannot all be kept.
