@@ -350,7 +350,7 @@ void CalmStyle::DrawSlider(const QStyleOptionComplex& option, QPainter& painter,
     }
     Shapes::Box(painter, groove, colors.Track, Qt::transparent, Thickness / 2);
     Shapes::Box(painter, done, accent, Qt::transparent, Thickness / 2);
-    constexpr double Knob = 14;
+    constexpr double Knob = 12;
     QRectF knob(0, 0, Knob, Knob);
     knob.moveCenter(handle.center());
     Shapes::Box(painter, knob, colors.Field, accent, Knob / 2, 2);
