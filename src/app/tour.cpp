@@ -15,8 +15,8 @@
 #include "shell/widgets/Main.h"
 #include "shell/widgets/PathBox.h"
 #include "ui/BatchConverter.h"
-#include "ui/Theme.h"
 #include "ui/TabStrip.h"
+#include "ui/Theme.h"
 
 #include <QApplication>
 #include <QFileDialog>

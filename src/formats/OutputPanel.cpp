@@ -71,9 +71,9 @@ OutputPanel::OutputPanel(QWidget* parent)
     for (QWidget* detail : Details()) detail->setAccessibleName(u"Format parameter"_s);
     ShowDetail(TextOutFormat);
     // In reading order; of the details only one is there at a time.
-    const QList<QWidget*> order = {CheckOutPath,   TextOutPath,        CmdSelectPath,  ComboOutFormat,
-                                   TextOutFormat,  CmdFormatParameter, ComboWmaFormat, ComboAPEFormat,
-                                   ComboFLACFormat, ComboMPCFormat,    Check2};
+    const QList<QWidget*> order = {CheckOutPath,    TextOutPath,        CmdSelectPath,  ComboOutFormat,
+                                   TextOutFormat,   CmdFormatParameter, ComboWmaFormat, ComboAPEFormat,
+                                   ComboFLACFormat, ComboMPCFormat,     Check2};
     for (qsizetype n = 1; n < order.size(); ++n) setTabOrder(order[n - 1], order[n]);
     PlaceControls();
 }
@@ -142,14 +142,14 @@ void OutputPanel::FollowWidth() {
         for (QWidget* control : {CmdSelectPath, CmdFormatParameter}) {
             Inside.SetLeft(control, Inside.Width() - Inside.Width(CmdSelectPath) - 150);
         }
-        Inside.SetWidth(TextOutPath, Inside.Width() - Inside.Left(TextOutPath) -
-                                         Inside.Width(CmdSelectPath) - 150 - 150);
+        Inside.SetWidth(TextOutPath,
+                        Inside.Width() - Inside.Left(TextOutPath) - Inside.Width(CmdSelectPath) - 150 - 150);
         Inside.SetWidth(ComboOutFormat, Inside.Width(TextOutPath));
         for (QWidget* list : {ComboAPEFormat, ComboFLACFormat}) {
             Inside.SetWidth(list, Inside.Width(ComboOutFormat));
         }
-        for (QWidget* control : std::initializer_list<QWidget*>{ComboWmaFormat, ComboMPCFormat,
-                                                                TextOutFormat, CheckOutPath, Check2}) {
+        for (QWidget* control : std::initializer_list<QWidget*>{ComboWmaFormat, ComboMPCFormat, TextOutFormat,
+                                                                CheckOutPath, Check2}) {
             Inside.SetWidth(control, Inside.Width(TextOutPath));
         }
     });

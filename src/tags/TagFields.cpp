@@ -68,8 +68,8 @@ TagFields::TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& c
     Option1[0]->setChecked(true);
     const auto fields = InOrder();
     for (std::size_t n = 0; n < fields.size(); ++n) {
-        Captions[n] = Named(new QLabel(QString::fromUtf16(DesignCaptions[n]), &holder),
-                            QStringView(captionNames[n]));
+        Captions[n] =
+            Named(new QLabel(QString::fromUtf16(DesignCaptions[n]), &holder), QStringView(captionNames[n]));
         Captions[n]->setBuddy(fields[n]);
     }
 }

@@ -26,8 +26,8 @@ using TagCaptionNames = std::array<const char16_t*, TagFieldCount>;
 // are filled and saved.
 class TagFields {
 public:
-    // Makes the fields and their captions on `holder`, and the choice of the version on `frame`, which becomes
-    // "Tag Version". They have no places yet.
+    // Makes the fields and their captions on `holder`, and the choice of the version on `frame`, which
+    // becomes "Tag Version". They have no places yet.
     TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& captionNames);
 
     // Gives everything a place in `frame`, one below the other.

@@ -228,9 +228,12 @@ void BatchConverterForm::BuildRun() {
 void BatchConverterForm::BuildSplitter(QMainWindow& /*window*/) {
     // As it was stored with the window; what is not in the store has its default.
     PropertyStore store;
-    store.Entries = {{u"SplitterColor"_s, 0x8000000FU}, {u"SplitterPos"_s, 5610},
-                     {u"Child1"_s, u"Picture7"_s},      {u"Child2"_s, u"SSTab1"_s},
-                     {u"MaxSize"_s, 6500},              {u"MinSize1"_s, 2000},
+    store.Entries = {{u"SplitterColor"_s, 0x8000000FU},
+                     {u"SplitterPos"_s, 5610},
+                     {u"Child1"_s, u"Picture7"_s},
+                     {u"Child2"_s, u"SSTab1"_s},
+                     {u"MaxSize"_s, 6500},
+                     {u"MinSize1"_s, 2000},
                      {u"MinSize2"_s, 6500}};
     Splitter1->ReadProperties(store);
 }

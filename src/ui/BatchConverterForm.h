@@ -31,8 +31,8 @@ struct BatchConverterForm : BatchMenus {
     // Button n of the toolbar, counted from 1; 4 and 7 are separators.
     QAction* ToolbarButton(int n) const;
 
-    // Brings up to date what hangs on the captions: the letters of the menus, the tool tips of the toolbar. To
-    // be called after they have changed.
+    // Brings up to date what hangs on the captions: the letters of the menus, the tool tips of the toolbar.
+    // To be called after they have changed.
     void CaptionsChanged();
 
     // Whether the second tab is selected.

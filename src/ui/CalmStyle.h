@@ -33,6 +33,8 @@ public:
                   QStyleHintReturn* returned) const override;
 
 private:
+    static constexpr int FieldMargin = 4;  // of the text in a field, beyond the field's own
+
     static void DrawTab(const QStyleOption& option, QPainter& painter);
     void DrawTabLabel(const QStyleOption& option, QPainter& painter, const QWidget* widget) const;
     void DrawCombo(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const;

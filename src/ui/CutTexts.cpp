@@ -123,10 +123,9 @@ QString CutTextOf(const QWidget& control) {
 
 void TellCutTexts(QWidget& control) {
     static Teller teller;
-    const bool hasText = qobject_cast<QLabel*>(&control) != nullptr ||
-                         qobject_cast<QAbstractButton*>(&control) != nullptr ||
-                         qobject_cast<QComboBox*>(&control) != nullptr ||
-                         qobject_cast<QLineEdit*>(&control) != nullptr;
+    const bool hasText =
+        qobject_cast<QLabel*>(&control) != nullptr || qobject_cast<QAbstractButton*>(&control) != nullptr ||
+        qobject_cast<QComboBox*>(&control) != nullptr || qobject_cast<QLineEdit*>(&control) != nullptr;
     if (!hasText) return;
     control.removeEventFilter(&teller);
     control.installEventFilter(&teller);

@@ -139,7 +139,8 @@ void MainWindowLayout::PlacePicture5() {
     for (QToolButton* button : {Form.StopImg, Form.ClearImg}) {
         In5.Place(button, In5.Left(button), 45, 345, 315);
     }
-    In5.Place(Form.ListViewFiles, 15, CardBody, In5.Width(Form.ListViewFiles), In5.Height(Form.ListViewFiles));
+    In5.Place(Form.ListViewFiles, 15, CardBody, In5.Width(Form.ListViewFiles),
+              In5.Height(Form.ListViewFiles));
     In5.Place(Form.Line1, 0, In5.Top(Form.Line1), In5.Width(Form.Line1), 15);
     In5.Place(Form.mpb, 90, In5.Top(Form.mpb), In5.Width(Form.mpb), ToTwips(MyProgressBar::DesignHeight));
     const int line = scaled(LineOfText);
@@ -201,20 +202,15 @@ void MainWindowLayout::FollowSplitter(const std::function<void(const std::functi
     rule([&] { InSplitter.SetWidth(pages[1], InSplitter.Width(pages[0])); });
     rule([&] { In1.SetWidth(Form.Picture5, InSplitter.Width(pages[0]) - 2 * In1.Left(Form.Picture5)); });
     rule([&] { In1.SetWidth(Form.Picture9Frame, In1.Width(Form.Picture5)); });
-    rule([&] {
-        InSplitter.SetHeight(pages[0], InSplitter.Height(Form.SSTab1) - InSplitter.Scaled(420));
-    });
+    rule([&] { InSplitter.SetHeight(pages[0], InSplitter.Height(Form.SSTab1) - InSplitter.Scaled(420)); });
     rule([&] { InSplitter.SetHeight(pages[1], InSplitter.Height(pages[0])); });
 }
 
 void MainWindowLayout::Picture1Resized() {
     In1.Mirror();
-    PassOver([this] {
-        In1.SetHeight(Form.Picture5, In1.Height() - In1.Top(Form.Picture5) - In1.Scaled(150));
-    });
-    PassOver([this] {
-        In1.SetWidth(Form.LabelFileName, In1.Width() - In1.Left(Form.LabelFileName) - 20);
-    });
+    PassOver(
+        [this] { In1.SetHeight(Form.Picture5, In1.Height() - In1.Top(Form.Picture5) - In1.Scaled(150)); });
+    PassOver([this] { In1.SetWidth(Form.LabelFileName, In1.Width() - In1.Left(Form.LabelFileName) - 20); });
     PassOver([this] { In1.SetWidth(Form.LabelDuration, In1.Width(Form.LabelFileName)); });
     PassOver([this] { In1.SetWidth(Form.Image5, In1.Width() + 20); });
 }
@@ -253,8 +249,7 @@ void MainWindowLayout::Picture5Resized() {
     PassOver([&] { In5.SetTop(Form.Line1, In5.Top(&rows) + In5.Height(&rows) + 1); });
     PassOver([&] { In5.SetWidth(Form.Line1, In5.Width()); });
     PassOver([&] {
-        In5.SetWidth(Form.Label30,
-                     In5.Width() - In5.Width(Form.Label29) - In5.Left(Form.Label30) - 100);
+        In5.SetWidth(Form.Label30, In5.Width() - In5.Width(Form.Label29) - In5.Left(Form.Label30) - 100);
     });
     const int others = ToTwips(rows.columnWidth(FileListModel::TrackColumn) +
                                rows.columnWidth(FileListModel::ProgressColumn));
@@ -263,9 +258,7 @@ void MainWindowLayout::Picture5Resized() {
     PassOver([&] { In5.SetLeft(Form.Label29, In5.Width() - 140 - In5.Width(Form.Label29)); });
     PassOver([&] { In5.SetLeft(Form.StopImg, In5.Width() - 80 - In5.Width(Form.StopImg)); });
     PassOver([&] { In5.SetLeft(Form.ClearImg, In5.Left(Form.StopImg) - 80 - In5.Width(Form.ClearImg)); });
-    PassOver([&] {
-        In5.SetWidth(Form.Label26, In5.Left(Form.ClearImg) - In5.Left(Form.Label26) - 60);
-    });
+    PassOver([&] { In5.SetWidth(Form.Label26, In5.Left(Form.ClearImg) - In5.Left(Form.Label26) - 60); });
 }
 
 void MainWindowLayout::Picture9Resized() {

@@ -59,7 +59,7 @@ void RunNews::End() {
     Runs = false;
     Window.setWindowTitle(Title);
     Desktop().HideProgress();
-    if (Clock.elapsed() < LongRun || Window.isActiveWindow()) return;
+    if (Clock.elapsed() < Long || Window.isActiveWindow()) return;
     const QString word = Done < Total ? Word(StoppedLine, u"Stopped"_s) : Word(ConvertedLine, u"Converted"_s);
     Desktop().Notify(u"Sonmira"_s, u"%1: %2 / %3"_s.arg(word).arg(Done).arg(Total));
     QApplication::alert(&Window);

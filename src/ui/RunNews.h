@@ -15,7 +15,7 @@ public:
     static constexpr qint64 LongRun = 10'000;  // milliseconds
 
     // The window outlives the news. Its title is the one to which it goes back.
-    explicit RunNews(QWidget& window) : Window(window) {}
+    explicit RunNews(QWidget& window, qint64 longRun = LongRun) : Window(window), Long(longRun) {}
 
     // A run is told of while one of these lives.
     class Session {
@@ -40,6 +40,7 @@ private:
     void Tell();
 
     QWidget& Window;
+    qint64 Long;
     QString Title;
     QElapsedTimer Clock;
     bool Runs = false;

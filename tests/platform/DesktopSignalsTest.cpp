@@ -78,7 +78,8 @@ TEST_F(DesktopBus, HearsOfProgressAndOfNews) {
     Desktop().ShowProgress(0.25);
     Desktop().HideProgress();
     Desktop().Notify(u"Sonmira"_s, u"Converted: <3> / 3"_s);
-    ASSERT_TRUE(QTest::qWaitFor([&] { return launcher.Values.size() == 2 && !notifications.Heard.isEmpty(); }));
+    ASSERT_TRUE(
+        QTest::qWaitFor([&] { return launcher.Values.size() == 2 && !notifications.Heard.isEmpty(); }));
 
     EXPECT_EQ(launcher.Programs.first(), u"application://sonmira.desktop"_s);
     EXPECT_EQ(launcher.Values[0].value(u"progress"_s).toDouble(), 0.25);

@@ -1,6 +1,5 @@
 // The list of a run's rows.
 #include "CollectionTest.h"
-
 #include "kit/Splitter.h"
 
 namespace Sonmira {

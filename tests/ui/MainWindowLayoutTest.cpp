@@ -56,7 +56,8 @@ protected:
         for (int button = 1; button <= 8; ++button) {
             states.push_back(Form().ToolbarButton(button)->isEnabled());
         }
-        for (const QWidget* control : Panel().findChildren<QWidget*>()) states.push_back(control->isEnabled());
+        for (const QWidget* control : Panel().findChildren<QWidget*>())
+            states.push_back(control->isEnabled());
         states.push_back(Form().TreeView1->acceptDrops());
         return states;
     }
@@ -69,14 +70,14 @@ TEST_F(MainWindowLayouts, TheControlsHoldEachOtherAsDesigned) {
     EXPECT_EQ(Form().TagPage.Picture2->parentWidget(), Form().Splitter1);
     EXPECT_EQ(Form().Picture5->parentWidget(), Form().Picture1);
     EXPECT_EQ(Form().Picture9Frame->parentWidget(), Form().Picture1);
-    for (const QWidget* control : std::initializer_list<QWidget*>{
-             Form().TreeView1, Form().Label1, Form().Label2, Form().LabelDirCount, Form().Label4,
-             Form().Image3, Form().Image4}) {
+    for (const QWidget* control :
+         std::initializer_list<QWidget*>{Form().TreeView1, Form().Label1, Form().Label2, Form().LabelDirCount,
+                                         Form().Label4, Form().Image3, Form().Image4}) {
         EXPECT_EQ(control->parentWidget(), Form().Picture7) << qPrintable(control->objectName());
     }
-    for (const QWidget* control : std::initializer_list<QWidget*>{
-             Form().ListViewFiles, Form().mpb, Form().Label28, Form().Label29, Form().Label30, Form().StopImg,
-             Form().ClearImg}) {
+    for (const QWidget* control :
+         std::initializer_list<QWidget*>{Form().ListViewFiles, Form().mpb, Form().Label28, Form().Label29,
+                                         Form().Label30, Form().StopImg, Form().ClearImg}) {
         EXPECT_EQ(control->parentWidget(), Form().Picture5) << qPrintable(control->objectName());
     }
     for (const QWidget* control :
@@ -132,8 +133,7 @@ TEST_F(MainWindowLayouts, TheFirstPageFollowsItsSize) {
     InEverySize([this] {
         const QWidget* const page = Form().Picture1;
         EXPECT_EQ(Form().Picture5->height(), ToPixels(Height(page) - Top(Form().Picture5) - 150));
-        EXPECT_EQ(Form().LabelFileName->width(),
-                  ToPixels(Width(page) - Left(Form().LabelFileName) - 20));
+        EXPECT_EQ(Form().LabelFileName->width(), ToPixels(Width(page) - Left(Form().LabelFileName) - 20));
         EXPECT_EQ(Form().LabelDuration->width(), Form().LabelFileName->width());
         EXPECT_EQ(Form().Image5->width(), ToPixels(Width(page) + 20));
     });
@@ -170,8 +170,8 @@ TEST_F(MainWindowLayouts, TheRunFollowsItsCard) {
         EXPECT_EQ(Form().Line1->x() + Form().Line1->width(), card->width());
         EXPECT_EQ(Form().Label30->width(),
                   ToPixels(Width(card) - Width(Form().Label29) - Left(Form().Label30) - 100));
-        EXPECT_EQ(list.columnWidth(1), ToPixels(Width(&list) - ToTwips(list.columnWidth(0)) -
-                                                ToTwips(list.columnWidth(2)) - 280));
+        EXPECT_EQ(list.columnWidth(1),
+                  ToPixels(Width(&list) - ToTwips(list.columnWidth(0)) - ToTwips(list.columnWidth(2)) - 280));
         EXPECT_EQ(Form().Label29->x(), ToPixels(Width(card) - 140 - Width(Form().Label29)));
         EXPECT_EQ(Form().StopImg->x(), ToPixels(Width(card) - 80 - Width(Form().StopImg)));
         EXPECT_EQ(Form().ClearImg->x(), ToPixels(Left(Form().StopImg) - 80 - Width(Form().ClearImg)));
@@ -184,8 +184,8 @@ TEST_F(MainWindowLayouts, TheOutputFollowsItsCard) {
         const OutputPanel& panel = Panel();
         EXPECT_EQ(panel.CmdSelectPath->x(), ToPixels(Width(card) - Width(panel.CmdSelectPath) - 150));
         EXPECT_EQ(panel.CmdFormatParameter->x(), panel.CmdSelectPath->x());
-        EXPECT_EQ(panel.TextOutPath->width(), ToPixels(Width(card) - Left(panel.TextOutPath) -
-                                                       Width(panel.CmdSelectPath) - 150 - 150));
+        EXPECT_EQ(panel.TextOutPath->width(),
+                  ToPixels(Width(card) - Left(panel.TextOutPath) - Width(panel.CmdSelectPath) - 150 - 150));
         for (const QWidget* control : std::initializer_list<QWidget*>{
                  panel.ComboOutFormat, panel.ComboAPEFormat, panel.ComboFLACFormat, panel.ComboWmaFormat,
                  panel.ComboMPCFormat, panel.TextOutFormat, panel.CheckOutPath, panel.Check2}) {
@@ -206,10 +206,10 @@ TEST_F(MainWindowLayouts, TheTagPageFollowsItsSize) {
         for (const QLineEdit* field : {fields.infoTitle, fields.infoGenreS}) {
             EXPECT_EQ(field->width(), ToPixels(width - Left(field) - margin));
         }
-        for (const QLineEdit* field : {fields.infoArtist, fields.infoAlbum, fields.infoCopyright,
-                                       fields.infoYear, fields.infoTrack, fields.infoComment,
-                                       fields.infoComposer, fields.infoURL, fields.infoEncodedBy,
-                                       fields.infoOriginalArtist}) {
+        for (const QLineEdit* field :
+             {fields.infoArtist, fields.infoAlbum, fields.infoCopyright, fields.infoYear, fields.infoTrack,
+              fields.infoComment, fields.infoComposer, fields.infoURL, fields.infoEncodedBy,
+              fields.infoOriginalArtist}) {
             EXPECT_EQ(field->width(), fields.infoTitle->width()) << qPrintable(field->objectName());
         }
         EXPECT_EQ(form.Command3->width(), ToPixels(width - Left(form.Command3) - margin - 30));
@@ -327,12 +327,12 @@ TEST_F(MainWindowLayouts, InARightToLeftLayoutEverythingIsMirrored) {
     const auto rightOf = [](const QWidget* control) {
         return control->parentWidget()->width() - control->x() - control->width();
     };
-    const QList<const QWidget*> all = {Form().Picture7,        Form().SSTab1,          Form().Picture1,
-                                       Form().Label32,         Form().LabelFileName,   Form().Picture5,
-                                       Form().Label28,         Form().Label29,         Form().Label30,
-                                       Form().StopImg,         Form().ClearImg,        Form().Label1,
-                                       Form().LabelDirCount,   Form().Image3,          Panel().Label5,
-                                       Panel().TextOutPath,    Panel().CmdSelectPath,  Panel().Check2};
+    const QList<const QWidget*> all = {Form().Picture7,      Form().SSTab1,         Form().Picture1,
+                                       Form().Label32,       Form().LabelFileName,  Form().Picture5,
+                                       Form().Label28,       Form().Label29,        Form().Label30,
+                                       Form().StopImg,       Form().ClearImg,       Form().Label1,
+                                       Form().LabelDirCount, Form().Image3,         Panel().Label5,
+                                       Panel().TextOutPath,  Panel().CmdSelectPath, Panel().Check2};
     QList<int> before;
     for (const QWidget* control : all) before.append(leftOf(control));
     Window->setLayoutDirection(Qt::RightToLeft);
@@ -360,7 +360,8 @@ TEST_F(MainWindowLayouts, LargerLettersHaveTheirRoom) {
              {Form().Label1, Form().Label2, Form().Label28, Form().Label27, Form().Label32, Form().Label31,
               Panel().Label5, Panel().Label6, Panel().Label7, Panel().Label11}) {
             EXPECT_GE(label->width(), label->sizeHint().width()) << factor << qPrintable(label->text());
-            EXPECT_GE(label->height(), qMin(label->fontMetrics().height(), 27)) << factor << qPrintable(label->text());
+            EXPECT_GE(label->height(), qMin(label->fontMetrics().height(), 27))
+                << factor << qPrintable(label->text());
         }
         EXPECT_GE(Panel().Label6->y(), Panel().Label5->geometry().bottom());
         EXPECT_GE(Panel().ComboOutFormat->height(), Panel().fontMetrics().height() + 4);

@@ -57,8 +57,9 @@ class MainWindowPictures : public MainWindowTest {
 protected:
     MainWindowPictures() {
         Wear(false);
-        for (const char* name : {"Live at the Pier/01 - Soundcheck.wav", "Live at the Pier/02 - First tide.wav",
-                                 "Live at the Pier/03 - Paper boats.wav", "Demos 2004/bass take 3.wav"}) {
+        for (const char* name :
+             {"Live at the Pier/01 - Soundcheck.wav", "Live at the Pier/02 - First tide.wav",
+              "Live at the Pier/03 - Paper boats.wav", "Demos 2004/bass take 3.wav"}) {
             Folder.MakeFile(QByteArray("Music/") + name,
                             WavOf(MakeTone(44100, 2, 44100, 440), WavKind::Signed16));
         }
@@ -111,7 +112,7 @@ protected:
 
     // Controls that lie in the same one do not lie over each other, and none reaches out of it.
     void ExpectNothingOverlaps(const QString& title) {
-        const QList<QWidget*> grounds = {Form().Picture1, Form().Picture5, Form().Picture7,
+        const QList<QWidget*> grounds = {Form().Picture1, Form().Picture5,         Form().Picture7,
                                          Form().Picture9, Form().TagPage.Picture2, Window->centralWidget()};
         for (const QWidget* ground : grounds) {
             if (!ground->isVisible()) continue;
@@ -218,7 +219,10 @@ TEST_F(MainWindowPictures, MirroredAndWithLargeLetters) {
     QList<Picture> all;
     Window->setLayoutDirection(Qt::RightToLeft);
     Resize({1080, 700});
-    all.append(Take(u"right to left"_s));
+    for (const int tab : {0, 1}) {
+        Form().SSTab1->setCurrentIndex(tab);
+        all.append(Take(u"right to left, page %1"_s.arg(tab + 1)));
+    }
     Window->setLayoutDirection(Qt::LeftToRight);
     const QFont usual = QApplication::font();
     QFont large = usual;

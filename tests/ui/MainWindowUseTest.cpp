@@ -7,6 +7,7 @@
 #include "tags/TagMemory.h"
 #include "ui/CutTexts.h"
 #include "ui/Mnemonics.h"
+#include "ui/RunNews.h"
 #include "ui/TabStrip.h"
 #include "ui/Theme.h"
 
@@ -257,10 +258,9 @@ TEST_F(MainWindowUse, TheTabKeyWalksThroughTheTagPageInReadingOrder) {
     }
     EXPECT_EQ(names,
               (QStringList{u"SSTab1"_s, u"Option1_1"_s, u"infoTitle"_s, u"infoArtist"_s, u"infoAlbum"_s,
-                           u"infoGenre"_s, u"infoGenreS"_s, u"infoCopyright"_s, u"infoYear"_s,
-                           u"infoTrack"_s, u"infoComment"_s, u"infoComposer"_s, u"infoURL"_s,
-                           u"infoEncodedBy"_s, u"infoOriginalArtist"_s, u"Command3"_s, u"TreeView1"_s,
-                           u"picSplitter"_s}));
+                           u"infoGenre"_s, u"infoGenreS"_s, u"infoCopyright"_s, u"infoYear"_s, u"infoTrack"_s,
+                           u"infoComment"_s, u"infoComposer"_s, u"infoURL"_s, u"infoEncodedBy"_s,
+                           u"infoOriginalArtist"_s, u"Command3"_s, u"TreeView1"_s, u"picSplitter"_s}));
 }
 
 // What assistive tools see, as they walk through the window.
@@ -272,10 +272,11 @@ TEST_F(MainWindowUse, EveryControlTellsItsNameAndItsRole) {
         const QAccessible::State state = node->state();
         const QString name = node->text(QAccessible::Name);
         const auto* widget = qobject_cast<QWidget*>(node->object());
-        const std::string place = (widget != nullptr ? widget->objectName() + u' ' +
-                                                           QLatin1StringView(widget->metaObject()->className())
-                                                     : name)
-                                      .toStdString();
+        const std::string place =
+            (widget != nullptr
+                 ? widget->objectName() + u' ' + QLatin1StringView(widget->metaObject()->className())
+                 : name)
+                .toStdString();
         if (state.invisible == 0) {
             ++seen;
             roles.insert(node->role());
@@ -343,8 +344,55 @@ TEST_F(MainWindowUse, ARunTellsItsProgressInTheTitleAndInTheTaskBar) {
     EXPECT_EQ(Messages, QStringList()) << "a short run is no news";
 }
 
+TEST_F(MainWindowUse, ALongRunIsAnnouncedWhereItsWindowIsNotInFront) {
+    QWidget elsewhere;
+    elsewhere.setWindowTitle(u"elsewhere"_s);
+    RunNews news(elsewhere, 0);
+    const auto run = [&](const QString& last) {
+        const RunNews::Session session(news);
+        news.Count(u"0 / 3"_s);
+        EXPECT_EQ(elsewhere.windowTitle(), u"0 % - elsewhere"_s);
+        news.Count(last);
+    };
+    ASSERT_FALSE(elsewhere.isActiveWindow());
+    run(u"3 / 3"_s);
+    EXPECT_EQ(Messages, QStringList{u"Sonmira|Converted: 3 / 3"_s});
+    Messages.clear();
+    Window->LanguageItems().Item(2)->trigger();
+    run(u"2 / 3"_s);
+    EXPECT_EQ(Messages, QStringList{u"Sonmira|Angehalten: 2 / 3"_s});
+    Messages.clear();
+    elsewhere.show();
+    elsewhere.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&elsewhere));
+    run(u"3 / 3"_s);
+    EXPECT_EQ(Messages, QStringList()) << "who looks at it sees it";
+    EXPECT_EQ(elsewhere.windowTitle(), u"elsewhere"_s);
+}
+
+TEST_F(MainWindowUse, TheProgressOfARunGoesOverAllItsFiles) {
+    QWidget window;
+    window.setWindowTitle(u"w"_s);
+    RunNews news(window);
+    news.Count(u"1 / 4"_s);
+    EXPECT_EQ(window.windowTitle(), u"w"_s) << "outside a run nothing is told";
+    const RunNews::Session session(news);
+    news.Count(u"1 / 4"_s);
+    EXPECT_EQ(window.windowTitle(), u"25 % - w"_s);
+    news.Progress(50);
+    EXPECT_EQ(window.windowTitle(), u"37 % - w"_s);
+    news.Progress(0);
+    EXPECT_EQ(window.windowTitle(), u"37 % - w"_s) << "the end of a file is no step back";
+    news.Count(u"2 / 4"_s);
+    EXPECT_EQ(window.windowTitle(), u"50 % - w"_s);
+    news.Progress(250);
+    EXPECT_EQ(window.windowTitle(), u"75 % - w"_s);
+}
+
 TEST_F(MainWindowUse, TheLookComesInLightAndDark) {
-    const auto lightness = [this] { return Form().StatusBar1->grab().toImage().pixelColor(2, 10).lightnessF(); };
+    const auto lightness = [this] {
+        return Form().StatusBar1->grab().toImage().pixelColor(2, 10).lightnessF();
+    };
     EXPECT_GT(lightness(), 0.8);
     const QPalette light = QApplication::palette();
     QApplication::setPalette(QPalette(Qt::white, Qt::black, Qt::gray, Qt::darkGray, Qt::gray, Qt::white,

@@ -193,7 +193,8 @@ TEST_F(StartAndClose, TheWindowCannotBeSmallerThanItsLeastSize) {
 TEST_F(StartAndClose, EveryTextComesFromTheLanguageFile) {
     Open();
     EXPECT_EQ(WithoutLetter(Form().file->title()), LanguageLines[0]);
-    EXPECT_EQ(WithoutLetter(Form().Quit->text()), LanguageLines[2]) << "line 21 is written first, line 2 over it";
+    EXPECT_EQ(WithoutLetter(Form().Quit->text()), LanguageLines[2])
+        << "line 21 is written first, line 2 over it";
     EXPECT_EQ(Form().Label32->text(), LanguageLines[0] + u':');
     EXPECT_EQ(Form().ToolbarButton(3)->text(), u"Add Directory"_s) << "keeps its design caption";
     EXPECT_EQ(Form().ToolbarButton(5)->text(), LanguageLines[23]);

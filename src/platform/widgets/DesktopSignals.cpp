@@ -24,17 +24,16 @@ void Send(const QDBusMessage& message) {
 
 // Docks and task bars that show progress listen to this one.
 void TellLaunchers(const QString& program, const QVariantMap& values) {
-    QDBusMessage message =
-        QDBusMessage::createSignal(u"/com/canonical/unity/launcherentry/1"_s,
-                                   u"com.canonical.Unity.LauncherEntry"_s, u"Update"_s);
+    QDBusMessage message = QDBusMessage::createSignal(u"/com/canonical/unity/launcherentry/1"_s,
+                                                      u"com.canonical.Unity.LauncherEntry"_s, u"Update"_s);
     message << QString(u"application://"_s + program + u".desktop"_s) << values;
     Send(message);
 }
 
 void TellUser(const QString& program, const QString& title, const QString& text) {
-    QDBusMessage message = QDBusMessage::createMethodCall(
-        u"org.freedesktop.Notifications"_s, u"/org/freedesktop/Notifications"_s,
-        u"org.freedesktop.Notifications"_s, u"Notify"_s);
+    QDBusMessage message = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
+                                                          u"/org/freedesktop/Notifications"_s,
+                                                          u"org.freedesktop.Notifications"_s, u"Notify"_s);
     constexpr uint NoOther = 0;
     constexpr int AsLongAsUsual = -1;
     // The text is read as markup.

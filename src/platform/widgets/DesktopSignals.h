@@ -14,7 +14,7 @@ struct DesktopSignals {
     std::function<void()> HideProgress = [] {};
     // A short message from a program that nobody is looking at. Both texts are plain.
     std::function<void(const QString& title, const QString& text)> Notify = [](const QString&,
-                                                                              const QString&) {};
+                                                                               const QString&) {};
 };
 
 // The ones in force; at first they do nothing.
