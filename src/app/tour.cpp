@@ -11,6 +11,7 @@
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 #include "platform/widgets/QtDialogs.h"
+#include "shell/Values.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Main.h"
 #include "shell/widgets/PathBox.h"
@@ -177,7 +178,9 @@ private:
         QTimer half;
         QObject::connect(&half, &QTimer::timeout, &half, [&] {
             FileListModel& rows = Window.Form().ListViewFiles->Rows();
+            constexpr int Enough = 40;  // percent of the second file, so that a picture of it shows something
             if (rows.RowCount() < 2) return;
+            if (LeadingNumber(rows.Text(2, FileListModel::ProgressColumn)) < Enough) return;
             half.stop();
             Picture("5-converting");
             HelpPicture(Window, Root, "main");

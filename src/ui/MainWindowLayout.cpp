@@ -229,8 +229,11 @@ void MainWindowLayout::Picture7Resized() {
     PassOver([&] { In7.SetTop(Form.Image4, In7.Top(Form.Label2) - 20); });
     // What no rule says: the caption, the line and the counts take what room there is.
     PassOver([&] { In7.SetWidth(Form.Line2, In7.Width()); });
-    for (QLabel* text : {Form.Label31, Form.LabelDirCount, Form.Label4}) {
-        PassOver([&] { In7.SetWidth(text, In7.Width() - In7.Left(text) - 120); });
+    const auto rest = [&](const QLabel* text) { return In7.Width() - In7.Left(text) - 120; };
+    PassOver([&] { In7.SetWidth(Form.Label31, rest(Form.Label31)); });
+    for (QLabel* count : {Form.LabelDirCount, Form.Label4}) {
+        const int wanted = ToTwips(count->fontMetrics().horizontalAdvance(u"00000000"_s));
+        PassOver([&] { In7.SetWidth(count, qMin(rest(count), wanted)); });
     }
 }
 
