@@ -41,7 +41,8 @@ BatchConverter::BatchConverter()
     : Controls(*this),
       CollectionShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
       News(*this),
-      RunShown(Controls, News, [this](bool enabled) { SetControlsEnabled(enabled); }),
+      RunShown(
+          Controls, [this](bool enabled) { SetControlsEnabled(enabled); }, &News),
       FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run),
       Languages(*Controls.Languer),
       TagPage(Controls.TagPage, Codecs.Tags) {
@@ -152,6 +153,7 @@ void BatchConverter::SSTab1_Click() {
 
 void BatchConverter::SetControlsEnabled(bool enabled) {
     InputsLocked = !enabled;
+    const QWidget* const inFocus = focusWidget();
     for (const int button : {1, 2, 3, 4, 5, 7, 8}) Controls.ToolbarButton(button)->setEnabled(enabled);
     Controls.ToolbarButton(6)->setEnabled(!enabled);
     Controls.TreeView1->setAcceptDrops(enabled);
@@ -165,6 +167,8 @@ void BatchConverter::SetControlsEnabled(bool enabled) {
     panel.CmdSelectPath->setEnabled(enabled);
     panel.CheckOutPath->setEnabled(enabled);
     panel.Check2->setEnabled(enabled);
+    // The keyboard goes to the rows of the run rather than to whatever control is free beside the locked one.
+    if (inFocus != nullptr && !inFocus->isEnabled()) Controls.ListViewFiles->setFocus();
 }
 
 }  // namespace Sonmira

@@ -68,7 +68,7 @@ void BatchRunView::ScrollToRow(int row) {
 
 void BatchRunView::ShowCount(const QString& text) {
     Form.Label29->setText(text);
-    News.Count(text);
+    if (News != nullptr) News->Count(text);
 }
 void BatchRunView::ShowFolder(const QString& text) {
     Form.Label30->setText(ShownPath(text));
@@ -81,7 +81,7 @@ void BatchRunView::ShowDuration(const QString& text) {
 }
 void BatchRunView::ShowProgress(int percent) {
     Form.mpb->SetValue(percent);
-    News.Progress(percent);
+    if (News != nullptr) News->Progress(percent);
 }
 
 PanelTag BatchRunView::GetPanelTag() const {

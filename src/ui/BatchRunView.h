@@ -12,9 +12,11 @@ class RunNews;
 // What a run reads and shows, on the main window.
 class BatchRunView final : public RunView {
 public:
-    // `lockInputs` is what SetControlsEnabled does. The others outlive the view.
-    BatchRunView(BatchConverterForm& form, RunNews& news, std::function<void(bool enabled)> lockInputs)
-        : Form(form), News(news), LockInputs(std::move(lockInputs)) {}
+    // `lockInputs` is what SetControlsEnabled does. Where there are `news`, they hear of the progress; they
+    // outlive the view.
+    BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs,
+                 RunNews* news = nullptr)
+        : Form(form), LockInputs(std::move(lockInputs)), News(news) {}
 
     QString TextOutPath() const override;
     void SetTextOutPath(const QString& folder) override;
@@ -44,8 +46,8 @@ public:
 
 private:
     BatchConverterForm& Form;
-    RunNews& News;
     std::function<void(bool)> LockInputs;
+    RunNews* News;
 };
 
 }  // namespace Sonmira

@@ -49,15 +49,13 @@ ShownText TextOf(const QWidget& control) {
         option.initFrom(button);
         option.text = button->text();
         option.icon = button->icon();
-        if (qobject_cast<const QCheckBox*>(button) != nullptr)
-            return {option.text, style->subElementRect(QStyle::SE_CheckBoxContents, &option, button).width()};
-        if (qobject_cast<const QRadioButton*>(button) != nullptr)
-            return {option.text,
-                    style->subElementRect(QStyle::SE_RadioButtonContents, &option, button).width()};
-        if (qobject_cast<const QPushButton*>(button) != nullptr)
-            return {option.text,
-                    style->subElementRect(QStyle::SE_PushButtonContents, &option, button).width()};
-        return {};
+        const bool isBox = qobject_cast<const QCheckBox*>(button) != nullptr;
+        const bool isRadio = qobject_cast<const QRadioButton*>(button) != nullptr;
+        if (!isBox && !isRadio && qobject_cast<const QPushButton*>(button) == nullptr) return {};
+        const QStyle::SubElement contents = isBox     ? QStyle::SE_CheckBoxContents
+                                            : isRadio ? QStyle::SE_RadioButtonContents
+                                                      : QStyle::SE_PushButtonContents;
+        return {option.text, style->subElementRect(contents, &option, button).width()};
     }
     if (const auto* list = qobject_cast<const QComboBox*>(&control)) {
         QStyleOptionComboBox option;

@@ -205,6 +205,17 @@ TEST_F(MainWindowUse, EscapeOfADraggedBarIsNoStop) {
     EXPECT_TRUE(looked);
 }
 
+TEST_F(MainWindowUse, TheKeyboardGoesToTheRowsWhereItsControlIsLocked) {
+    Window->activateWindow();
+    Panel().ComboOutFormat->setFocus();
+    Window->SetControlsEnabled(false);
+    EXPECT_EQ(Window->focusWidget(), Form().ListViewFiles);
+    Window->SetControlsEnabled(true);
+    Panel().TextOutPath->setFocus();
+    Window->SetControlsEnabled(false);
+    EXPECT_EQ(Window->focusWidget(), Panel().TextOutPath) << "stays free, and so does who types in it";
+}
+
 TEST_F(MainWindowUse, EveryMenuHasALetterOfItsOwn) {
     for (int index = 0; index < 7; ++index) {
         Window->LanguageItems().Item(index)->trigger();
