@@ -1,3 +1,4 @@
+#include "platform/widgets/DesktopSignals.h"
 #include "platform/widgets/QtDialogs.h"
 #include "shell/widgets/Main.h"
 #include "ui/BatchConverter.h"
@@ -10,8 +11,10 @@ int main(int argc, char** argv) {
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Sonmira"));
     QApplication::setApplicationVersion(QString::fromUtf16(SONMIRA_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("sonmira"));
     ApplyTheme(application);
     InstallQtDialogs();
+    InstallDesktopSignals(QStringLiteral("sonmira"));
     const std::unique_ptr<QWidget> window = Main([] { return std::make_unique<BatchConverter>(); });
     return QApplication::exec();
 }

@@ -5,15 +5,18 @@
 // settings too, lies below FOLDER.
 #include "codecs/AudioFile.h"
 #include "formats/OutputPanel.h"
+#include "kit/CadreDesign.h"
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 #include "platform/widgets/QtDialogs.h"
+#include "shell/Values.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Main.h"
 #include "shell/widgets/PathBox.h"
 #include "ui/BatchConverter.h"
+#include "ui/TabStrip.h"
 #include "ui/Theme.h"
 
 #include <QApplication>
@@ -21,7 +24,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QScreen>
-#include <QTabWidget>
 #include <QTimer>
 #include <QToolBar>
 #include <QtTest/QTest>
@@ -123,7 +125,7 @@ public:
         Picture("3-added");
         ChooseOutput();
         Picture("4-format-chosen");
-        HelpPicture(*Window.Form().Picture9, Root, "formats");
+        HelpPicture(*Window.Form().Picture9Frame, Root, "formats");
         Convert();
         Picture("6-converted");
         const bool converted = EveryRowConverted();
@@ -176,7 +178,9 @@ private:
         QTimer half;
         QObject::connect(&half, &QTimer::timeout, &half, [&] {
             FileListModel& rows = Window.Form().ListViewFiles->Rows();
+            constexpr int Enough = 40;  // percent of the second file, so that a picture of it shows something
             if (rows.RowCount() < 2) return;
+            if (LeadingNumber(rows.Text(2, FileListModel::ProgressColumn)) < Enough) return;
             half.stop();
             Picture("5-converting");
             HelpPicture(Window, Root, "main");

@@ -1,11 +1,14 @@
 #include "formats/OutputPanel.h"
 
+#include "kit/IconBox.h"
 #include "kit/Icons.h"
+#include "kit/Twips.h"
+#include "platform/Failure.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/PathBox.h"
 
 #include <QCheckBox>
-#include <QGridLayout>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
@@ -35,6 +38,7 @@ Control* Make(QWidget* parent, const QString& name, const QString& caption) {
 
 OutputPanel::OutputPanel(QWidget* parent)
     : QWidget(parent),
+      HeadingIcon(new IconBox(this, OwnIcon(u"options"))),
       Label11(Make<QLabel>(this, u"Label11"_s, u"Output configuration :"_s)),
       CheckOutPath(Make<QCheckBox>(this, u"CheckOutPath"_s, u"Save in the original's directory"_s)),
       Label5(Make<QLabel>(this, u"Label5"_s, u"- Output path :"_s)),
@@ -49,8 +53,9 @@ OutputPanel::OutputPanel(QWidget* parent)
       ComboAPEFormat(Make<ChoiceList>(this, u"ComboAPEFormat"_s)),
       ComboFLACFormat(Make<ChoiceList>(this, u"ComboFLACFormat"_s)),
       ComboMPCFormat(Make<ChoiceList>(this, u"ComboMPCFormat"_s)),
-      Check2(Make<QCheckBox>(this, u"Check2"_s, u"Remove original file after conversion"_s)) {
-    setObjectName(u"Picture9"_s);
+      Check2(Make<QCheckBox>(this, u"Check2"_s, u"Remove original file after conversion"_s)),
+      Inside(*this) {
+    setObjectName(u"OutputPanel"_s);
     QFont bold = Label11->font();
     bold.setBold(true);
     Label11->setFont(bold);
@@ -63,23 +68,92 @@ OutputPanel::OutputPanel(QWidget* parent)
     Label6->setBuddy(ComboOutFormat);
     Label7->setBuddy(TextOutFormat);
 
-    auto* grid = new QGridLayout(this);
-    grid->addWidget(Label11, 0, 0, 1, 3);
-    grid->addWidget(CheckOutPath, 1, 0, 1, 3);
-    grid->addWidget(Label5, 2, 0);
-    grid->addWidget(TextOutPath, 2, 1);
-    grid->addWidget(CmdSelectPath, 2, 2);
-    grid->addWidget(Label6, 3, 0);
-    grid->addWidget(ComboOutFormat, 3, 1, 1, 2);
-    grid->addWidget(Label7, 4, 0);
-    for (QWidget* detail : Details()) {
-        detail->setAccessibleName(u"Format parameter"_s);
-        grid->addWidget(detail, 4, 1, 1, detail == TextOutFormat ? 1 : 2);
-    }
-    grid->addWidget(CmdFormatParameter, 4, 2);
+    for (QWidget* detail : Details()) detail->setAccessibleName(u"Format parameter"_s);
     ShowDetail(TextOutFormat);
-    grid->addWidget(Check2, 5, 0, 1, 3);
-    grid->setColumnStretch(1, 1);
+    // In reading order; of the details only one is there at a time.
+    const QList<QWidget*> order = {CheckOutPath,    TextOutPath,        CmdSelectPath,  ComboOutFormat,
+                                   TextOutFormat,   CmdFormatParameter, ComboWmaFormat, ComboAPEFormat,
+                                   ComboFLACFormat, ComboMPCFormat,     Check2};
+    for (qsizetype n = 1; n < order.size(); ++n) setTabOrder(order[n - 1], order[n]);
+    PlaceControls();
+}
+
+QSize OutputPanel::sizeHint() const {
+    constexpr int Usual = 420;
+    return {Usual, ToPixels(Inside.Scaled(DesignHeight))};
+}
+
+bool OutputPanel::event(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::LayoutRequest:
+        case QEvent::Show:
+        case QEvent::FontChange:
+        case QEvent::LayoutDirectionChange:
+            PlaceControls();
+            break;
+        default:
+            break;
+    }
+    return QWidget::event(event);
+}
+
+void OutputPanel::resizeEvent(QResizeEvent* /*event*/) {
+    FollowWidth();
+}
+
+// What no change of size moves.
+void OutputPanel::PlaceControls() {
+    const auto scaled = [this](int twips) { return Inside.Scaled(twips); };
+    constexpr int Left = 180;
+    const int rowHeight = scaled(360);
+    const auto row = [&](int n) { return scaled(855 + n * 420); };
+    Inside.Place(HeadingIcon, 120, 0, 240, scaled(405));
+    Inside.Place(Label11, 450, 0, Inside.Width(Label11), scaled(405));
+    Inside.Place(CheckOutPath, Left, scaled(480), Inside.Width(CheckOutPath), scaled(330));
+    Inside.Place(Check2, Left, scaled(2190), Inside.Width(Check2), scaled(330));
+
+    int captions = 0;
+    for (const QLabel* caption : {Label5, Label6, Label7}) {
+        captions = qMax(captions, ToTwips(caption->sizeHint().width() + 2));
+    }
+    int n = 0;
+    for (QLabel* caption : {Label5, Label6, Label7}) {
+        Inside.Place(caption, Left, row(n), captions, rowHeight);
+        ++n;
+    }
+    const int fields = Left + captions + 120;
+    const auto field = [&](QWidget* control, int place) {
+        Inside.Place(control, fields, row(place), Inside.Width(control), rowHeight);
+    };
+    field(TextOutPath, 0);
+    field(ComboOutFormat, 1);
+    for (QWidget* detail : Details()) field(detail, 2);
+    const auto button = [&](QWidget* control, int place) {
+        Inside.Place(control, Inside.Left(control), row(place), 450, rowHeight);
+    };
+    button(CmdSelectPath, 0);
+    button(CmdFormatParameter, 2);
+    FollowWidth();
+}
+
+void OutputPanel::FollowWidth() {
+    Inside.Mirror();
+    PassOver([this] {
+        for (QWidget* control : {CmdSelectPath, CmdFormatParameter}) {
+            Inside.SetLeft(control, Inside.Width() - Inside.Width(CmdSelectPath) - 150);
+        }
+        Inside.SetWidth(TextOutPath,
+                        Inside.Width() - Inside.Left(TextOutPath) - Inside.Width(CmdSelectPath) - 150 - 150);
+        Inside.SetWidth(ComboOutFormat, Inside.Width(TextOutPath));
+        for (QWidget* list : {ComboAPEFormat, ComboFLACFormat}) {
+            Inside.SetWidth(list, Inside.Width(ComboOutFormat));
+        }
+        for (QWidget* control : std::initializer_list<QWidget*>{ComboWmaFormat, ComboMPCFormat, TextOutFormat,
+                                                                CheckOutPath, Check2}) {
+            Inside.SetWidth(control, Inside.Width(TextOutPath));
+        }
+    });
+    PassOver([this] { Inside.SetWidth(Label11, Inside.Width() - Inside.Left(Label11) - 120); });
 }
 
 std::array<QWidget*, 5> OutputPanel::Details() const {

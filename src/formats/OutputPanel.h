@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kit/Placing.h"
+
 #include <QWidget>
 
 #include <array>
@@ -12,15 +14,23 @@ class QToolButton;
 namespace Sonmira {
 
 class ChoiceList;
+class IconBox;
 class PathBox;
 
-// The controls of the output configuration, under their design names, without any behaviour.
+// The controls of the output configuration, under their design names, without any behaviour. They follow the
+// width of the panel; its height is DesignHeight, more where letters are larger.
 class OutputPanel : public QWidget {
     Q_OBJECT
 
 public:
+    // In twips: a heading as high as the caption strip of a card, four rows, and a last one in the foot band.
+    static constexpr int DesignHeight = 2565;
+
     explicit OutputPanel(QWidget* parent = nullptr);
 
+    QSize sizeHint() const override;
+
+    IconBox* HeadingIcon;
     QLabel* Label11;  // heading
     QCheckBox* CheckOutPath;
     QLabel* Label5;
@@ -41,8 +51,16 @@ public:
     // Shows that one of the detail controls, the button with the summary, and hides the others.
     void ShowDetail(const QWidget* detail);
 
+protected:
+    bool event(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     std::array<QWidget*, 5> Details() const;
+    void PlaceControls();
+    void FollowWidth();
+
+    Placing Inside;
 };
 
 }  // namespace Sonmira

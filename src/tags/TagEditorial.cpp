@@ -44,7 +44,8 @@ TagEditorial::TagEditorial(QWidget* owner)
     setWindowTitle(u"Tag Editor"_s);
     Frame2->setObjectName(u"Frame2"_s);
     Frame1->setObjectName(u"Frame1"_s);
-    Fields.emplace(*Frame1, CaptionNames);
+    Fields.emplace(*Frame1, *Frame1, CaptionNames);
+    Fields->Arrange(*Frame1);
     Command1->setObjectName(u"Command1"_s);
     // Enter in a field or in the browser saves nothing.
     Command1->setAutoDefault(false);

@@ -34,8 +34,8 @@ Control* Named(Control* control, QStringView name) {
     return control;
 }
 
-QLineEdit* Field(QStringView name) {
-    auto* field = Named(new QLineEdit, name);
+QLineEdit* Field(QWidget& holder, QStringView name) {
+    auto* field = Named(new QLineEdit(&holder), name);
     // A save writes what the field holds, so that a long comment must not be cut by being shown.
     field->setMaxLength(std::numeric_limits<int>::max());
     return field;
@@ -43,41 +43,51 @@ QLineEdit* Field(QStringView name) {
 
 }  // namespace
 
-TagFields::TagFields(QGroupBox& frame, const TagCaptionNames& captionNames)
-    : infoTitle(Field(u"infoTitle")),
-      infoArtist(Field(u"infoArtist")),
-      infoAlbum(Field(u"infoAlbum")),
-      infoGenre(Named(new ChoiceList, u"infoGenre")),
-      infoGenreS(Field(u"infoGenreS")),
-      infoCopyright(Field(u"infoCopyright")),
-      infoYear(Field(u"infoYear")),
-      infoTrack(Field(u"infoTrack")),
-      infoComment(Field(u"infoComment")),
-      infoComposer(Field(u"infoComposer")),
-      infoURL(Field(u"infoURL")),
-      infoEncodedBy(Field(u"infoEncodedBy")),
-      infoOriginalArtist(Field(u"infoOriginalArtist")) {
+TagFields::TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& captionNames)
+    : infoTitle(Field(holder, u"infoTitle")),
+      infoArtist(Field(holder, u"infoArtist")),
+      infoAlbum(Field(holder, u"infoAlbum")),
+      infoGenre(Named(new ChoiceList(&holder), u"infoGenre")),
+      infoGenreS(Field(holder, u"infoGenreS")),
+      infoCopyright(Field(holder, u"infoCopyright")),
+      infoYear(Field(holder, u"infoYear")),
+      infoTrack(Field(holder, u"infoTrack")),
+      infoComment(Field(holder, u"infoComment")),
+      infoComposer(Field(holder, u"infoComposer")),
+      infoURL(Field(holder, u"infoURL")),
+      infoEncodedBy(Field(holder, u"infoEncodedBy")),
+      infoOriginalArtist(Field(holder, u"infoOriginalArtist")) {
     frame.setTitle(u"Tag Version"_s);
     infoGenre->setEditable(true);
     infoGenre->setInsertPolicy(QComboBox::NoInsert);
-
-    auto* versions = new QHBoxLayout;
     for (std::size_t index = 0; index < Option1.size(); ++index) {
-        Option1[index] = Named(new QRadioButton(index == 0 ? u"ID3v1"_s : u"ID3v2"_s),
+        Option1[index] = Named(new QRadioButton(index == 0 ? u"ID3v1"_s : u"ID3v2"_s, &frame),
                                QString(u"Option1_%1"_s).arg(index));
-        versions->addWidget(Option1[index]);
+        // The one that is chosen is the stop of the tab key; the arrow keys reach the other.
+        QObject::connect(Option1[index], &QRadioButton::toggled, Option1[index],
+                         [option = Option1[index]](bool on) {
+                             option->setFocusPolicy(on ? Qt::StrongFocus : Qt::ClickFocus);
+                         });
+        Option1[index]->setFocusPolicy(Qt::ClickFocus);
     }
     Option1[0]->setChecked(true);
-    versions->addStretch();
+    const auto fields = InOrder();
+    for (std::size_t n = 0; n < fields.size(); ++n) {
+        Captions[n] =
+            Named(new QLabel(QString::fromUtf16(DesignCaptions[n]), &holder), QStringView(captionNames[n]));
+        Captions[n]->setBuddy(fields[n]);
+    }
+}
 
+void TagFields::Arrange(QGroupBox& frame) {
+    auto* versions = new QHBoxLayout;
+    for (QRadioButton* option : Option1) versions->addWidget(option);
+    versions->addStretch();
     auto* grid = new QGridLayout;
     const auto fields = InOrder();
     for (std::size_t n = 0; n < fields.size(); ++n) {
-        Captions[n] = Named(new QLabel(QString::fromUtf16(DesignCaptions[n])), QStringView(captionNames[n]));
-        Captions[n]->setBuddy(fields[n]);
-        const int row = static_cast<int>(n);
-        grid->addWidget(Captions[n], row, 0);
-        grid->addWidget(fields[n], row, 1);
+        grid->addWidget(Captions[n], static_cast<int>(n), 0);
+        grid->addWidget(fields[n], static_cast<int>(n), 1);
     }
     grid->setColumnStretch(1, 1);
     auto* column = new QVBoxLayout(&frame);

@@ -26,8 +26,12 @@ using TagCaptionNames = std::array<const char16_t*, TagFieldCount>;
 // are filled and saved.
 class TagFields {
 public:
-    // Puts everything into `frame`, which becomes "Tag Version".
-    TagFields(QGroupBox& frame, const TagCaptionNames& captionNames);
+    // Makes the fields and their captions on `holder`, and the choice of the version on `frame`, which
+    // becomes "Tag Version". They have no places yet.
+    TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& captionNames);
+
+    // Gives everything a place in `frame`, one below the other.
+    void Arrange(QGroupBox& frame);
 
     // Adds the names of all genres to the list, so that a place in it is the number in the tag.
     void AddGenres();
@@ -66,8 +70,9 @@ public:
     QLineEdit* infoEncodedBy;
     QLineEdit* infoOriginalArtist;
 
-private:
     std::array<QWidget*, TagFieldCount> InOrder() const;
+
+private:
     // The place of the genre list that its text names; -1 for free text.
     int SelectedGenre() const;
 };

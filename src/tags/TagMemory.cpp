@@ -1,5 +1,6 @@
 #include "tags/TagMemory.h"
 
+#include <QGraphicsDropShadowEffect>
 #include <QGridLayout>
 #include <QLabel>
 
@@ -27,6 +28,12 @@ TagMemory::TagMemory(QWidget* parent)
     setObjectName(u"Picture4"_s);
     setFrameShape(QFrame::StyledPanel);
     setAutoFillBackground(true);
+    setBackgroundRole(QPalette::Base);
+    auto* shadow = new QGraphicsDropShadowEffect(this);
+    shadow->setBlurRadius(24);
+    shadow->setOffset(0, 4);
+    shadow->setColor(QColor(0, 0, 0, 70));
+    setGraphicsEffect(shadow);
     QFont bold = Label23->font();
     bold.setBold(true);
     Label23->setFont(bold);

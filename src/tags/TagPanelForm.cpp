@@ -2,13 +2,13 @@
 
 #include "kit/Icons.h"
 #include "tags/TagMemory.h"
+#include "tags/TagPage.h"
 
 #include <QAction>
 #include <QGroupBox>
 #include <QPushButton>
-#include <QScrollArea>
+#include <QRadioButton>
 #include <QToolBar>
-#include <QVBoxLayout>
 
 namespace Sonmira {
 
@@ -28,21 +28,20 @@ constexpr Button Buttons[] = {{u"Copy Tag Information", u"tag-copy"},
                               {u"Paste Tag Information", u"tag-paste"},
                               {u"Show Tag in memory", u"tag-show"},
                               {},
-                              {u"Cancel", u"cancel"},
+                              {u"Cancel", u"tag-cancel"},
                               {},
-                              {u"Save Tag", u"save"}};
+                              {u"Save Tag", u"tag-save"}};
 
 }  // namespace
 
-TagPanelForm::TagPanelForm(QWidget& window)
-    : Picture2(new QWidget(&window)),
-      Toolbar2(new QToolBar),
-      Frame1(new QGroupBox),
-      Command3(new QPushButton(u"Save"_s)),
-      Picture4(new TagMemory(Picture2)) {
+TagPanelForm::TagPanelForm(QWidget& window) {
+    auto* page = new TagPage(&window, *this);
+    Picture2 = page;
     Picture2->setObjectName(u"Picture2"_s);
+    Toolbar2 = new QToolBar(Picture2);
     Toolbar2->setObjectName(u"Toolbar2"_s);
-    Toolbar2->setIconSize(QSize(24, 24));
+    Toolbar2->setAccessibleName(u"Tag commands"_s);
+    Toolbar2->setIconSize(QSize(20, 20));
     int n = 0;
     for (const Button& button : Buttons) {
         QAction* const action = button.Icon.isEmpty()
@@ -50,26 +49,29 @@ TagPanelForm::TagPanelForm(QWidget& window)
                                     : Toolbar2->addAction(OwnIcon(button.Icon), button.ToolTip.toString());
         action->setObjectName(u"Toolbar2Button%1"_s.arg(++n));
     }
+    Frame1 = new QGroupBox(Picture2);
     Frame1->setObjectName(u"Frame1"_s);
-    Fields.emplace(*Frame1, CaptionNames);
+    Frame1->setFlat(true);
+    Fields.emplace(*Picture2, *Frame1, CaptionNames);
+    Command3 = new QPushButton(u"Save"_s, Picture2);
     Command3->setObjectName(u"Command3"_s);
     // Nothing is loaded that could be saved.
     Command3->setEnabled(false);
-
-    // In a small window the fields scroll instead of pressing the window apart.
-    auto* scroller = new QScrollArea;
-    scroller->setFrameShape(QFrame::NoFrame);
-    scroller->setWidgetResizable(true);
-    scroller->setWidget(Frame1);
-    auto* column = new QVBoxLayout(Picture2);
-    column->addWidget(Toolbar2);
-    column->addWidget(scroller, 1);
-    column->addWidget(Command3, 0, Qt::AlignRight);
+    Command3->setDefault(true);
+    Picture4 = new TagMemory(Picture2);
+    QWidget* before = Fields->Option1[1];
+    QWidget::setTabOrder(Fields->Option1[0], before);
+    for (QWidget* field : Fields->InOrder()) {
+        QWidget::setTabOrder(before, field);
+        before = field;
+    }
+    QWidget::setTabOrder(before, Command3);
+    page->PlaceControls();
 }
 
 void TagPanelForm::ShowMemory() const {
     constexpr int Gap = 8;
-    const QRect room = Frame1->rect().translated(Frame1->mapTo(Picture2, QPoint()));
+    const QRect room = Frame1->geometry();
     Picture4->resize(Picture4->sizeHint().boundedTo(Picture2->size()));
     const bool mirrored = Picture2->layoutDirection() == Qt::RightToLeft;
     const int left = mirrored ? room.left() + Gap : room.right() - Gap - Picture4->width();

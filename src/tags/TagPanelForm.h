@@ -24,10 +24,10 @@ struct TagPanelForm {
 
     QWidget* Picture2;
     QToolBar* Toolbar2;
-    QGroupBox* Frame1;
+    QGroupBox* Frame1;  // holds the choice of the version
     std::optional<TagFields> Fields;
     QPushButton* Command3;  // Save
-    TagMemory* Picture4;
+    TagMemory* Picture4 = nullptr;
 };
 
 }  // namespace Sonmira

@@ -13,11 +13,14 @@
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/PathBox.h"
+#include "tags/TagMemory.h"
+#include "ui/MainWindowLayout.h"
+#include "ui/TabStrip.h"
 
 #include <QAction>
 #include <QCheckBox>
+#include <QKeyEvent>
 #include <QLabel>
-#include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -29,17 +32,23 @@ namespace {
 
 constexpr int FolderDialogTitleLine = 18;
 
+// In this size every caption has its whole text, in each of the languages.
+constexpr QSize UsualSize(1080, 700);
+
 }  // namespace
 
 BatchConverter::BatchConverter()
     : Controls(*this),
       CollectionShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
-      RunShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
+      News(*this),
+      RunShown(
+          Controls, [this](bool enabled) { SetControlsEnabled(enabled); }, &News),
       FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run),
       Languages(*Controls.Languer),
       TagPage(Controls.TagPage, Codecs.Tags) {
     setObjectName(u"BatchConverter"_s);
-    resize(960, 640);
+    new MainWindowLayout(*this, Controls);
+    resize(UsualSize);
     ConnectEvents();
     ConnectCollectionEvents();
     ConnectShellCommands();
@@ -76,7 +85,7 @@ void BatchConverter::ConnectEvents() {
         // A run that still checks its first file is not busy yet and writes into its row all the same.
         if (InputsFree() || Items.ScanRunning) ClearRowsWhenIdle(Run, RunShown);
     });
-    OnEvent(Controls.SSTab1, &QTabWidget::currentChanged, this, [this] { SSTab1_Click(); });
+    OnEvent(Controls.SSTab1, &QTabBar::currentChanged, this, [this] { SSTab1_Click(); });
 }
 
 void BatchConverter::NewConversion() {
@@ -108,18 +117,33 @@ void BatchConverter::AddDrop(const QStringList& paths) {
 }
 
 void BatchConverter::StartRun() {
-    if (InputsFree()) JobDriver(Run, RunShown, Codecs.Parts(), Items).RunAllConversions();
+    if (!InputsFree()) return;
+    const RunNews::Session session(News);
+    JobDriver(Run, RunShown, Codecs.Parts(), Items).RunAllConversions();
 }
 
 void BatchConverter::StartSelectionRun() {
     if (!InputsFree()) return;
+    const RunNews::Session session(News);
     SelectionDriver driver(Run, RunShown, Codecs.Parts(), Items);
     driver.ConvertNode(SelectedKey());
 }
 
+// Escape comes here where nothing that has the focus took it.
+void BatchConverter::keyPressEvent(QKeyEvent* event) {
+    if (event->key() != Qt::Key_Escape || event->modifiers() != Qt::NoModifier) {
+        QMainWindow::keyPressEvent(event);
+    } else if (Controls.TagPage.Picture4->isVisible()) {
+        TagPage.HideMemory();
+    } else {
+        Controls.ToolbarButton(6)->trigger();  // the stop: does nothing while there is nothing to stop
+    }
+}
+
 void BatchConverter::SSTab1_Click() {
     TagPage.HideMemory();
-    if (Controls.SSTab1->currentWidget() != Controls.TagPage.Picture2) return;
+    Controls.ShowPage();
+    if (!Controls.ShowsTagPage()) return;
     TagPage.Open();
     // True for files as well as folders, so that only a file that has gone is tried here; a file that is
     // there is shown at the next click on it.
@@ -129,6 +153,7 @@ void BatchConverter::SSTab1_Click() {
 
 void BatchConverter::SetControlsEnabled(bool enabled) {
     InputsLocked = !enabled;
+    const QWidget* const inFocus = focusWidget();
     for (const int button : {1, 2, 3, 4, 5, 7, 8}) Controls.ToolbarButton(button)->setEnabled(enabled);
     Controls.ToolbarButton(6)->setEnabled(!enabled);
     Controls.TreeView1->setAcceptDrops(enabled);
@@ -142,6 +167,8 @@ void BatchConverter::SetControlsEnabled(bool enabled) {
     panel.CmdSelectPath->setEnabled(enabled);
     panel.CheckOutPath->setEnabled(enabled);
     panel.Check2->setEnabled(enabled);
+    // The keyboard goes to the rows of the run rather than to whatever control is free beside the locked one.
+    if (inFocus != nullptr && !inFocus->isEnabled()) Controls.ListViewFiles->setFocus();
 }
 
 }  // namespace Sonmira

@@ -10,6 +10,7 @@
 #include "ui/BatchCollectionView.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/BatchRunView.h"
+#include "ui/RunNews.h"
 
 #include <QMainWindow>
 
@@ -46,6 +47,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void Form_Load();
@@ -83,6 +85,7 @@ private:
     NodeReference SelectedNode;  // of the last click; stays where the node is removed
     int LastMouseButton = 1;     // 1 left, 2 right
     BatchCollectionView CollectionShown;
+    RunNews News;
     BatchRunView RunShown;
     OutputFormatSelector FormatSelector;
     LanguageMenu Languages;

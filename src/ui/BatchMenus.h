@@ -3,6 +3,7 @@
 class QAction;
 class QMainWindow;
 class QMenu;
+class QMenuBar;
 
 namespace Sonmira {
 
@@ -10,6 +11,10 @@ namespace Sonmira {
 struct BatchMenus {
     explicit BatchMenus(QMainWindow& window);
 
+    // Gives the entries letters by which they are reached. Again after their captions have changed.
+    void GiveLetters();
+
+    QMenuBar* Bar;
     QMenu* file;
     QAction* addfile;
     QAction* adddirectory;

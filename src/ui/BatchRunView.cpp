@@ -1,17 +1,18 @@
 #include "ui/BatchRunView.h"
 
 #include "formats/OutputPanel.h"
+#include "kit/MyProgressBar.h"
 #include "library/widgets/FileList.h"
 #include "platform/EventLoop.h"
 #include "platform/NativePath.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/PathBox.h"
 #include "ui/BatchConverterForm.h"
+#include "ui/RunNews.h"
 
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 
 namespace Sonmira {
 
@@ -67,6 +68,7 @@ void BatchRunView::ScrollToRow(int row) {
 
 void BatchRunView::ShowCount(const QString& text) {
     Form.Label29->setText(text);
+    if (News != nullptr) News->Count(text);
 }
 void BatchRunView::ShowFolder(const QString& text) {
     Form.Label30->setText(ShownPath(text));
@@ -78,7 +80,8 @@ void BatchRunView::ShowDuration(const QString& text) {
     Form.LabelDuration->setText(text);
 }
 void BatchRunView::ShowProgress(int percent) {
-    Form.mpb->setValue(percent);
+    Form.mpb->SetValue(percent);
+    if (News != nullptr) News->Progress(percent);
 }
 
 PanelTag BatchRunView::GetPanelTag() const {

@@ -7,13 +7,16 @@
 namespace Sonmira {
 
 struct BatchConverterForm;
+class RunNews;
 
 // What a run reads and shows, on the main window.
 class BatchRunView final : public RunView {
 public:
-    // `lockInputs` is what SetControlsEnabled does.
-    BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs)
-        : Form(form), LockInputs(std::move(lockInputs)) {}
+    // `lockInputs` is what SetControlsEnabled does. Where there are `news`, they hear of the progress; they
+    // outlive the view.
+    BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs,
+                 RunNews* news = nullptr)
+        : Form(form), LockInputs(std::move(lockInputs)), News(news) {}
 
     QString TextOutPath() const override;
     void SetTextOutPath(const QString& folder) override;
@@ -44,6 +47,7 @@ public:
 private:
     BatchConverterForm& Form;
     std::function<void(bool)> LockInputs;
+    RunNews* News;
 };
 
 }  // namespace Sonmira

@@ -12,7 +12,6 @@
 #include <QAction>
 #include <QLabel>
 #include <QMenu>
-#include <QTabWidget>
 
 namespace Sonmira {
 
@@ -46,7 +45,7 @@ void BatchConverter::TreeView1_NodeClick(QTreeWidgetItem* node, const QPoint& po
     // Looks at files as well as folders, so that what follows for a file is for one that has gone.
     const bool isThere = DirectoryExists(SelectedNode.Key);
     if (LastMouseButton != RightButton) {
-        if (Controls.SSTab1->currentWidget() == Controls.TagPage.Picture2) {
+        if (Controls.ShowsTagPage()) {
             TagPage.LoadTagPanel(SelectedNode.Key);
         } else if (!isThere) {
             ShowFileInformation(node->text(0), SelectedNode.Key);

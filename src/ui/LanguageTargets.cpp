@@ -5,6 +5,7 @@
 #include "shell/LanguageFiles.h"
 #include "tags/TagMemory.h"
 #include "ui/BatchConverterForm.h"
+#include "ui/TabStrip.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -12,7 +13,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QToolButton>
 
 namespace Sonmira {
@@ -108,6 +108,7 @@ void ApplyLanguage(const QString& path, BatchConverterForm& form) {
     rows.SetHeader(FileListModel::TrackColumn, line[61]);
     rows.SetHeader(FileListModel::FilenameColumn, line[26]);
     rows.SetHeader(FileListModel::ProgressColumn, line[74]);
+    form.CaptionsChanged();
 }
 
 }  // namespace Sonmira

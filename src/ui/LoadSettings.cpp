@@ -2,6 +2,7 @@
 
 #include "engine/OutputFormatNames.h"
 #include "formats/OutputPanel.h"
+#include "kit/Placing.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
 #include "platform/NamedMutex.h"
@@ -25,7 +26,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The least size in twips.
+// The least size in twips, for letters of the usual size.
 constexpr double LeastWidth = 9195.0;
 constexpr double LeastHeight = 8400.0;
 
@@ -41,7 +42,8 @@ QString SavedValue(const QString& section, const QString& key) {
 void BatchConverter::Form_Load() {
     const QStringList version = QCoreApplication::applicationVersion().split(u'.');
     setWindowTitle(u"Sonmira V"_s + version.value(0) + u'.' + version.value(1));
-    HookMinMaxInfo(*this, LeastWidth, LeastHeight);
+    const double letters = LetterFactor(*this);
+    HookMinMaxInfo(*this, LeastWidth * letters, LeastHeight * letters);
     Languages.FillLanguageMenu();
     CreateNamedMutex(u"Tolvane_SonmiraPack");
     CreateNamedMutex(u"Global\\Tolvane_SonmiraPack");

@@ -1,9 +1,9 @@
 #include "CollectionTest.h"
 #include "platform/ShellLaunch.h"
 #include "tags/TagMemory.h"
+#include "ui/TabStrip.h"
 
 #include <QLineEdit>
-#include <QTabWidget>
 
 namespace Sonmira {
 namespace {

@@ -1,7 +1,6 @@
 // The list of a run's rows.
 #include "CollectionTest.h"
-
-#include <QSplitter>
+#include "kit/Splitter.h"
 
 namespace Sonmira {
 namespace {
@@ -82,11 +81,11 @@ TEST_F(CollectionRows, GiveTheNameWhateverWidthTheOthersLeave) {
         EXPECT_EQ(List().columnWidth(FileListModel::TrackColumn), 1235 / 15);
         EXPECT_EQ(List().columnWidth(FileListModel::ProgressColumn), 3175 / 15);
         EXPECT_EQ(List().columnWidth(FileListModel::FilenameColumn),
-                  List().viewport()->width() - 1235 / 15 - 3175 / 15);
+                  List().width() - 1235 / 15 - 3175 / 15 - (280 + 7) / 15);
     };
     std::set<int> widths;
-    for (const int left : {300, 200, 100}) {
-        Form().Splitter1->setSizes({left, Window->width() - left});
+    for (const int left : {300, 200, 150}) {
+        Form().Splitter1->SetSplitterPos(left * 15);
         QApplication::processEvents();
         expectFilled();
         widths.insert(List().columnWidth(FileListModel::FilenameColumn));

@@ -31,6 +31,11 @@
 
 namespace Sonmira {
 
+// A caption without the mark of the letter by which it is reached.
+inline QString WithoutLetter(QString caption) {
+    return caption.remove(QLatin1Char('&'));
+}
+
 // The real main window over the real components, with settings and output of its own.
 class MainWindowTest : public ::testing::Test {
 protected:

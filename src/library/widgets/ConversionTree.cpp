@@ -1,16 +1,19 @@
 #include "library/widgets/ConversionTree.h"
 
 #include "kit/Icons.h"
+#include "kit/Palette.h"
 #include "library/CollectionView.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
 #include "shell/Paths.h"
 
 #include <QDragEnterEvent>
+#include <QHelpEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
+#include <QToolTip>
 #include <QUrl>
 
 namespace Sonmira {
@@ -21,6 +24,7 @@ namespace {
 
 constexpr int KeyRole = Qt::UserRole;
 constexpr int NumberRole = Qt::UserRole + 1;
+constexpr int NodeMargin = 5;  // around image and text of a node
 
 int ButtonNumber(Qt::MouseButton button) {
     return button == Qt::RightButton ? 2 : 1;
@@ -33,6 +37,7 @@ ConversionTree::ConversionTree(QWidget* parent) : QTreeWidget(parent) {
     setUniformRowHeights(true);  // without it the cost of a row grows with the number of rows above it
     setAcceptDrops(true);
     setDragDropMode(QAbstractItemView::DropOnly);
+    setIconSize(QSize(16, 16));
 }
 
 void ConversionTree::ResetToRoot() {
@@ -102,7 +107,7 @@ void ConversionTree::AddNode(const QString& parentKey, const QString& key, const
 
 void ConversionTree::GetIcon(const QString& path) {
     const QString key = ExtensionOf(path);
-    if (!Images.Contains(key)) Images.Add(key, OwnIcon(u"audio-file"));
+    if (!Images.Contains(key)) Images.Add(key, FormatIcon(key));
 }
 
 void ConversionTree::GetIcon4(const QString& path) {
@@ -146,12 +151,53 @@ void ConversionTree::keyPressEvent(QKeyEvent* event) {
 
 void ConversionTree::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
-    if (EmptyHint.isEmpty() || NodeCount() > 1) return;
-    constexpr int Margin = 16;
     QPainter painter(viewport());
+    painter.setRenderHint(QPainter::Antialiasing);
+    if (!EmptyHint.isEmpty() && NodeCount() <= 1) PaintHint(painter);
+    if (!IsDropPlace) return;
+    constexpr double Radius = 6;
+    painter.setPen(QPen(CurrentPalette().Accent, 2, Qt::DashLine, Qt::RoundCap));
+    painter.drawRoundedRect(QRectF(viewport()->rect()).adjusted(4, 4, -4, -4), Radius, Radius);
+}
+
+// A large drawing in the middle, and the hint below it.
+void ConversionTree::PaintHint(QPainter& painter) const {
+    constexpr int Margin = 16;
+    constexpr int Edge = 48;
+    const QRect room = viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin);
+    const QRect text = painter.boundingRect(room, Qt::AlignHCenter | Qt::TextWordWrap, EmptyHint);
+    const int height = Edge + Margin + text.height();
+    if (height > room.height() - 2 * Edge) return;
+    const int top = room.top() + (room.height() - height) / 2;
+    painter.setOpacity(0.75);
+    OwnIcon(u"add-directory").paint(&painter, room.center().x() - Edge / 2, top, Edge, Edge);
+    painter.setOpacity(1);
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin),
-                     Qt::AlignCenter | Qt::TextWordWrap, EmptyHint);
+    painter.drawText(QRect(room.left(), top + Edge + Margin, room.width(), text.height()),
+                     Qt::AlignHCenter | Qt::TextWordWrap, EmptyHint);
+}
+
+// A selected row has a bar of the accent at its start.
+void ConversionTree::drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                             const QModelIndex& index) const {
+    QTreeWidget::drawRow(painter, options, index);
+    if (!selectionModel()->isSelected(index)) return;
+    constexpr int Bar = 3;
+    const int left = isRightToLeft() ? viewport()->width() - Bar : 0;
+    painter->fillRect(left, options.rect.top(), Bar, options.rect.height(), CurrentPalette().Accent);
+}
+
+// A name that has not room enough is told whole.
+bool ConversionTree::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) return QTreeWidget::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QTreeWidgetItem* const node = itemAt(help->pos());
+    const QString text = node == nullptr ? QString() : node->text(0);
+    const QRect room = node == nullptr ? QRect() : visualItemRect(node);
+    const int wanted = fontMetrics().horizontalAdvance(text) + iconSize().width() + 2 * NodeMargin;
+    const bool isCut = wanted > room.width() || !viewport()->rect().contains(room);
+    QToolTip::showText(help->globalPos(), isCut ? text : QString(), viewport(), room);
+    return true;
 }
 
 void ConversionTree::dragEnterEvent(QDragEnterEvent* event) {
@@ -162,9 +208,22 @@ void ConversionTree::dragMoveEvent(QDragMoveEvent* event) {
     if (!event->mimeData()->hasUrls()) return;
     event->setDropAction(Qt::CopyAction);
     event->accept();
+    ShowDropPlace(true);
+}
+
+void ConversionTree::dragLeaveEvent(QDragLeaveEvent* event) {
+    QTreeWidget::dragLeaveEvent(event);
+    ShowDropPlace(false);
+}
+
+void ConversionTree::ShowDropPlace(bool shown) {
+    if (IsDropPlace == shown) return;
+    IsDropPlace = shown;
+    viewport()->update();
 }
 
 void ConversionTree::dropEvent(QDropEvent* event) {
+    ShowDropPlace(false);
     QStringList paths;
     for (const QUrl& url : event->mimeData()->urls()) {
         const QString path = PathFromUrl(url);

@@ -61,16 +61,22 @@ Q_SIGNALS:
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& options,
+                 const QModelIndex& index) const override;
+    bool viewportEvent(QEvent* event) override;
 
 private:
     static QString KeyOf(const QTreeWidgetItem* node);
     void Remember(const QString& key, QTreeWidgetItem* node);
     void ForgetBelow(const QTreeWidgetItem* node);
+    void PaintHint(QPainter& painter) const;
+    void ShowDropPlace(bool shown);
     // The node whose text or image lies there; not its arrow or the room beside it.
     QTreeWidgetItem* NodeAt(const QPoint& position) const;
 
@@ -78,7 +84,8 @@ private:
     ImageList Images;
     QString EmptyHint;
     quint64 LastNumber = 0;
-    NodeReference Pressed;  // where the mouse button went down
+    bool IsDropPlace = false;  // something that can be dropped is held over the tree
+    NodeReference Pressed;     // where the mouse button went down
 };
 
 }  // namespace Sonmira

@@ -1,5 +1,8 @@
 #include "library/widgets/FileList.h"
 
+#include "kit/Palette.h"
+
+#include <QEvent>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
@@ -7,7 +10,11 @@
 
 namespace Sonmira {
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+constexpr int LeastRowHeight = 22;
 
 // The progress cell: the text, and behind a percentage a thin bar.
 class ProgressCell : public QStyledItemDelegate {
@@ -21,29 +28,52 @@ public:
             QStyledItemDelegate::paint(painter, option, index);
             return;
         }
-        constexpr int TextWidth = 52;
-        constexpr int BarHeight = 6;
+        const QString icon = index.data(FileListModel::IconKeyRole).toString();
+        const bool isDone = icon == u"converted";
+        const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+        const Palette& colors = CurrentPalette();
+        const bool mirrored = option.direction == Qt::RightToLeft;
+        const int textWidth = option.fontMetrics.horizontalAdvance(u"100 %"_s) + 12;
+
         QStyleOptionViewItem textOption = option;
         textOption.displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
-        textOption.rect.setWidth(TextWidth);
+        textOption.rect.setWidth(textWidth);
+        if (mirrored) textOption.rect.moveRight(option.rect.right());
+        // The ground of the whole cell, then the text on it.
+        option.widget->style()->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
         QStyledItemDelegate::paint(painter, textOption, index);
 
-        QRectF track = option.rect.adjusted(TextWidth + 6, 0, -8, 0);
+        constexpr int BarHeight = 6;
+        QRectF track(option.rect.left() + textWidth + 4, option.rect.center().y() - BarHeight / 2.0 + 0.5,
+                     option.rect.width() - textWidth - 14, BarHeight);
+        if (mirrored) track.moveLeft(option.rect.left() + 10);
         if (track.width() < BarHeight) return;
-        track.setTop(option.rect.center().y() - BarHeight / 2.0);
-        track.setHeight(BarHeight);
         QRectF done = track;
         done.setWidth(track.width() * qBound(0.0, percent.toDouble() / 100, 1.0));
-        const QString icon = index.data(FileListModel::IconKeyRole).toString();
+        if (mirrored) done.moveRight(track.right());
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);
-        painter->setBrush(option.palette.color(QPalette::Midlight));
+        painter->setBrush(isSelected ? colors.TrackSelected : colors.Track);
         painter->drawRoundedRect(track, BarHeight / 2.0, BarHeight / 2.0);
-        painter->setBrush(icon == u"converted" ? QColor(0x2F, 0x9E, 0x63)
-                                               : option.palette.color(QPalette::Link));
+        painter->setBrush(isDone ? colors.Ok : colors.Accent);
         if (done.width() >= 1) painter->drawRoundedRect(done, BarHeight / 2.0, BarHeight / 2.0);
         painter->restore();
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        // What went wrong is told in red, and what waits for its turn in grey.
+        const Palette& colors = CurrentPalette();
+        const QString icon = index.data(FileListModel::IconKeyRole).toString();
+        if (icon == u"error") {
+            option->palette.setColor(QPalette::Text, colors.DangerText);
+            option->palette.setColor(QPalette::HighlightedText, colors.DangerText);
+        } else if (icon == u"converted") {
+            option->palette.setColor(QPalette::Text, colors.OkText);
+            option->palette.setColor(QPalette::HighlightedText, colors.OkText);
+        }
     }
 };
 
@@ -57,14 +87,24 @@ FileList::FileList(QWidget* parent) : QTableView(parent) {
     setShowGrid(false);
     setWordWrap(false);
     setTextElideMode(Qt::ElideRight);
+    setIconSize(QSize(16, 16));
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(22);
+    verticalHeader()->setMinimumSectionSize(1);
+    FitRowsToLetters();
     QHeaderView* const header = horizontalHeader();
     header->setHighlightSections(false);
-    header->setSectionResizeMode(FileListModel::FilenameColumn, QHeaderView::Stretch);
     header->resizeSection(FileListModel::TrackColumn, 1235 / 15);
     header->resizeSection(FileListModel::ProgressColumn, 3175 / 15);
+}
+
+void FileList::FitRowsToLetters() {
+    verticalHeader()->setDefaultSectionSize(qMax(LeastRowHeight, fontMetrics().height() + 7));
+}
+
+void FileList::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange) FitRowsToLetters();
 }
 
 void FileList::mousePressEvent(QMouseEvent* event) {

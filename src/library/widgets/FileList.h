@@ -25,10 +25,13 @@ Q_SIGNALS:
     void ItemClick(const QPoint& position);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
+    void FitRowsToLetters();
+
     FileListModel Model;
 };
 

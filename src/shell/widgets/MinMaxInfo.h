@@ -1,11 +1,10 @@
 #pragma once
 
+#include "kit/Twips.h"
+
 class QWidget;
 
 namespace Sonmira {
-
-// Sizes of windows are kept in twips: 15 are one logical pixel, at every scale of the screen.
-inline constexpr double TwipsPerPixel = 15.0;
 
 // Holds a window at that size (in twips) at least and at the size of the screen at most. The screen is looked
 // at once: a later change of it is not seen.

@@ -1,0 +1,68 @@
+#include "ui/RunNews.h"
+
+#include "platform/Failure.h"
+#include "platform/widgets/DesktopSignals.h"
+#include "shell/LanguageFiles.h"
+
+#include <QApplication>
+#include <QWidget>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int ConvertedLine = 77;
+constexpr int StoppedLine = 78;
+
+// A language file may end before these lines.
+QString Word(int line, const QString& standard) {
+    QString word = standard;
+    PassOver([&] { word = LanguageLines[line]; });
+    return word.isEmpty() ? standard : word;
+}
+
+}  // namespace
+
+void RunNews::Begin() {
+    Title = Window.windowTitle();
+    Clock.start();
+    Runs = true;
+    Done = Total = InHand = 0;
+    Told = -1;
+}
+
+void RunNews::Count(const QString& count) {
+    Done = count.section(u'/', 0, 0).trimmed().toInt();
+    Total = count.section(u'/', 1, 1).trimmed().toInt();
+    InHand = 0;
+    Tell();
+}
+
+void RunNews::Progress(int percent) {
+    // At the end of a file its progress goes back to nothing, before the count goes on.
+    InHand = qMax(InHand, qBound(0, percent, 100));
+    Tell();
+}
+
+void RunNews::Tell() {
+    if (!Runs || Total <= 0) return;
+    const int percent = qBound(0, (Done * 100 + (Done < Total ? InHand : 0)) / Total, 100);
+    if (percent == Told) return;
+    Told = percent;
+    Window.setWindowTitle(u"%1 % - %2"_s.arg(QString::number(percent), Title));
+    Desktop().ShowProgress(percent / 100.0);
+}
+
+void RunNews::End() {
+    Runs = false;
+    Window.setWindowTitle(Title);
+    Desktop().HideProgress();
+    if (Clock.elapsed() < Long || Window.isActiveWindow()) return;
+    const QString word = Done < Total ? Word(StoppedLine, u"Stopped"_s) : Word(ConvertedLine, u"Converted"_s);
+    Desktop().Notify(u"Sonmira"_s, u"%1: %2 / %3"_s.arg(word).arg(Done).arg(Total));
+    QApplication::alert(&Window);
+}
+
+}  // namespace Sonmira
