@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/RunView.h"
+#include "formats/PanelRunView.h"
 
 #include <functional>
 
@@ -9,17 +9,11 @@ namespace Sonmira {
 struct BatchConverterForm;
 
 // What a run reads and shows, on the main window.
-class BatchRunView final : public RunView {
+class BatchRunView final : public PanelRunView {
 public:
     // `lockInputs` is what SetControlsEnabled does.
-    BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs)
-        : Form(form), LockInputs(std::move(lockInputs)) {}
+    BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs);
 
-    QString TextOutPath() const override;
-    void SetTextOutPath(const QString& folder) override;
-    bool CheckOutPath() const override;
-    bool Check2() const override;
-    QString ComboOutFormat() const override;
     void SetControlsEnabled(bool enabled) override;
 
     void ClearRows() override;
@@ -39,7 +33,6 @@ public:
 
     PanelTag GetPanelTag() const override;
     void SetPanelTag(const PanelTag& tag) override;
-    void Yield() override;
 
 private:
     BatchConverterForm& Form;

@@ -1,17 +1,16 @@
 #include "library/widgets/ConversionTree.h"
 
 #include "library/CollectionView.h"
+#include "library/widgets/ReportList.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
+#include "platform/widgets/DroppedFiles.h"
 #include "platform/widgets/FileIcons.h"
 #include "shell/Paths.h"
 
 #include <QDragEnterEvent>
-#include <QMimeData>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QTimer>
-#include <QUrl>
 
 namespace Sonmira {
 
@@ -146,12 +145,7 @@ void ConversionTree::keyPressEvent(QKeyEvent* event) {
 
 void ConversionTree::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
-    if (EmptyHint.isEmpty() || NodeCount() > 1) return;
-    constexpr int Margin = 16;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin),
-                     Qt::AlignCenter | Qt::TextWordWrap, EmptyHint);
+    if (NodeCount() <= 1) PaintEmptyHint(*viewport(), EmptyHint);
 }
 
 void ConversionTree::dragEnterEvent(QDragEnterEvent* event) {
@@ -159,19 +153,11 @@ void ConversionTree::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void ConversionTree::dragMoveEvent(QDragMoveEvent* event) {
-    if (!event->mimeData()->hasUrls()) return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    AcceptFiles(*event);
 }
 
 void ConversionTree::dropEvent(QDropEvent* event) {
-    QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls()) {
-        const QString path = PathFromUrl(url);
-        if (!path.isEmpty()) paths.append(path);
-    }
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    const QStringList paths = DroppedPaths(*event);
     // The program that the files come from waits until this event ends, so the work starts after it.
     QTimer::singleShot(0, this, [this, paths] { Q_EMIT FilesDropped(paths); });
 }

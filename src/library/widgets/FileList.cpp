@@ -1,5 +1,7 @@
 #include "library/widgets/FileList.h"
 
+#include "library/widgets/ReportList.h"
+
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
@@ -52,16 +54,9 @@ public:
 FileList::FileList(QWidget* parent) : QTableView(parent) {
     setModel(&Model);
     setItemDelegateForColumn(FileListModel::ProgressColumn, new ProgressCell(this));
-    setSelectionBehavior(QAbstractItemView::SelectRows);
+    MakeReportList(*this);
     setSelectionMode(QAbstractItemView::SingleSelection);
-    setShowGrid(false);
-    setWordWrap(false);
-    setTextElideMode(Qt::ElideRight);
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(22);
     QHeaderView* const header = horizontalHeader();
-    header->setHighlightSections(false);
     header->setSectionResizeMode(FileListModel::FilenameColumn, QHeaderView::Stretch);
     header->resizeSection(FileListModel::TrackColumn, 1235 / 15);
     header->resizeSection(FileListModel::ProgressColumn, 3175 / 15);

@@ -1,0 +1,122 @@
+#include "compact/AudiotoolList.h"
+
+#include "library/widgets/ReportList.h"
+#include "platform/widgets/DroppedFiles.h"
+
+#include <QDropEvent>
+#include <QHeaderView>
+#include <QStyledItemDelegate>
+
+namespace Sonmira {
+
+namespace {
+
+// A name keeps its colour in a selected row, too.
+class NameCell : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
+    }
+};
+
+constexpr int LeastNameWidth = 120;
+
+}  // namespace
+
+AudiotoolList::AudiotoolList(QWidget* parent) : QTableView(parent) {
+    setModel(&Model);
+    setItemDelegateForColumn(AudiotoolRows::NameColumn, new NameCell(this));
+    MakeReportList(*this);
+    setSelectionMode(QAbstractItemView::ExtendedSelection);
+    setTabKeyNavigation(false);
+    setAcceptDrops(true);
+    setDragDropMode(QAbstractItemView::DropOnly);
+    setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    QHeaderView* const header = horizontalHeader();
+    header->setMinimumSectionSize(40);
+    header->setStretchLastSection(true);
+    header->resizeSection(AudiotoolRows::PositionColumn, 82);
+    header->resizeSection(AudiotoolRows::DurationColumn, 84);
+}
+
+void AudiotoolList::ScrollToRow(int row) {
+    // A row that was added just now is not in the scroll bar's range yet, and would stay one row out of view.
+    updateGeometries();
+    scrollTo(Model.index(row - 1, 0));
+}
+
+QList<QPersistentModelIndex> AudiotoolList::SelectedRows() const {
+    QModelIndexList rows = selectionModel()->selectedRows();
+    std::sort(rows.begin(), rows.end(),
+              [](const QModelIndex& a, const QModelIndex& b) { return a.row() > b.row(); });
+    return {rows.begin(), rows.end()};
+}
+
+int AudiotoolList::SelectedRow() const {
+    const QModelIndex current = currentIndex();
+    return current.isValid() && selectionModel()->isRowSelected(current.row()) ? current.row() + 1 : 0;
+}
+
+void AudiotoolList::SetEmptyHint(const QString& hint) {
+    EmptyHint = hint;
+    viewport()->update();
+}
+
+void AudiotoolList::dragEnterEvent(QDragEnterEvent* event) {
+    AcceptFiles(*event);
+}
+
+void AudiotoolList::dragMoveEvent(QDragMoveEvent* event) {
+    AcceptFiles(*event);
+}
+
+void AudiotoolList::dropEvent(QDropEvent* event) {
+    const QStringList paths = DroppedPaths(*event);
+    Q_EMIT FilesDropped(paths);
+}
+
+void AudiotoolList::keyPressEvent(QKeyEvent* event) {
+    QTableView::keyPressEvent(event);
+    Q_EMIT KeyPassed(event->key());
+    if (event->key() == Qt::Key_Delete) Q_EMIT DeletePressed();
+}
+
+void AudiotoolList::contextMenuEvent(QContextMenuEvent* event) {
+    const bool isByKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex row = isByKey ? currentIndex() : indexAt(viewport()->mapFromGlobal(event->globalPos()));
+    if (!row.isValid()) return;
+    if (!selectionModel()->isRowSelected(row.row())) {
+        selectionModel()->setCurrentIndex(row,
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    Q_EMIT RowMenuAsked(isByKey ? viewport()->mapToGlobal(visualRect(row).center()) : event->globalPos());
+}
+
+void AudiotoolList::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (Model.Count() == 0) PaintEmptyHint(*viewport(), EmptyHint);
+}
+
+// A wider window has more room for the names; the other columns keep their widths.
+void AudiotoolList::resizeEvent(QResizeEvent* event) {
+    QHeaderView* const header = horizontalHeader();
+    if (event->oldSize().isValid()) {
+        const int gained = event->size().width() - event->oldSize().width();
+        const int width = header->sectionSize(AudiotoolRows::NameColumn) + gained;
+        header->resizeSection(AudiotoolRows::NameColumn, std::max(LeastNameWidth, width));
+    }
+    QTableView::resizeEvent(event);
+}
+
+// Home and End go to the first and the last row, as in every list.
+QModelIndex AudiotoolList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (action == MoveHome) return Model.index(0, std::max(0, currentIndex().column()));
+    if (action == MoveEnd) return Model.index(Model.Count() - 1, std::max(0, currentIndex().column()));
+    return QTableView::moveCursor(action, modifiers);
+}
+
+}  // namespace Sonmira
