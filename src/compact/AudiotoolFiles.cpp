@@ -114,8 +114,9 @@ void Audiotool::DeleteSelectedRows() {
     AudiotoolList& list = *Controls.ListViewFiles;
     for (const QPersistentModelIndex& selected : list.SelectedRows()) {
         if (Closed || !selected.isValid()) continue;
-        list.Rows().Remove(selected.row() + 1);
-        ProgressBars.UnloadLast();
+        const int row = selected.row() + 1;
+        list.Rows().Remove(row);
+        ProgressBars.UnloadLast(row);
         RenumberRows();
         ProgressBars.LayoutRowProgressBars();
         UpdateFilesCount();

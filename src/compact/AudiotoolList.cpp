@@ -112,6 +112,11 @@ void AudiotoolList::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
 }
 
+void AudiotoolList::updateGeometries() {
+    QTableView::updateGeometries();
+    Q_EMIT Settled();
+}
+
 // Home and End go to the first and the last row, as in every list.
 QModelIndex AudiotoolList::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
     if (action == MoveHome) return Model.index(0, std::max(0, currentIndex().column()));

@@ -32,6 +32,9 @@ Q_SIGNALS:
     void FilesDropped(const QStringList& paths);
     // The list has done what this key does.
     void KeyPassed(int key);
+    // Columns that share the room of the list have got their widths, which comes after the signal of a
+    // column.
+    void Settled();
     void DeletePressed();
     // The context menu of a row is asked for; `position` is on the screen.
     void RowMenuAsked(const QPoint& position);
@@ -44,6 +47,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void updateGeometries() override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:

@@ -11,6 +11,7 @@
 #include "shell/widgets/SubItemRect.h"
 
 #include <QHeaderView>
+#include <QScopeGuard>
 #include <QScrollBar>
 
 namespace Sonmira {
@@ -76,6 +77,9 @@ void RowProgressBars::AttachRowProgressBars() {
 }
 
 void RowProgressBars::LayoutRowProgressBars() {
+    // Asking for a cell may make the list settle, which asks for a layout.
+    if (std::exchange(LayingOut, true)) return;
+    const auto end = qScopeGuard([this] { LayingOut = false; });
     const int rows = std::min(List.Rows().Count(), HighestElement() + 1);
     for (int row = 0; row < rows; ++row) {
         QRect cell;
@@ -95,6 +99,7 @@ void RowProgressBars::Follow() {
     OnEvent(List.horizontalScrollBar(), &QScrollBar::valueChanged, this, follow);
     OnEvent(List.verticalScrollBar(), &QScrollBar::valueChanged, this, follow);
     OnEvent(List.horizontalHeader(), &QHeaderView::sectionResized, this, follow);
+    OnEvent(&List, &AudiotoolList::Settled, this, follow);
     OnEvent(&List, &AudiotoolList::KeyPassed, this, [this](int key) {
         if (MovesTheList(key)) LayoutRowProgressBars();
     });
@@ -102,14 +107,14 @@ void RowProgressBars::Follow() {
 
 void RowProgressBars::Unload(std::size_t elements) {
     for (; Progressconvert.size() > elements; Progressconvert.pop_back()) delete Progressconvert.back();
-    for (int row = 1; row <= std::min(List.Rows().Count(), HighestElement() + 1); ++row) ShowState(row);
     if (List.Rows().Count() > 0) return;
     Progressconvert.front()->hide();
     Progressconvert.front()->Show({});
 }
 
-void RowProgressBars::UnloadLast() {
+void RowProgressBars::UnloadLast(int removedRow) {
     Unload(std::max<std::size_t>(Progressconvert.size() - 1, 1));
+    for (int row = removedRow; row <= List.Rows().Count(); ++row) ShowState(row);
 }
 
 void RowProgressBars::UnloadAllButFirst() {

@@ -28,8 +28,9 @@ public:
     // Puts each bar over its row. A bar whose row is scrolled out above hides itself.
     void LayoutRowProgressBars();
 
-    // Takes the last element away, unless it is element 0; the others show the states of their rows.
-    void UnloadLast();
+    // Takes the last element away, unless it is element 0, because that row went; the elements from its place
+    // on show the rows that have moved up.
+    void UnloadLast(int removedRow);
     void UnloadAllButFirst();
 
 private:
@@ -41,6 +42,7 @@ private:
     AudiotoolList& List;
     std::vector<RowBar*> Progressconvert;
     bool Following = false;
+    bool LayingOut = false;
 };
 
 }  // namespace Sonmira

@@ -151,10 +151,8 @@ TEST_F(AudiotoolCommands, TheTagEditorOpensFromHereAndSavesAFile) {
     });
     Form().TagEditor->trigger();
     EXPECT_EQ(editor.Seen(), 1);
-    EXPECT_EQ(RunTool({"ffprobe", "-v", "error", "-show_entries", "format_tags=title", "-of",
-                       "default=nw=1:nk=1", Folder.Native("a.mp3")})
-                  .Output.trimmed(),
-              "First tide");
+    const QByteArray block = ContentOf(Folder.Native("a.mp3")).right(128);
+    EXPECT_EQ(block.left(13), "TAGFirst tide") << "version 1, at the end of the file";
 }
 
 TEST_F(AudiotoolCommands, TheOutputFolderIsChosenByDialog) {

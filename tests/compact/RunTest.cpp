@@ -303,7 +303,7 @@ TEST_F(ConvertingRows, CancelDuringTheDecodingOfAMusepackFileLetsItComeToItsEnd)
 TEST_F(ConvertingRows, ARunHasTheTracksOfAFullRunAndARowThoseOfASingleConversion) {
     WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"True"_s);
     OpenFor(FormatName::Mp3);
-    Make("a.wma", 2000, {"-metadata", "title=Tide", "-metadata", "artist=Pier", "-metadata", "WM/Track=3"});
+    Make("a.wma", 2000, {"-metadata", "title=Tide", "-metadata", "artist=Pier", "-metadata", "track=5"});
     AddFiles({"a.wma"});
     Convert();
     ConvertNow(1);
