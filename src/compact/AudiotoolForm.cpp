@@ -3,7 +3,7 @@
 #include "compact/AudiotoolList.h"
 #include "compact/ElidedLabel.h"
 #include "formats/OutputPanel.h"
-#include "platform/widgets/FileIcons.h"
+#include "kit/Icons.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>

@@ -24,6 +24,7 @@ protected:
 };
 
 constexpr int LeastNameWidth = 120;
+constexpr int ProgressWidth = 240;
 
 }  // namespace
 
@@ -101,15 +102,24 @@ void AudiotoolList::paintEvent(QPaintEvent* event) {
     if (Model.Count() == 0) PaintEmptyHint(*viewport(), EmptyHint);
 }
 
+// The names have what room the other columns leave.
+void AudiotoolList::showEvent(QShowEvent* event) {
+    QTableView::showEvent(event);
+    if (std::exchange(HasWidths, true)) return;
+    QHeaderView* const header = horizontalHeader();
+    const int rest = header->sectionSize(AudiotoolRows::PositionColumn) +
+                     header->sectionSize(AudiotoolRows::DurationColumn) + ProgressWidth;
+    header->resizeSection(AudiotoolRows::NameColumn, std::max(LeastNameWidth, viewport()->width() - rest));
+}
+
 // A wider window has more room for the names; the other columns keep their widths.
 void AudiotoolList::resizeEvent(QResizeEvent* event) {
-    QHeaderView* const header = horizontalHeader();
-    if (event->oldSize().isValid()) {
-        const int gained = event->size().width() - event->oldSize().width();
-        const int width = header->sectionSize(AudiotoolRows::NameColumn) + gained;
-        header->resizeSection(AudiotoolRows::NameColumn, std::max(LeastNameWidth, width));
-    }
     QTableView::resizeEvent(event);
+    if (!HasWidths) return;
+    QHeaderView* const header = horizontalHeader();
+    const int gained = event->size().width() - event->oldSize().width();
+    const int width = header->sectionSize(AudiotoolRows::NameColumn) + gained;
+    header->resizeSection(AudiotoolRows::NameColumn, std::max(LeastNameWidth, width));
 }
 
 void AudiotoolList::updateGeometries() {

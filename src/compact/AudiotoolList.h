@@ -47,12 +47,14 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
     void updateGeometries() override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
     AudiotoolRows Model;
     QString EmptyHint;
+    bool HasWidths = false;  // the columns have been given theirs
 };
 
 }  // namespace Sonmira

@@ -1,8 +1,8 @@
 #include "compact/AudiotoolRows.h"
 
+#include "kit/Icons.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
-#include "platform/widgets/FileIcons.h"
 #include "shell/Paths.h"
 #include "shell/Values.h"
 
@@ -77,9 +77,9 @@ QVariant AudiotoolRows::TextOf(const Row& row, int position, int column) const {
 }
 
 QVariant AudiotoolRows::IconOf(const Row& row) const {
-    if (row.Shown.Icon.isEmpty()) return {};
-    auto icon = Icons.find(row.Shown.Icon);
-    if (icon == Icons.end()) icon = Icons.insert(row.Shown.Icon, OwnIcon(u"row-"_s + row.Shown.Icon));
+    const QString name = row.Shown.Icon.isEmpty() ? u"waiting"_s : row.Shown.Icon;
+    auto icon = Icons.find(name);
+    if (icon == Icons.end()) icon = Icons.insert(name, OwnIcon(u"row-"_s + name));
     return icon.value();
 }
 

@@ -2,7 +2,9 @@
 
 #include "compact/AudiotoolRows.h"
 #include "engine/RunView.h"
+#include "kit/Palette.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 
 namespace Sonmira {
@@ -13,12 +15,11 @@ namespace {
 
 constexpr int TextWidth = 52;
 constexpr int BarHeight = 6;
-constexpr QColor DangerText(0xB8, 0x3A, 0x31);
-constexpr QColor Ok(0x2F, 0x9E, 0x63);
 
 }  // namespace
 
-RowBar::RowBar(QWidget* parent) : QProgressBar(parent) {
+RowBar::RowBar(QAbstractItemView& list, int element)
+    : QProgressBar(list.viewport()), List(list), Element(element) {
     setRange(0, 100);
     setValue(0);
     setTextVisible(false);
@@ -47,11 +48,13 @@ void RowBar::PaintBar(QPainter& painter, const QRect& room) const {
     if (track.width() < BarHeight) return;
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Midlight));
+    const Palette& colours = CurrentPalette();
+    const bool isSelected = List.selectionModel()->isRowSelected(Element);
+    painter.setBrush(isSelected ? colours.TrackSelected : colours.Track);
     painter.drawRoundedRect(track, BarHeight / 2.0, BarHeight / 2.0);
     const double done = track.width() * value() / maximum();
     if (done < 1) return;
-    painter.setBrush(Now == Stage::Converted ? Ok : palette().color(QPalette::Link));
+    painter.setBrush(Now == Stage::Converted ? colours.Ok : colours.Accent);
     painter.setClipRect(QStyle::visualRect(layoutDirection(), room,
                                            QRect(room.topLeft(), QSize(qRound(done), room.height()))));
     painter.drawRoundedRect(track, BarHeight / 2.0, BarHeight / 2.0);
@@ -62,12 +65,12 @@ void RowBar::paintEvent(QPaintEvent* /*event*/) {
     constexpr int Margin = 6;
     const QRect room = rect().adjusted(Margin, 0, -Margin - 2, 0);
     if (Now == Stage::Failed) {
-        painter.setPen(DangerText);
+        painter.setPen(CurrentPalette().DangerText);
         painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeading,
                          fontMetrics().elidedText(Shown, Qt::ElideRight, room.width()));
         return;
     }
-    painter.setPen(palette().color(QPalette::Text));
+    painter.setPen(Now == Stage::Converted ? CurrentPalette().OkText : CurrentPalette().Text);
     const QRect left(room.left(), room.top(), TextWidth - Margin, room.height());
     painter.drawText(QStyle::visualRect(layoutDirection(), rect(), left), Qt::AlignVCenter | Qt::AlignRight,
                      Shown);

@@ -2,6 +2,8 @@
 
 #include <QProgressBar>
 
+class QAbstractItemView;
+
 namespace Sonmira {
 
 struct RowState;
@@ -12,7 +14,8 @@ class RowBar : public QProgressBar {
     Q_OBJECT
 
 public:
-    explicit RowBar(QWidget* parent);
+    // A child of the list's viewport, for the row behind `element`, which counts from 0.
+    RowBar(QAbstractItemView& list, int element);
 
     void Show(const RowState& state);
     // What stands in it to read: a percentage, or the reason of a failure; nothing before the first
@@ -27,6 +30,8 @@ private:
 
     void PaintBar(QPainter& painter, const QRect& room) const;
 
+    QAbstractItemView& List;
+    const int Element;
     Stage Now = Stage::Waiting;
     QString Shown;
 };

@@ -2,12 +2,12 @@
 
 #include "compact/AudiotoolList.h"
 #include "compact/RowBar.h"
+#include "kit/Twips.h"
 #include "platform/EventLoop.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
 #include "shell/Paths.h"
 #include "shell/widgets/Events.h"
-#include "shell/widgets/MinMaxInfo.h"
 #include "shell/widgets/SubItemRect.h"
 
 #include <QHeaderView>
@@ -25,11 +25,10 @@ constexpr int LabelOfCell = 2;
 
 // A bar over a cell, by the rule of the design, which counts in twips.
 QRect PlaceOver(const QRect& cell) {
-    constexpr double T = TwipsPerPixel;
-    const double height = cell.height() * T - 40;
-    const double top = (cell.height() * T - height) / 2 + cell.top() * T + 10;
-    const auto pixels = [](double twips) { return qRound(twips / T); };
-    return {cell.left(), pixels(top), cell.width(), pixels(height)};
+    const int cellHeight = ToTwips(cell.height());
+    const int height = cellHeight - 40;
+    const int top = (cellHeight - height) / 2 + ToTwips(cell.top()) + 10;
+    return {cell.left(), ToPixels(top), cell.width(), ToPixels(height)};
 }
 
 bool MovesTheList(int key) {
@@ -51,7 +50,7 @@ RowBar& RowProgressBars::Element(int n) const {
 }
 
 void RowProgressBars::Load() {
-    auto* bar = new RowBar(List.viewport());
+    auto* bar = new RowBar(List, HighestElement() + 1);
     bar->setObjectName(u"Progressconvert%1"_s.arg(Progressconvert.size()));
     Progressconvert.push_back(bar);
 }

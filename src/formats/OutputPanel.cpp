@@ -1,6 +1,6 @@
 #include "formats/OutputPanel.h"
 
-#include "platform/widgets/FileIcons.h"
+#include "kit/Icons.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/PathBox.h"
 

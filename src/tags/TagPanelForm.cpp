@@ -1,6 +1,6 @@
 #include "tags/TagPanelForm.h"
 
-#include "platform/widgets/FileIcons.h"
+#include "kit/Icons.h"
 #include "tags/TagMemory.h"
 
 #include <QAction>

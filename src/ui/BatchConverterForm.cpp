@@ -1,9 +1,9 @@
 #include "ui/BatchConverterForm.h"
 
 #include "formats/OutputPanel.h"
+#include "kit/Icons.h"
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
-#include "platform/widgets/FileIcons.h"
 
 #include <QAction>
 #include <QBoxLayout>

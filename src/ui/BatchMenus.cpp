@@ -1,6 +1,6 @@
 #include "ui/BatchMenus.h"
 
-#include "platform/widgets/FileIcons.h"
+#include "kit/Icons.h"
 
 #include <QAction>
 #include <QMainWindow>

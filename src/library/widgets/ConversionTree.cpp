@@ -1,11 +1,11 @@
 #include "library/widgets/ConversionTree.h"
 
+#include "kit/Icons.h"
 #include "library/CollectionView.h"
 #include "library/widgets/ReportList.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
 #include "platform/widgets/DroppedFiles.h"
-#include "platform/widgets/FileIcons.h"
 #include "shell/Paths.h"
 
 #include <QDragEnterEvent>

@@ -1,7 +1,7 @@
 #include "library/widgets/FileListModel.h"
 
+#include "kit/Icons.h"
 #include "platform/Failure.h"
-#include "platform/widgets/FileIcons.h"
 #include "shell/Values.h"
 
 namespace Sonmira {

@@ -1,6 +1,6 @@
 #include "shell/widgets/About.h"
 
-#include "platform/widgets/FileIcons.h"
+#include "kit/Icons.h"
 
 #include <QCoreApplication>
 #include <QDialog>

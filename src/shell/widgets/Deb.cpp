@@ -1,6 +1,6 @@
 #include "shell/widgets/Deb.h"
 
-#include "platform/widgets/FileIcons.h"
+#include "kit/Icons.h"
 
 #include <QLabel>
 #include <QVBoxLayout>

@@ -1,6 +1,6 @@
 #include "shell/widgets/Form1.h"
 
-#include "platform/widgets/FileIcons.h"
+#include "kit/Icons.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Paths.h"
 #include "shell/Settings.h"

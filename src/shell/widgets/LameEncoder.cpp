@@ -1,8 +1,8 @@
 #include "shell/widgets/LameEncoder.h"
 
+#include "kit/Icons.h"
 #include "platform/Folders.h"
 #include "platform/NativePath.h"
-#include "platform/widgets/FileIcons.h"
 #include "shell/Launches.h"
 #include "shell/Paths.h"
 #include "shell/widgets/Events.h"

@@ -1,0 +1,180 @@
+#include "kit/SplitterBar.h"
+
+#include "kit/Palette.h"
+#include "kit/Splitter.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int KeyStep = 8;  // logical pixels an arrow key moves the bar
+
+bool IsBarLying(const Splitter& splitter) {
+    return splitter.Orientation() == 1;
+}
+
+}  // namespace
+
+QColor ColorOf(quint32 color) {
+    constexpr quint32 SystemColor = 0x80000000;
+    if ((color & SystemColor) == 0) {
+        return {static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
+                static_cast<int>(color >> 16 & 0xFF)};
+    }
+    const Palette& palette = CurrentPalette();
+    switch (color & 0xFF) {
+        case 5:  // window
+            return palette.Surface;
+        case 8:   // window text
+        case 18:  // button text
+            return palette.Text;
+        case 13:  // highlight
+            return palette.Accent;
+        case 16:  // button shadow
+            return palette.Border;
+        default:  // button face and what else is a ground
+            return palette.Window;
+    }
+}
+
+SplitterBar::SplitterBar(Splitter& owner) : QFrame(&owner), Owner(owner) {
+    setObjectName(u"picSplitter"_s);
+    setAccessibleName(u"Splitter"_s);
+    // A click gives it the focus for the time of a drag only, so that the field that had it keeps it.
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+void SplitterBar::Dress(qint32 appearance, qint32 border, quint32 color) {
+    Fill = ColorOf(color);
+    const bool isRaised = appearance == 1;
+    setFrameStyle(border == 0 ? QFrame::NoFrame
+                  : isRaised  ? QFrame::Panel | QFrame::Raised
+                              : QFrame::Box | QFrame::Plain);
+    setLineWidth(1);
+    update();
+}
+
+void SplitterBar::Undress() {
+    Fill = QColor();
+    setFrameStyle(QFrame::NoFrame);
+    update();
+}
+
+int SplitterBar::PlaceAlong(const QPoint& screen) const {
+    const QPoint place = mapFromGlobal(screen) - contentsRect().topLeft();
+    if (IsBarLying(Owner)) return place.y();
+    return isRightToLeft() ? contentsRect().width() - place.x() : place.x();
+}
+
+void SplitterBar::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    if (IsDressed()) {
+        painter.fillRect(rect(), Fill);
+        painter.end();
+        QFrame::paintEvent(event);
+        return;
+    }
+    constexpr int Dots = 5;
+    constexpr int Pitch = 6;
+    constexpr double Radius = 1.5;
+    const Palette& palette = CurrentPalette();
+    const bool isMarked = hasFocus() || Owner.IsDragging() || underMouse();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    if (hasFocus() && !Owner.IsDragging()) {
+        painter.setBrush(palette.Tint);
+        painter.drawRoundedRect(rect(), 2, 2);
+    }
+    painter.setBrush(isMarked ? palette.Accent : palette.Border);
+    const QPointF centre = QRectF(rect()).center();
+    for (int n = 0; n < Dots; ++n) {
+        const double away = (n - Dots / 2) * Pitch;
+        painter.drawEllipse(IsBarLying(Owner) ? centre + QPointF(away, 0) : centre + QPointF(0, away), Radius,
+                            Radius);
+    }
+}
+
+void SplitterBar::enterEvent(QEnterEvent* event) {
+    QFrame::enterEvent(event);
+    update();
+}
+
+void SplitterBar::leaveEvent(QEvent* event) {
+    QFrame::leaveEvent(event);
+    update();
+}
+
+// Nobody will ever tell a hidden bar that the button was let go.
+void SplitterBar::hideEvent(QHideEvent* event) {
+    QFrame::hideEvent(event);
+    Owner.AbandonDrag();
+    GiveFocusBack();
+}
+
+// Escape reaches whoever has the focus.
+void SplitterBar::TakeFocus() {
+    FocusBefore = QApplication::focusWidget();
+    setFocus(Qt::MouseFocusReason);
+}
+
+void SplitterBar::GiveFocusBack() {
+    if (hasFocus() && FocusBefore != nullptr && FocusBefore != this)
+        FocusBefore->setFocus(Qt::OtherFocusReason);
+    FocusBefore = nullptr;
+    update();
+}
+
+void SplitterBar::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    TakeFocus();
+    Owner.StartDrag(event->globalPosition().toPoint());
+}
+
+void SplitterBar::mouseMoveEvent(QMouseEvent* event) {
+    Owner.ContinueDrag(event->globalPosition().toPoint());
+}
+
+void SplitterBar::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    Owner.EndDrag();
+    GiveFocusBack();
+}
+
+void SplitterBar::keyPressEvent(QKeyEvent* event) {
+    if (Owner.IsDragging()) {
+        if (event->key() == Qt::Key_Escape) {
+            Owner.CancelDrag();
+            GiveFocusBack();
+        }
+        return;
+    }
+    const bool lying = IsBarLying(Owner);
+    int steps = 0;
+    if (event->key() == (lying ? Qt::Key_Up : Qt::Key_Left)) steps = -1;
+    if (event->key() == (lying ? Qt::Key_Down : Qt::Key_Right)) steps = 1;
+    if (steps == 0) {
+        QFrame::keyPressEvent(event);
+        return;
+    }
+    if (!lying && isRightToLeft()) steps = -steps;
+    Owner.Step(steps * KeyStep);
+}
+
+bool SplitterBar::event(QEvent* event) {
+    // A window may have given Escape to a command of its own. During a drag it is the drag's.
+    if (event->type() == QEvent::ShortcutOverride && Owner.IsDragging() &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        return true;
+    }
+    return QFrame::event(event);
+}
+
+}  // namespace Sonmira
