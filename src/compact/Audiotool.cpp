@@ -9,6 +9,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QPushButton>
+#include <QShortcut>
 #include <QToolButton>
 
 namespace Sonmira {
@@ -43,6 +44,9 @@ void Audiotool::ConnectEvents() {
     command(Controls.convertmenu, [this] { CmdConvert_Click(); });
     button(Controls.CmdConvert, [this] { CmdConvert_Click(); });
     button(Controls.cmdCancel, [this] { cmdCancel_Click(); });
+    // A key of the button itself would go with its text.
+    OnEvent(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
+            [this] { Controls.cmdCancel->click(); });
     command(Controls.ConvertNow, [this] { ConvertNow_Click(); });
     command(Controls.Deletefromlist, [this] { DeleteSelectedRows(); });
     AudiotoolList* const list = Controls.ListViewFiles;

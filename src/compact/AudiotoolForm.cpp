@@ -73,7 +73,6 @@ void AudiotoolForm::BuildControls() {
     CmdConvert = Named(new QPushButton(OwnIcon(u"convert"), u"Convert !"_s), u"CmdConvert"_s);
     cmdCancel = Named(new QPushButton(OwnIcon(u"cancel"), u"Cancel"_s), u"cmdCancel"_s);
     cmdCancel->setEnabled(false);  // there is nothing to cancel before something runs
-    cmdCancel->setShortcut(Qt::Key_Escape);
     CmdQuit = Named(new QPushButton(u"Quit"_s), u"CmdQuit"_s);
 }
 

@@ -47,6 +47,7 @@ void RowDriver::RunAllRows() {
 }
 
 void RowDriver::ConvertRow(int row) {
+    Rows.Path(row);  // a row that is not there fails before anything is locked
     Begin();
     RecordSteps steps(Run, View, Parts, SingleRowRules);
     if (Convert(steps, row)) End();

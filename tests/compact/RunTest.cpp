@@ -2,6 +2,7 @@
 #include "AudiotoolTest.h"
 #include "engine/OutputFormatNames.h"
 #include "platform/Clock.h"
+#include "platform/Failure.h"
 
 #include <QElapsedTimer>
 #include <QLineEdit>
@@ -262,6 +263,23 @@ TEST_F(ConvertingRows, CancelStopsTheFileInHandAndTheRun) {
     EXPECT_FALSE(Made("out/b.mp3"));
     EXPECT_EQ(Window->State().KillFlag, 1);
     EXPECT_FALSE(Window->State().Busy);
+}
+
+TEST_F(ConvertingRows, TheEscapeKeyCancels) {
+    OpenFor(FormatName::Mp3);
+    MakeLongWav("a.wav", 20);
+    AddFiles({"a.wav"});
+    Window->LanguageItems().Item(1)->trigger();
+    WhenBarReaches(1, [this] { QTest::keyClick(Window->windowHandle(), Qt::Key_Escape); });
+    Convert();
+    EXPECT_EQ(IconOf(1), u"error"_s);
+}
+
+TEST_F(ConvertingRows, ARowThatIsNotThereFailsAndLocksNothing) {
+    OpenFor(FormatName::Mp3);
+    AddTracks(1);
+    EXPECT_THROW(Window->ConvertRow(2), Failure);
+    EXPECT_TRUE(Form().CmdConvert->isEnabled());
 }
 
 TEST_F(ConvertingRows, CancelWithoutARunDoesNothing) {
