@@ -23,8 +23,7 @@ protected:
     }
 };
 
-constexpr int LeastNameWidth = 120;
-constexpr int ProgressWidth = 240;
+constexpr int LeastWidth = 120;  // of the names and of the bars
 
 }  // namespace
 
@@ -42,6 +41,8 @@ AudiotoolList::AudiotoolList(QWidget* parent) : QTableView(parent) {
     header->setStretchLastSection(true);
     header->resizeSection(AudiotoolRows::PositionColumn, 82);
     header->resizeSection(AudiotoolRows::DurationColumn, 84);
+    setMinimumSize(440, 24 + 5 * 22);
+    connect(header, &QHeaderView::sectionResized, this, &AudiotoolList::NoteWidths);
 }
 
 void AudiotoolList::ScrollToRow(int row) {
@@ -102,24 +103,28 @@ void AudiotoolList::paintEvent(QPaintEvent* event) {
     if (Model.Count() == 0) PaintEmptyHint(*viewport(), EmptyHint);
 }
 
-// The names have what room the other columns leave.
-void AudiotoolList::showEvent(QShowEvent* event) {
-    QTableView::showEvent(event);
-    if (std::exchange(HasWidths, true)) return;
+// The names have what room the other columns leave; the bars keep the width that they have, or that the user
+// left them.
+void AudiotoolList::FitNames() {
     QHeaderView* const header = horizontalHeader();
     const int rest = header->sectionSize(AudiotoolRows::PositionColumn) +
                      header->sectionSize(AudiotoolRows::DurationColumn) + ProgressWidth;
-    header->resizeSection(AudiotoolRows::NameColumn, std::max(LeastNameWidth, viewport()->width() - rest));
+    FittingNames = true;
+    header->resizeSection(AudiotoolRows::NameColumn, std::max(LeastWidth, viewport()->width() - rest));
+    FittingNames = false;
 }
 
-// A wider window has more room for the names; the other columns keep their widths.
+void AudiotoolList::NoteWidths(int column) {
+    if (FittingNames || !isVisible() || column == AudiotoolRows::ProgressColumn) return;
+    QHeaderView* const header = horizontalHeader();
+    int left = viewport()->width();
+    for (int other = 0; other < AudiotoolRows::ProgressColumn; ++other) left -= header->sectionSize(other);
+    ProgressWidth = std::max(LeastWidth, left);
+}
+
 void AudiotoolList::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    if (!HasWidths) return;
-    QHeaderView* const header = horizontalHeader();
-    const int gained = event->size().width() - event->oldSize().width();
-    const int width = header->sectionSize(AudiotoolRows::NameColumn) + gained;
-    header->resizeSection(AudiotoolRows::NameColumn, std::max(LeastNameWidth, width));
+    FitNames();
 }
 
 void AudiotoolList::updateGeometries() {

@@ -47,14 +47,18 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void showEvent(QShowEvent* event) override;
     void updateGeometries() override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
 
 private:
+    void FitNames();
+    // The user has resized a column.
+    void NoteWidths(int column);
+
     AudiotoolRows Model;
     QString EmptyHint;
-    bool HasWidths = false;  // the columns have been given theirs
+    int ProgressWidth = 240;
+    bool FittingNames = false;
 };
 
 }  // namespace Sonmira

@@ -119,6 +119,23 @@ TEST_F(Bars, FollowTheWindow) {
     ExpectAllInPlace();
 }
 
+TEST_F(Bars, KeepTheirWidthWhenTheWindowGetsAnother) {
+    AddTracks(3);
+    const int before = Bar(0).width();
+    EXPECT_EQ(before, 240);
+    for (const int width : {480, 900, 640}) {
+        Window->resize(width, 600);
+        QApplication::processEvents();
+        EXPECT_GE(Bar(0).width(), 120);
+    }
+    EXPECT_EQ(Bar(0).width(), before);
+    QHeaderView& header = *List().horizontalHeader();
+    header.resizeSection(AudiotoolRows::NameColumn, header.sectionSize(AudiotoolRows::NameColumn) - 50);
+    Window->resize(900, 600);
+    QApplication::processEvents();
+    EXPECT_EQ(Bar(0).width(), before + 50) << "as the user left it";
+}
+
 TEST_F(Bars, FollowAWheelTurn) {
     AddTracks(60);
     QWheelEvent turn(QPointF(50, 50), List().viewport()->mapToGlobal(QPointF(50, 50)), {}, QPoint(0, -240),
