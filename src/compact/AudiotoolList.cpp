@@ -11,7 +11,8 @@ namespace Sonmira {
 
 namespace {
 
-// A name keeps its colour in a selected row, too.
+// A name keeps its colour in a selected row, too, and the row needs no frame around it to show that keys go
+// there.
 class NameCell : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -20,6 +21,7 @@ protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
         option->palette.setColor(QPalette::HighlightedText, option->palette.color(QPalette::Text));
+        if (option->state.testFlag(QStyle::State_Selected)) option->state &= ~QStyle::State_HasFocus;
     }
 };
 
