@@ -40,11 +40,12 @@ qint16 AlacDecoder::TrackInfo(const QString& path, double& duration, qint32& rat
         WithMemoryChecked([&] {
             MediaReader reader(path);
             const qint64 frames = reader.Length();
+            // First, because a caller may give one variable for all that he does not need.
+            const qint64 seconds = frames / reader.Format().Rate;
+            duration = static_cast<double>(seconds);
             rate = reader.Format().Rate;
             channels = reader.Format().Channels;
             bits = reader.Bits();
-            const qint64 seconds = frames / rate;
-            duration = static_cast<double>(seconds);
         });
     });
     return read ? 1 : 0;

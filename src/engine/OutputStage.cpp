@@ -73,7 +73,9 @@ void OutputStage::EncodeToWma() {
         Parts.FileRenc.CloseFile();
         TranscodeStream(Run, View, Parts, Run.CurrentInput, Run.OutputStem + extension);
     });
-    if (!encoded) Run.FileError = true;
+    if (encoded) return;
+    Run.FileError = true;
+    View.ShowWmaStageFailure();
 }
 
 void OutputStage::EncodeToApe() {
@@ -93,7 +95,7 @@ void OutputStage::EncodeToFlac() {
 }
 
 void OutputStage::EncodeToMpc() {
-    // The quality that the user chose is not passed on: here the encoder runs at its own.
+    // No quality goes along: the encoder runs at its own, unless a window has set that.
     EncodeFromWav(u".mpc"_s, [this](const QString& wav, const QString& output) {
         Parts.mpcencoder1.EncodeFromWav(wav, output);
     });

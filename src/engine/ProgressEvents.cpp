@@ -57,7 +57,7 @@ ProgressEvents::ProgressEvents(RunState& state, RunView& shown, Components watch
         if (done == 0 || total == 0) return;
         view.ShowProgress(Percent(done, total));
         view.Yield();
-        if (run.DecodingStopped) decoder.StopCodec();
+        if (run.MpcDecodingStopped) decoder.StopCodec();
     };
     Parts.mpcencoder1.Progress = [&run = state, &view = shown](qint32 total, qint32 done) {
         if (done == 0 || total == 0) return;

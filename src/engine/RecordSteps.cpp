@@ -36,7 +36,7 @@ void RecordSteps::ResetTag() {
 bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem) {
     Run.SkipCurrentFile = false;
     Run.FileError = false;
-    Run.DecodingStopped = false;
+    Run.DecodingStopped = Run.MpcDecodingStopped = false;
     Run.CurrentInput = record.Path;
     if (Rules.ShowsFileName) {
         Statement([&] { View.ShowFileName(record.Name); });

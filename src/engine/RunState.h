@@ -23,7 +23,7 @@ struct TagRecord {
 struct EncoderLevels {
     qint32 ApeCompressionLevel = 0;   // 1000, 2000, 3000 or 4000
     qint32 FlacCompressionLevel = 0;  // 0 to 8
-    qint32 MpcQuality = 0;            // 0 to 9; the main window's route does not pass it on
+    qint32 MpcQuality = 0;            // 0 to 9; only the compact window passes it on
 };
 
 // The flags and values of a run, owned by the window that starts it. Click handlers set the flags in the
@@ -34,8 +34,9 @@ struct RunState {
     bool SkipCurrentFile = false;  // the user abandoned the file in hand
     bool FileError = false;        // the file in hand failed
     // The components were told to stop since the file in hand was begun. A decoder forgets what it was told
-    // before it started, and hears it from here.
+    // before it started, and hears it from here. Not every stop command is meant for the Musepack decoder.
     bool DecodingStopped = false;
+    bool MpcDecodingStopped = false;
 
     QString CurrentInput;              // what is read now: the source, or a temporary WAV made from it
     QString RealFileName;              // the source, kept while CurrentInput is a temporary WAV

@@ -51,6 +51,9 @@ public:
     virtual void ShowDuration(const QString& text) = 0;
     virtual void ShowProgress(int percent) = 0;
 
+    // The output to WMA failed before its stream was copied. Beside the row, some windows say so in a box.
+    virtual void ShowWmaStageFailure() {}
+
     // The tag page as it stands.
     virtual PanelTag GetPanelTag() const = 0;
     virtual void SetPanelTag(const PanelTag& tag) = 0;

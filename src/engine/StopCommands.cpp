@@ -9,7 +9,7 @@ namespace Sonmira {
 namespace {
 
 void StopInMenuOrder(RunState& run, Components parts) {
-    run.DecodingStopped = true;
+    run.DecodingStopped = run.MpcDecodingStopped = true;
     parts.AACDecoder1.StopCodec();
     parts.FlacCodec1.StopCodec();
     parts.mpcencoder1.StopCodec();
@@ -29,11 +29,22 @@ void CancelByMenu(RunState& run, Collection& collection, Components parts) {
 void CancelByToolbar(RunState& run, Collection& collection, Components parts) {
     collection.StopScan = true;
     if (!run.Busy) return;
-    run.DecodingStopped = true;
+    run.DecodingStopped = run.MpcDecodingStopped = true;
     parts.AACDecoder1.StopCodec();
     parts.mpcencoder1.StopCodec();
     parts.mpcdecoder1.StopCodec();
     parts.FlacCodec1.StopCodec();
+    run.KillFlag = 1;
+    run.CancelAll = true;
+}
+
+void CancelByButton(RunState& run, Components parts) {
+    if (!run.Busy) return;
+    run.DecodingStopped = true;
+    parts.AACDecoder1.StopCodec();
+    parts.FlacCodec1.StopCodec();
+    parts.alacdec1.StopCodec();
+    parts.mpcencoder1.StopCodec();
     run.KillFlag = 1;
     run.CancelAll = true;
 }

@@ -17,6 +17,9 @@ struct RunState;
 void CancelByMenu(RunState& run, Collection& collection, Components parts);
 void CancelByToolbar(RunState& run, Collection& collection, Components parts);
 
+// The button of the compact window, which has no scan. The Musepack decoder is not told and runs to its end.
+void CancelByButton(RunState& run, Components parts);
+
 // Gives up the file in hand; the run goes on with the next one. Does nothing unless a run is busy.
 void SkipFile(RunState& run, Components parts);
 

@@ -165,4 +165,12 @@ void OutputPanel::ShowDetail(const QWidget* detail) {
     CmdFormatParameter->setVisible(detail == TextOutFormat);
 }
 
+void OutputPanel::SetControlsEnabled(bool enabled) {
+    for (QWidget* control :
+         std::initializer_list<QWidget*>{ComboOutFormat, ComboWmaFormat, ComboAPEFormat, ComboFLACFormat,
+                                         CmdFormatParameter, CmdSelectPath, CheckOutPath, Check2}) {
+        control->setEnabled(enabled);
+    }
+}
+
 }  // namespace Sonmira

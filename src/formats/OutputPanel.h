@@ -51,6 +51,10 @@ public:
     // Shows that one of the detail controls, the button with the summary, and hides the others.
     void ShowDetail(const QWidget* detail);
 
+    // Locks or frees the controls for the time of a run. The text of the output folder stays free, because
+    // what is typed there counts for the next file, and so does the quality of Musepack, as it always has.
+    void SetControlsEnabled(bool enabled);
+
 protected:
     bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

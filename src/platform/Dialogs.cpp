@@ -13,6 +13,8 @@ DialogFunctions& Dialogs() {
         },
         [](const OpenDialogRequest& /*request*/) { return std::optional<QStringList>(); },
         [](const QString& /*title*/) { return QString(); },
+        [](const QString& /*question*/, const QString& /*title*/) { return false; },
+        [](quint32 /*start*/) { return std::optional<quint32>(); },
     };
     return functions;
 }

@@ -25,6 +25,10 @@ struct DialogFunctions {
     std::function<std::optional<QStringList>(const OpenDialogRequest& request)> OpenFiles;
     // The chosen folder as an inner path; empty when cancelled.
     std::function<QString(const QString& title)> BrowseForFolder;
+    // Whether the user answers yes.
+    std::function<bool(const QString& question, const QString& title)> AskYesNo;
+    // The chosen colour, from 0xRRGGBB to the same; nothing when cancelled.
+    std::function<std::optional<quint32>(quint32 start)> ChooseColour;
 };
 
 DialogFunctions& Dialogs();

@@ -44,6 +44,7 @@ BatchConverter::BatchConverter()
       RunShown(
           Controls, [this](bool enabled) { SetControlsEnabled(enabled); }, &News),
       FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run),
+      Output(*Controls.Picture9, FormatSelector, Codecs, Run, *Controls.acceptWma),
       Languages(*Controls.Languer),
       TagPage(Controls.TagPage, Codecs.Tags) {
     setObjectName(u"BatchConverter"_s);
@@ -99,7 +100,8 @@ void BatchConverter::NewConversion() {
 }
 
 void BatchConverter::addfile_Click() {
-    if (InputsFree()) AddFileDialog(Items, CollectionShown);
+    if (!InputsFree()) return;
+    AddFileDialog([this](const QString& path) { AddFileRecord(Items, CollectionShown, path); });
 }
 
 void BatchConverter::adddirectory_Click() {
@@ -157,16 +159,7 @@ void BatchConverter::SetControlsEnabled(bool enabled) {
     for (const int button : {1, 2, 3, 4, 5, 7, 8}) Controls.ToolbarButton(button)->setEnabled(enabled);
     Controls.ToolbarButton(6)->setEnabled(!enabled);
     Controls.TreeView1->setAcceptDrops(enabled);
-    const OutputPanel& panel = *Controls.Picture9;
-    // The quality of Musepack stays free, as it always has.
-    for (ChoiceList* control :
-         {panel.ComboOutFormat, panel.ComboWmaFormat, panel.ComboAPEFormat, panel.ComboFLACFormat}) {
-        control->setEnabled(enabled);
-    }
-    panel.CmdFormatParameter->setEnabled(enabled);
-    panel.CmdSelectPath->setEnabled(enabled);
-    panel.CheckOutPath->setEnabled(enabled);
-    panel.Check2->setEnabled(enabled);
+    Controls.Picture9->SetControlsEnabled(enabled);
     // The keyboard goes to the rows of the run rather than to whatever control is free beside the locked one.
     if (inFocus != nullptr && !inFocus->isEnabled()) Controls.ListViewFiles->setFocus();
 }

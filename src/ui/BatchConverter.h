@@ -3,6 +3,7 @@
 #include "engine/CodecSet.h"
 #include "engine/RunState.h"
 #include "formats/OutputFormatSelector.h"
+#include "formats/SavedOutput.h"
 #include "library/Collection.h"
 #include "library/widgets/ConversionTree.h"
 #include "shell/widgets/LanguageMenu.h"
@@ -52,17 +53,10 @@ protected:
 private:
     void Form_Load();
     void ChooseLanguage();
-    void ApplyLanguageOf(int index);
-    void LoadSettings();
-    void RestoreOutputFolder();
-    void RestoreOutputFormat(const QString& wmaSupport);
     void Form_QueryUnload(bool& cancel);
     void Form_Unload();
     void ConnectEvents();
     void ConnectShellCommands();
-    void LangueName_Click(int index);
-    void acceptWma_Click();
-    void about_Click();
     void addfile_Click();
     void adddirectory_Click();
     void SSTab1_Click();
@@ -88,6 +82,7 @@ private:
     RunNews News;
     BatchRunView RunShown;
     OutputFormatSelector FormatSelector;
+    SavedOutput Output;
     LanguageMenu Languages;
     TagPanel TagPage;
     bool InputsLocked = false;

@@ -3,34 +3,20 @@
 #include "formats/OutputPanel.h"
 #include "kit/MyProgressBar.h"
 #include "library/widgets/FileList.h"
-#include "platform/EventLoop.h"
 #include "platform/NativePath.h"
 #include "shell/widgets/ChoiceList.h"
-#include "shell/widgets/PathBox.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/RunNews.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 
 namespace Sonmira {
 
-QString BatchRunView::TextOutPath() const {
-    return Form.Picture9->TextOutPath->Text();
-}
-void BatchRunView::SetTextOutPath(const QString& folder) {
-    Form.Picture9->TextOutPath->SetText(folder);
-}
-bool BatchRunView::CheckOutPath() const {
-    return Form.Picture9->CheckOutPath->isChecked();
-}
-bool BatchRunView::Check2() const {
-    return Form.Picture9->Check2->isChecked();
-}
-QString BatchRunView::ComboOutFormat() const {
-    return Form.Picture9->ComboOutFormat->currentText();
-}
+BatchRunView::BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs,
+                           RunNews* news)
+    : PanelRunView(*form.Picture9), Form(form), LockInputs(std::move(lockInputs)), News(news) {}
+
 void BatchRunView::SetControlsEnabled(bool enabled) {
     LockInputs(enabled);
 }
@@ -97,10 +83,6 @@ void BatchRunView::SetPanelTag(const PanelTag& tag) {
     fields.infoYear->setText(tag.Year);
     fields.infoComment->setText(tag.Comment);
     fields.infoGenre->setEditText(tag.Genre);
-}
-
-void BatchRunView::Yield() {
-    YieldToEventLoop();
 }
 
 }  // namespace Sonmira

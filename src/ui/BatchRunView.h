@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/RunView.h"
+#include "formats/PanelRunView.h"
 
 #include <functional>
 
@@ -10,19 +10,13 @@ struct BatchConverterForm;
 class RunNews;
 
 // What a run reads and shows, on the main window.
-class BatchRunView final : public RunView {
+class BatchRunView final : public PanelRunView {
 public:
     // `lockInputs` is what SetControlsEnabled does. Where there are `news`, they hear of the progress; they
     // outlive the view.
     BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs,
-                 RunNews* news = nullptr)
-        : Form(form), LockInputs(std::move(lockInputs)), News(news) {}
+                 RunNews* news = nullptr);
 
-    QString TextOutPath() const override;
-    void SetTextOutPath(const QString& folder) override;
-    bool CheckOutPath() const override;
-    bool Check2() const override;
-    QString ComboOutFormat() const override;
     void SetControlsEnabled(bool enabled) override;
 
     void ClearRows() override;
@@ -42,7 +36,6 @@ public:
 
     PanelTag GetPanelTag() const override;
     void SetPanelTag(const PanelTag& tag) override;
-    void Yield() override;
 
 private:
     BatchConverterForm& Form;

@@ -1,74 +1,30 @@
 // What the main window has of the shell: language, help, web pages, WMA support, and how it closes.
 
-#include "formats/OutputPanel.h"
-#include "platform/Dialogs.h"
 #include "shell/ForcedEnd.h"
-#include "shell/LanguageFiles.h"
-#include "shell/Launches.h"
-#include "shell/Settings.h"
-#include "shell/Values.h"
 #include "shell/widgets/About.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/LameEncoder.h"
+#include "shell/widgets/LanguageChoice.h"
 #include "shell/widgets/MinMaxInfo.h"
+#include "shell/widgets/ShellMenu.h"
 #include "ui/BatchConverter.h"
 #include "ui/LanguageTargets.h"
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QToolBar>
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int WmaSupportMessageLine = 48;
-
-}  // namespace
-
 void BatchConverter::ConnectShellCommands() {
-    const auto command = [this](QAction* action, auto handler) {
-        OnEvent(action, &QAction::triggered, this, handler);
-    };
-    command(Controls.Quit, [this] {
+    OnEvent(Controls.Quit, &QAction::triggered, this, [this] {
         if (!Run.Busy) close();
     });
-    command(Controls.acceptWma, [this] { acceptWma_Click(); });
-    command(Controls.aide, [] { OpenHelp(); });
-    command(Controls.FAQ, [] { OpenQuestions(); });
-    command(Controls.Homepage, [] { OpenHomePage(); });
-    command(Controls.about, [this] { about_Click(); });
-    command(Controls.ToolbarButton(8), [this] { about_Click(); });
-    OnEvent(&Languages, &LanguageMenu::LangueNameClick, this, [this](int index) { LangueName_Click(index); });
-}
-
-void BatchConverter::about_Click() {
-    ShowAbout(this);
-}
-
-void BatchConverter::LangueName_Click(int index) {
-    WithFailureBox([&] {
-        WriteIniValue(SettingsFile, u"LANGUE"_s, u"VALUE"_s, NumberText(index));
-        ApplyLanguageOf(index);
-        Languages.UncheckAllBut(index);
-    });
-}
-
-void BatchConverter::ApplyLanguageOf(int index) {
-    Languages.Item(index)->setChecked(true);
-    ApplyLanguage(Languages.PathOf(index), Controls);
-}
-
-void BatchConverter::acceptWma_Click() {
-    WithFailureBox([this] {
-        const bool wanted = ReadIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s) != u"True";
-        WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, FlagText(wanted));
-        Controls.acceptWma->setChecked(wanted);
-        // Encoder, decoder and format list stay as they are until the next start.
-        Dialogs().ShowMessage(LanguageLines[WmaSupportMessageLine], MessageIcon::Information, u"Sonmira"_s);
-    });
+    ConnectShellMenu(*this,
+                     {Controls.acceptWma, Controls.aide, Controls.FAQ, Controls.Homepage, Controls.about});
+    OnEvent(Controls.ToolbarButton(8), &QAction::triggered, this, [this] { ShowAbout(this); });
+    ConnectLanguageMenu(Languages, [this](const QString& path) { ApplyLanguage(path, Controls); });
 }
 
 void BatchConverter::closeEvent(QCloseEvent* event) {
@@ -81,12 +37,7 @@ void BatchConverter::closeEvent(QCloseEvent* event) {
 }
 
 void BatchConverter::Form_QueryUnload(bool& cancel) {
-    const auto keep = [](const QString& key, const QString& value) {
-        WriteIniValue(SettingsFile, u"AudioConverter"_s, key, value);
-    };
-    keep(u"OutputPath"_s, RunShown.TextOutPath());
-    keep(u"Modepath"_s, RunShown.CheckOutPath() ? u"TRUE"_s : u"FALSE"_s);
-    keep(u"Format"_s, RunShown.ComboOutFormat());
+    Output.Keep();
     if (Run.Busy) {
         cancel = true;
         return;
@@ -102,7 +53,7 @@ void BatchConverter::Form_Unload() {
     // A scan, or a run that has not accepted a file yet, ends at its next step instead of going on behind a
     // window that is gone.
     Items.StopScan = true;
-    Run.CancelAll = Run.DecodingStopped = true;
+    Run.CancelAll = Run.DecodingStopped = Run.MpcDecodingStopped = true;
 }
 
 }  // namespace Sonmira

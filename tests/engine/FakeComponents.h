@@ -164,6 +164,7 @@ private:
             duration = All.Duration;
             return 1;
         }
+        void StopCodec() override { All.Calls.append(QStringLiteral("stop alacdec1")); }
         FakeCodecs& All;
     };
     struct FakeFlac : FlacDecoder {

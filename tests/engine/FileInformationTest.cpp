@@ -57,5 +57,18 @@ TEST_F(FileInformation, WhatNobodyCanReadHasNoLength) {
     EXPECT_EQ(Read(u"\\a.aac"_s), u"00:00"_s);
 }
 
+TEST_F(FileInformation, ADurationIsANumberOfSecondsOrAFailure) {
+    const auto read = [this](const QString& path) { return ReadDuration(Codecs.Parts(), path); };
+    Codecs.Source.Frames = 5950;
+    EXPECT_DOUBLE_EQ(read(u"\\a.wav"_s), 59.5);
+    Codecs.Duration = 61;
+    EXPECT_EQ(read(u"\\a.flac"_s), 61);
+    EXPECT_EQ(read(u"\\a.aac"_s), 0) << "its decoder tells none";
+    Codecs.Source.OpenFails = true;
+    EXPECT_THROW(read(u"\\a.wav"_s), Failure);
+    Codecs.Fails = true;
+    EXPECT_THROW(read(u"\\a.aac"_s), Failure);
+}
+
 }  // namespace
 }  // namespace Sonmira

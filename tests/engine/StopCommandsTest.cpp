@@ -47,6 +47,22 @@ TEST_F(StopCommand, CancelOfTheToolbarTellsThemInAnother) {
                                          u"stop FlacCodec1"_s}));
 }
 
+TEST_F(StopCommand, CancelOfTheButtonTellsAllButTheMusepackDecoder) {
+    CancelByButton(Run, Codecs.Parts());
+    EXPECT_FALSE(Run.CancelAll);
+    EXPECT_EQ(Run.KillFlag, 0);
+    EXPECT_TRUE(Codecs.Calls.isEmpty());
+    Run.Busy = true;
+    CancelByButton(Run, Codecs.Parts());
+    EXPECT_TRUE(Run.CancelAll);
+    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_EQ(Codecs.Calls, (QStringList{u"stop AACDecoder1"_s, u"stop FlacCodec1"_s, u"stop alacdec1"_s,
+                                         u"stop mpcencoder1"_s}));
+    EXPECT_TRUE(Run.DecodingStopped);
+    EXPECT_FALSE(Run.MpcDecodingStopped);
+    EXPECT_FALSE(Items.StopScan);
+}
+
 TEST_F(StopCommand, SkippingAFileLeavesTheRunGoing) {
     SkipFile(Run, Codecs.Parts());
     EXPECT_FALSE(Run.SkipCurrentFile);

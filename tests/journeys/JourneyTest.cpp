@@ -141,6 +141,55 @@ TEST(Journey, ADragFromAnotherProgramBringsInWhatTheDropTakes) {
         << said.constData();
 }
 
+TEST(Journey, TheCompactWindowAsksForTheLanguageAndEndsTheProgramAtItsClose) {
+    const ToolResult closed = Play(
+        "press \"$(wait_for '^Sonmira - Language')\" Return; press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q",
+        Program("audiotool"));
+    ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+    const QByteArray settings = SettingsContent();
+    EXPECT_TRUE(settings.contains("[Track]\nCOLOR= 16576\n")) << settings.constData();
+    EXPECT_TRUE(settings.contains("[LANGUE]\nVALUE= 0\n"));
+    EXPECT_TRUE(settings.contains("Format=Mp3\n"));
+}
+
+TEST(Journey, TheCompactWindowEndsWithAReportWhereItsLanguagePickerIsClosed) {
+    const ToolResult closed =
+        Play("press \"$(wait_for '^Sonmira - Language')\" Escape; press \"$(wait_for '^Sonmira$')\" Return",
+             Program("audiotool"));
+    EXPECT_EQ(closed.ExitCode, 1) << closed.Errors.constData();
+    EXPECT_FALSE(SettingsContent().contains("LANGUE"));
+}
+
+TEST(Journey, FilesDraggedToTheCompactWindowAreConverted) {
+    const TestFolder folder;
+    LocateSettingsFile();
+    std::ofstream(ToNative(SettingsFile).toStdString(), std::ios::binary)
+        << "[LANGUE]\nVALUE= 0\n[AudioConverter]\nFormat=Ogg\nOutputPath="
+        << folder.Native("out").toStdString() << '\n';
+    folder.MakeFolder("out");
+    const QByteArray tone = folder.Native("tone.wav");
+    ASSERT_EQ(RunTool({"sox", "-n", "-r", "44100", "-c", "2", tone, "synth", "3", "sine", "440"}).ExitCode,
+              0);
+    const QByteArray drag =
+        "'" + Program("drag-source") + "' '" + tone +
+        "' & from=$(wait_for '^drag-source$'); to=$(wait_for '^Sonmira V2.1$'); "
+        "xdotool windowmove --sync $to 300 20; xdotool windowmove --sync $from 10 10; sleep 0.5; "
+        "place() { xwininfo -id $1 | awk '/Absolute upper-left X/ {x=$NF} /Absolute upper-left Y/ {y=$NF} "
+        "END {print x + '$2', y + '$3'}'; }; "
+        "xdotool windowactivate --sync $from; "
+        "read -r fx fy < <(place $from 40 30); read -r tx ty < <(place $to 250 160); "
+        "xdotool mousemove $fx $fy; sleep 0.2; xdotool mousedown 1; sleep 0.2; "
+        "for n in 1 2 3 4 5 6 7 8; do xdotool mousemove $((fx + (tx - fx) * n / 8)) $((fy + (ty - fy) * n / "
+        "8)); "
+        "sleep 0.1; done; sleep 0.3; xdotool mouseup 1; sleep 1; press $to ctrl+Return; sleep 3; "
+        "press $to ctrl+q; kill %2";
+    const ToolResult closed = Play(drag, Program("audiotool"));
+    EXPECT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+    const ToolResult probe = RunTool({"ffprobe", "-v", "error", "-show_entries", "stream=codec_name,duration",
+                                      "-of", "csv=p=0", folder.Native("out/tone.ogg")});
+    EXPECT_EQ(probe.Output.trimmed(), "vorbis,3.000000") << probe.Errors.constData();
+}
+
 TEST(Journey, TheHelpDocumentHoldsEveryPage) {
     const TestFolder folder;
     const ToolResult extracted = RunTool({"extract_chmLib", Program("Sonmira.chm"), folder.Native("pages")});

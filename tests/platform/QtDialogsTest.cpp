@@ -4,6 +4,7 @@
 #include "support/TestFolder.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -162,6 +163,37 @@ TEST(NameFilters, NameAPatternOnceWhateverItsCase) {
 TEST(NameFilters, PassWhatIsNoPair) {
     EXPECT_EQ(NameFiltersOf(u"Sound||Other"_s), QStringList());
     EXPECT_EQ(NameFiltersOf(QString()), QStringList());
+}
+
+TEST_F(QtDialogs, AQuestionIsAnsweredByYesOrNo) {
+    for (const bool yes : {true, false}) {
+        QString seen;
+        const WhenShown<QMessageBox> answer([&](QMessageBox& box) {
+            seen = box.windowTitle() + u'|' + box.text();
+            EXPECT_EQ(box.textFormat(), Qt::PlainText);
+            box.button(yes ? QMessageBox::Yes : QMessageBox::No)->click();
+        });
+        EXPECT_EQ(Dialogs().AskYesNo(u"Really <b>?"_s, u"Sonmira"_s), yes);
+        EXPECT_EQ(seen, u"Sonmira|Really <b>?"_s);
+    }
+}
+
+TEST_F(QtDialogs, AQuestionThatIsClosedByEscapeIsANo) {
+    const WhenShown<QMessageBox> answer([](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+    EXPECT_FALSE(Dialogs().AskYesNo(u"Really?"_s, u"Sonmira"_s));
+}
+
+TEST_F(QtDialogs, AColourIsChosenOrCancelled) {
+    {
+        const WhenShown<QColorDialog> answer([](QColorDialog& dialog) {
+            EXPECT_EQ(dialog.currentColor(), QColor(0xC0, 0x40, 0x00));
+            dialog.setCurrentColor(QColor(0x10, 0x20, 0x30));
+            dialog.accept();
+        });
+        EXPECT_EQ(Dialogs().ChooseColour(0xC04000), 0x102030U);
+    }
+    const WhenShown<QColorDialog> answer([](QColorDialog& dialog) { dialog.reject(); });
+    EXPECT_EQ(Dialogs().ChooseColour(0xC04000), std::nullopt);
 }
 
 }  // namespace

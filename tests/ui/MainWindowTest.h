@@ -3,18 +3,11 @@
 #include "formats/OutputPanel.h"
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
-#include "platform/Dialogs.h"
-#include "platform/Processes.h"
-#include "shell/LanguageFiles.h"
-#include "shell/Settings.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/PathBox.h"
-#include "support/ModalAnswer.h"
-#include "support/TestAudio.h"
-#include "support/TestFolder.h"
+#include "support/WindowTest.h"
 #include "ui/BatchConverter.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QDropEvent>
 #include <QLabel>
@@ -25,10 +18,6 @@
 #include <QTreeWidgetItemIterator>
 #include <QtTest/QTest>
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 namespace Sonmira {
 
 // A caption without the mark of the letter by which it is reached.
@@ -37,34 +26,9 @@ inline QString WithoutLetter(QString caption) {
 }
 
 // The real main window over the real components, with settings and output of its own.
-class MainWindowTest : public ::testing::Test {
+class MainWindowTest : public WindowTest {
 protected:
-    MainWindowTest() {
-        QCoreApplication::setApplicationVersion(QStringLiteral("2.1.0"));
-        OverrideLanguageFolder(Shipped.Path());
-        for (const auto& file : std::filesystem::directory_iterator(SONMIRA_LANG)) {
-            if (file.path().extension() != ".lng") continue;
-            Shipped.MakeFile(QByteArray::fromStdString(file.path().filename().string()),
-                             ContentOf(QByteArray::fromStdString(file.path().string())));
-        }
-        SettingsFolder = Folder.Path("settings") + QLatin1Char('\\');
-        Folder.MakeFolder("settings");
-        SettingsFile = SettingsFolder + QStringLiteral("Sonmira.ini");
-        Folder.MakeFolder("out");
-        // Not the first start, which asks for a language.
-        WriteIniValue(SettingsFile, QStringLiteral("LANGUE"), QStringLiteral("VALUE"), QStringLiteral(" 0"));
-        Processes().List = [] { return std::vector<RunningProcess>{{QStringLiteral("Sonmira"), OwnId}}; };
-        Processes().End = [this](qint64 id) {
-            Ended.push_back(id);
-            return true;
-        };
-        Dialogs().BrowseForFolder = [this](const QString& /*title*/) { return FolderToChoose; };
-    }
-
-    ~MainWindowTest() override {
-        Window.reset();
-        Processes() = RealProcesses;
-    }
+    ~MainWindowTest() override { Window.reset(); }
 
     // Closes the window as a user does. The test lives on behind the forced end, so the farewell comes, too.
     bool CloseWindow() {
@@ -100,24 +64,6 @@ protected:
         return texts;
     }
 
-    QString Setting(const QString& key) {
-        return ReadIniValue(SettingsFile, QStringLiteral("AudioConverter"), key);
-    }
-
-    // A WAV of that many minutes whose sound is a hole in the file.
-    void MakeLongWav(const QByteArray& name, int minutes) {
-        const qint64 bytes = qint64{minutes} * 60 * 44100 * 4;
-        QByteArray header = WavOf(MakeSilence(44100, 2, 0), WavKind::Signed16);
-        const auto put = [&](qsizetype at, qint64 value) {
-            for (int n = 0; n < 4; ++n) header[at + n] = static_cast<char>(value >> (8 * n));
-        };
-        put(4, 36 + bytes);
-        put(40, bytes);
-        Folder.MakeFile(name, header);
-        std::filesystem::resize_file(Folder.Native(name).toStdString(),
-                                     static_cast<std::uintmax_t>(44 + bytes));
-    }
-
     // Acts once, as soon as the first row has reached `percent`.
     void WhenReached(int percent, std::function<void()> act) {
         auto* poll = new QTimer(Window.get());
@@ -129,12 +75,6 @@ protected:
         poll->start(5);
     }
 
-    static constexpr qint64 OwnId = 4711;
-    const ProcessFunctions RealProcesses = Processes();
-    std::vector<qint64> Ended;  // processes that were ended by force
-    TestFolder Folder;
-    TestFolder Shipped;
-    QString FolderToChoose;
     std::unique_ptr<BatchConverter> Window;
 };
 

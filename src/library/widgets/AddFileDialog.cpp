@@ -1,8 +1,6 @@
 #include "library/widgets/AddFileDialog.h"
 
-#include "library/AddFiles.h"
 #include "library/AudioFileNames.h"
-#include "library/Collection.h"
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
@@ -25,7 +23,7 @@ QString FolderWithoutBackslash(const QString& path) {
     return isRoot ? folder : folder.chopped(1);
 }
 
-void AskAndAdd(Collection& collection, CollectionView& view) {
+void AskAndAdd(const std::function<void(const QString& path)>& add) {
     OpenDialogRequest request;
     request.Title = LanguageLines[TitleLine];
     request.Filter = AudioFileFilter();
@@ -33,7 +31,7 @@ void AskAndAdd(Collection& collection, CollectionView& view) {
     if (request.StartFolder.isEmpty()) request.StartFolder = ProgramFolder();
     const std::optional<QStringList> chosen = Dialogs().OpenFiles(request);
     if (!chosen || chosen->isEmpty()) return;
-    for (const QString& path : *chosen) AddFileRecord(collection, view, path);
+    for (const QString& path : *chosen) add(path);
     // One file stores its folder with the backslash behind it, several store it as the dialog names it.
     const QString& first = chosen->first();
     const QString folder = chosen->size() > 1 ? FolderWithoutBackslash(first) : FolderOf(first);
@@ -42,8 +40,8 @@ void AskAndAdd(Collection& collection, CollectionView& view) {
 
 }  // namespace
 
-void AddFileDialog(Collection& collection, CollectionView& view) {
-    PassOver([&] { AskAndAdd(collection, view); });
+void AddFileDialog(const std::function<void(const QString& path)>& add) {
+    PassOver([&] { AskAndAdd(add); });
 }
 
 }  // namespace Sonmira

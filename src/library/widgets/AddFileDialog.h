@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QString>
+
+#include <functional>
+
 namespace Sonmira {
 
-class CollectionView;
-struct Collection;
-
-// Asks for files and adds each; remembers the folder for next time. A cancelled dialog, or a failure on
-// the way, ends it at once and remembers nothing.
-void AddFileDialog(Collection& collection, CollectionView& view);
+// Asks for files and gives the path of each to `add`; remembers the folder for next time. A cancelled dialog,
+// or a failure on the way, ends it at once and remembers nothing.
+void AddFileDialog(const std::function<void(const QString& path)>& add);
 
 }  // namespace Sonmira

@@ -3,18 +3,18 @@
 #include "kit/Icons.h"
 #include "kit/Palette.h"
 #include "library/CollectionView.h"
+#include "library/widgets/ReportList.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
+#include "platform/widgets/DroppedFiles.h"
 #include "shell/Paths.h"
 
 #include <QDragEnterEvent>
 #include <QHelpEvent>
-#include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QTimer>
 #include <QToolTip>
-#include <QUrl>
 
 namespace Sonmira {
 
@@ -151,30 +151,13 @@ void ConversionTree::keyPressEvent(QKeyEvent* event) {
 
 void ConversionTree::paintEvent(QPaintEvent* event) {
     QTreeWidget::paintEvent(event);
+    if (NodeCount() <= 1) PaintEmptyHint(*viewport(), EmptyHint);
+    if (!IsDropPlace) return;
     QPainter painter(viewport());
     painter.setRenderHint(QPainter::Antialiasing);
-    if (!EmptyHint.isEmpty() && NodeCount() <= 1) PaintHint(painter);
-    if (!IsDropPlace) return;
     constexpr double Radius = 6;
     painter.setPen(QPen(CurrentPalette().Accent, 2, Qt::DashLine, Qt::RoundCap));
     painter.drawRoundedRect(QRectF(viewport()->rect()).adjusted(4, 4, -4, -4), Radius, Radius);
-}
-
-// A large drawing in the middle, and the hint below it.
-void ConversionTree::PaintHint(QPainter& painter) const {
-    constexpr int Margin = 16;
-    constexpr int Edge = 48;
-    const QRect room = viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin);
-    const QRect text = painter.boundingRect(room, Qt::AlignHCenter | Qt::TextWordWrap, EmptyHint);
-    const int height = Edge + Margin + text.height();
-    if (height > room.height() - 2 * Edge) return;
-    const int top = room.top() + (room.height() - height) / 2;
-    painter.setOpacity(0.75);
-    OwnIcon(u"add-directory").paint(&painter, room.center().x() - Edge / 2, top, Edge, Edge);
-    painter.setOpacity(1);
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(QRect(room.left(), top + Edge + Margin, room.width(), text.height()),
-                     Qt::AlignHCenter | Qt::TextWordWrap, EmptyHint);
 }
 
 // A selected row has a bar of the accent at its start.
@@ -205,10 +188,8 @@ void ConversionTree::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void ConversionTree::dragMoveEvent(QDragMoveEvent* event) {
-    if (!event->mimeData()->hasUrls()) return;
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
-    ShowDropPlace(true);
+    AcceptFiles(*event);
+    ShowDropPlace(event->isAccepted());
 }
 
 void ConversionTree::dragLeaveEvent(QDragLeaveEvent* event) {
@@ -224,13 +205,7 @@ void ConversionTree::ShowDropPlace(bool shown) {
 
 void ConversionTree::dropEvent(QDropEvent* event) {
     ShowDropPlace(false);
-    QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls()) {
-        const QString path = PathFromUrl(url);
-        if (!path.isEmpty()) paths.append(path);
-    }
-    event->setDropAction(Qt::CopyAction);
-    event->accept();
+    const QStringList paths = DroppedPaths(*event);
     // The program that the files come from waits until this event ends, so the work starts after it.
     QTimer::singleShot(0, this, [this, paths] { Q_EMIT FilesDropped(paths); });
 }

@@ -75,7 +75,6 @@ private:
     static QString KeyOf(const QTreeWidgetItem* node);
     void Remember(const QString& key, QTreeWidgetItem* node);
     void ForgetBelow(const QTreeWidgetItem* node);
-    void PaintHint(QPainter& painter) const;
     void ShowDropPlace(bool shown);
     // The node whose text or image lies there; not its arrow or the room beside it.
     QTreeWidgetItem* NodeAt(const QPoint& position) const;

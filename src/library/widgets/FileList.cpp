@@ -1,6 +1,7 @@
 #include "library/widgets/FileList.h"
 
 #include "kit/Palette.h"
+#include "library/widgets/ReportList.h"
 
 #include <QEvent>
 #include <QHeaderView>
@@ -82,18 +83,11 @@ protected:
 FileList::FileList(QWidget* parent) : QTableView(parent) {
     setModel(&Model);
     setItemDelegateForColumn(FileListModel::ProgressColumn, new ProgressCell(this));
-    setSelectionBehavior(QAbstractItemView::SelectRows);
+    MakeReportList(*this);
     setSelectionMode(QAbstractItemView::SingleSelection);
-    setShowGrid(false);
-    setWordWrap(false);
-    setTextElideMode(Qt::ElideRight);
     setIconSize(QSize(16, 16));
-    verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setMinimumSectionSize(1);
     FitRowsToLetters();
     QHeaderView* const header = horizontalHeader();
-    header->setHighlightSections(false);
     header->resizeSection(FileListModel::TrackColumn, 1235 / 15);
     header->resizeSection(FileListModel::ProgressColumn, 3175 / 15);
 }

@@ -6,6 +6,7 @@
 #include "platform/NativePath.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QMessageBox>
 
@@ -69,6 +70,24 @@ QString BrowseForFolder(const QString& title) {
     return FromNative(ToNarrow(dialog.selectedFiles().constFirst()));
 }
 
+bool AskYesNo(const QString& question, const QString& title) {
+    QMessageBox box(QMessageBox::Question, title, question, QMessageBox::Yes | QMessageBox::No,
+                    QApplication::activeWindow());
+    box.setObjectName(u"Question");
+    box.setTextFormat(Qt::PlainText);
+    box.setWindowModality(Qt::ApplicationModal);
+    return box.exec() == QMessageBox::Yes;
+}
+
+std::optional<quint32> ChooseColour(quint32 start) {
+    QColorDialog dialog(QColor(start), QApplication::activeWindow());
+    dialog.setObjectName(u"ColourDialog");
+    dialog.setOption(QColorDialog::DontUseNativeDialog);
+    dialog.setWindowModality(Qt::ApplicationModal);
+    if (dialog.exec() != QDialog::Accepted) return {};
+    return dialog.selectedColor().rgb() & RGB_MASK;
+}
+
 QStringList WithoutDoubles(const QStringList& patterns) {
     QStringList kept;
     for (const QString& pattern : patterns) {
@@ -93,7 +112,7 @@ QStringList NameFiltersOf(const QString& filter) {
 }
 
 void InstallQtDialogs() {
-    Dialogs() = {ShowMessage, OpenFiles, BrowseForFolder};
+    Dialogs() = {ShowMessage, OpenFiles, BrowseForFolder, AskYesNo, ChooseColour};
 }
 
 }  // namespace Sonmira

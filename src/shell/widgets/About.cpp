@@ -12,6 +12,11 @@ namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
+QString ProgramTitle() {
+    const QStringList version = QCoreApplication::applicationVersion().split(u'.');
+    return u"Sonmira V"_s + version.value(0) + u'.' + version.value(1);
+}
+
 void ShowAbout(QWidget* owner) {
     constexpr int Height = 2565 / 15;  // twips to pixels
     QDialog about(owner);

@@ -1,0 +1,84 @@
+#include "compact/RowDriver.h"
+
+#include "compact/AudiotoolRows.h"
+#include "compact/AudiotoolRunView.h"
+#include "engine/RecordSteps.h"
+#include "engine/RunState.h"
+#include "library/ConversionRecords.h"
+#include "shell/Paths.h"
+#include "shell/Values.h"
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// One file alone shows its name here, too.
+constexpr DriverRules SingleRowRules = [] {
+    DriverRules rules = SingleFileRules;
+    rules.ShowsFileName = true;
+    return rules;
+}();
+
+constexpr qint32 HighestMpcQuality = 10;
+
+ConversionRecord RecordOf(const QString& path) {
+    ConversionRecord record;
+    record.IsFile = true;
+    record.Path = path;
+    record.Name = FileNameOf(path);
+    return record;
+}
+
+}  // namespace
+
+RowDriver::RowDriver(RunState& state, AudiotoolRunView& shown, Components used, const AudiotoolRows& gathered)
+    : Run(state), View(shown), Parts(used), Rows(gathered), Progress(state, shown, used) {}
+
+void RowDriver::RunAllRows() {
+    Begin();
+    View.ClearRows();
+    RecordSteps steps(Run, View, Parts, FullRunRules);
+    for (int row = 1; row <= Rows.Count() && !Run.CancelAll; ++row) {
+        if (!Convert(steps, row)) return;
+    }
+    End();
+}
+
+void RowDriver::ConvertRow(int row) {
+    Rows.Path(row);  // a row that is not there fails before anything is locked
+    Begin();
+    RecordSteps steps(Run, View, Parts, SingleRowRules);
+    if (Convert(steps, row)) End();
+}
+
+void RowDriver::Begin() {
+    View.SetControlsEnabled(false);
+    Run.CancelAll = Run.Busy = Run.FileError = Run.SkipCurrentFile = false;
+}
+
+bool RowDriver::Convert(RecordSteps& steps, int row) {
+    View.TakeRow(row);
+    View.ShowCount(PlainNumber(row) + u" / "_s + PlainNumber(Rows.Count()));
+    const ConversionRecord record = RecordOf(Rows.Path(row));
+    const auto setStem = [this](Destination& target) {
+        // As late as this, because the list of qualities stays free during a run.
+        const qint32 quality = std::clamp<qint32>(Run.Levels.MpcQuality, 0, HighestMpcQuality);
+        Parts.mpcencoder1.SetQuality(static_cast<qint16>(quality));
+        target.SetOutputStem(Run, View, QString());
+    };
+    if (!steps.Convert(record, setStem)) return false;
+    steps.Finish(record, [] {});
+    // A run in which every file is refused copies nothing and would otherwise never let the window paint.
+    View.Yield();
+    return true;
+}
+
+void RowDriver::End() {
+    Run.Busy = false;
+    View.SetControlsEnabled(true);
+    Run.FileError = false;
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,31 @@
+#include "formats/PanelRunView.h"
+
+#include "formats/OutputPanel.h"
+#include "platform/EventLoop.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/PathBox.h"
+
+#include <QCheckBox>
+
+namespace Sonmira {
+
+QString PanelRunView::TextOutPath() const {
+    return Panel.TextOutPath->Text();
+}
+void PanelRunView::SetTextOutPath(const QString& folder) {
+    Panel.TextOutPath->SetText(folder);
+}
+bool PanelRunView::CheckOutPath() const {
+    return Panel.CheckOutPath->isChecked();
+}
+bool PanelRunView::Check2() const {
+    return Panel.Check2->isChecked();
+}
+QString PanelRunView::ComboOutFormat() const {
+    return Panel.ComboOutFormat->currentText();
+}
+void PanelRunView::Yield() {
+    YieldToEventLoop();
+}
+
+}  // namespace Sonmira

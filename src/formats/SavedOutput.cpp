@@ -1,0 +1,94 @@
+#include "formats/SavedOutput.h"
+
+#include "engine/CodecSet.h"
+#include "engine/OutputFormatNames.h"
+#include "engine/RunState.h"
+#include "formats/OutputFormatSelector.h"
+#include "formats/OutputPanel.h"
+#include "platform/Failure.h"
+#include "shell/EncoderGate.h"
+#include "shell/Paths.h"
+#include "shell/Settings.h"
+#include "shell/Values.h"
+#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/Deb.h"
+#include "shell/widgets/PathBox.h"
+
+#include <QAction>
+#include <QCheckBox>
+
+namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString SavedValue(const QString& section, const QString& key) {
+    return ReadIniValue(SettingsFile, section, key);
+}
+
+}  // namespace
+
+void SavedOutput::LoadSettings(QStringView mp3InOldFiles) {
+    PassOver([&] {
+        if (SavedValue(u"LAUNCH"_s, u"VALUE"_s) != u"True") {
+            WriteIniValue(SettingsFile, u"LAUNCH"_s, u"VALUE"_s, u"True"_s);
+        }
+        const QString wmaSupport = RestoreWmaSupport();
+        Run.Busy = Run.CancelAll = false;
+        if (Run.WmaSupported) FormatSelector.FillComboWmaFormat();
+        FormatSelector.SetPlainMp3();
+        RestoreOutputFolder();
+        FormatSelector.FillComboOutFormat(Run.WmaSupported);
+        RestoreOutputFormat(wmaSupport, mp3InOldFiles);
+    });
+    Deb::Unload();
+}
+
+QString SavedOutput::RestoreWmaSupport() {
+    QString wmaSupport = SavedValue(u"WMA"_s, u"WMASUPPORT"_s);
+    if (wmaSupport.isEmpty()) {
+        wmaSupport = u"False"_s;
+        WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, wmaSupport);
+    }
+    Run.WmaSupported = wmaSupport == u"True";
+    acceptWma.setChecked(Run.WmaSupported);
+    Codecs.FileWenc.EnableWma(Run.WmaSupported);
+    Codecs.FileRenc.EnableWma(Run.WmaSupported);
+    return wmaSupport;
+}
+
+void SavedOutput::RestoreOutputFolder() {
+    const QString folder = SavedValue(u"AudioConverter"_s, u"OutputPath"_s);
+    const bool known = !folder.isEmpty() && DirectoryExists(folder);
+    Panel.TextOutPath->SetText(known ? folder : GetSpecialFolder(DesktopFolderNumber));
+    const QString mode = SavedValue(u"AudioConverter"_s, u"Modepath"_s);
+    if (!mode.isEmpty()) Panel.CheckOutPath->setChecked(mode == u"TRUE");
+}
+
+void SavedOutput::RestoreOutputFormat(const QString& wmaSupport, QStringView mp3InOldFiles) {
+    QString format = SavedValue(u"AudioConverter"_s, u"Format"_s);
+    if (!format.isEmpty()) {
+        if (format == mp3InOldFiles) format = FormatName::Mp3.toString();
+        const bool takesWma = ToFlag(wmaSupport);  // a text that is no flag fails here, whatever the format
+        if (format == FormatName::Wma && !takesWma) format = FormatName::Mp3.toString();
+        if (format == FormatName::Mp3 && !IsLameInstalled()) format = FormatName::Wav.toString();
+        FormatSelector.SelectFormat(format);
+        return;
+    }
+    FormatSelector.SelectFormat((IsLameInstalled() ? FormatName::Mp3 : FormatName::Wav).toString());
+    // On a first start the encoder is given MP3 once more, whatever the list shows.
+    FormatSelector.SetPlainMp3();
+    FormatSelector.ApplySavedMp3();
+}
+
+void SavedOutput::Keep() const {
+    const auto keep = [](const QString& key, const QString& value) {
+        WriteIniValue(SettingsFile, u"AudioConverter"_s, key, value);
+    };
+    keep(u"OutputPath"_s, Panel.TextOutPath->Text());
+    keep(u"Modepath"_s, Panel.CheckOutPath->isChecked() ? u"TRUE"_s : u"FALSE"_s);
+    keep(u"Format"_s, Panel.ComboOutFormat->currentText());
+}
+
+}  // namespace Sonmira
