@@ -365,8 +365,11 @@ TEST_F(ConvertingRows, AWmaStageThatFailsIsToldInABoxOfAnotherTitle) {
     MakeWav("b.wav", 2000);
     AddFiles({"a.mp3", "b.wav"});
     Said.clear();
-    // The file turns into another between the check and the encoding, while its tags are read.
-    QTest::qWait(30);
+    // The file turns into another between the check and the encoding, while its tags are read. The event loop
+    // runs there only where it has not run for a moment.
+    QObject::connect(&Rows(), &AudiotoolRows::StateChanged, Window.get(), [](int row) {
+        if (row == 1) QTest::qSleep(20);
+    });
     When([this] { return Window->State().Busy; }, [this] { Folder.MakeFile("a.mp3", "no music any more"); });
     Convert();
     ASSERT_EQ(Said.size(), 1U);
