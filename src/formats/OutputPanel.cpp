@@ -75,12 +75,21 @@ OutputPanel::OutputPanel(QWidget* parent)
                                    TextOutFormat,   CmdFormatParameter, ComboWmaFormat, ComboAPEFormat,
                                    ComboFLACFormat, ComboMPCFormat,     Check2};
     for (qsizetype n = 1; n < order.size(); ++n) setTabOrder(order[n - 1], order[n]);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     PlaceControls();
 }
 
 QSize OutputPanel::sizeHint() const {
-    constexpr int Usual = 420;
-    return {Usual, ToPixels(Inside.Scaled(DesignHeight))};
+    constexpr int UsualField = 260;
+    return {minimumSizeHint().width() + UsualField, minimumSizeHint().height()};
+}
+
+QSize OutputPanel::minimumSizeHint() const {
+    constexpr int LeastField = 120;
+    constexpr int LastRow = 405;
+    const int height = Check2->isHidden() ? DesignHeight - LastRow : DesignHeight;
+    const int besideField = ToPixels(Inside.Left(TextOutPath) + Inside.Width(CmdSelectPath) + 2 * 150);
+    return {besideField + LeastField, ToPixels(Inside.Scaled(height))};
 }
 
 bool OutputPanel::event(QEvent* event) {
@@ -90,6 +99,7 @@ bool OutputPanel::event(QEvent* event) {
         case QEvent::FontChange:
         case QEvent::LayoutDirectionChange:
             PlaceControls();
+            updateGeometry();
             break;
         default:
             break;

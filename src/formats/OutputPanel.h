@@ -28,7 +28,9 @@ public:
 
     explicit OutputPanel(QWidget* parent = nullptr);
 
+    // For those who leave the panel to a layout; the last row takes no room where it is hidden.
     QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
     IconBox* HeadingIcon;
     QLabel* Label11;  // heading
