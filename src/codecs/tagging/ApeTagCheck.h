@@ -9,7 +9,7 @@ qint64 TagsAtEnd(TagStream& file);
 
 // Fails where the APEv2 tag at the end of a file (before an ID3v1 tag, if there is one) says a size that its
 // items do not have: the tag library would take sound for a part of it.
-// Source of the facts: APE Tags Specification 2.000.
+// Source of the facts: APE tags 2.000 as Hydrogenaudio keeps them.
 void CheckApeTagSize(TagStream& file);
 
 }  // namespace Sonmira

@@ -15,8 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int LeastRowHeight = 22;
-
 // The progress cell: the text, and behind a percentage a thin bar.
 class ProgressCell : public QStyledItemDelegate {
 public:
@@ -85,20 +83,14 @@ FileList::FileList(QWidget* parent) : QTableView(parent) {
     setItemDelegateForColumn(FileListModel::ProgressColumn, new ProgressCell(this));
     MakeReportList(*this);
     setSelectionMode(QAbstractItemView::SingleSelection);
-    setIconSize(QSize(16, 16));
-    FitRowsToLetters();
     QHeaderView* const header = horizontalHeader();
     header->resizeSection(FileListModel::TrackColumn, 1235 / 15);
     header->resizeSection(FileListModel::ProgressColumn, 3175 / 15);
 }
 
-void FileList::FitRowsToLetters() {
-    verticalHeader()->setDefaultSectionSize(qMax(LeastRowHeight, fontMetrics().height() + 7));
-}
-
 void FileList::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange) FitRowsToLetters();
+    if (event->type() == QEvent::FontChange) FitRowsToLetters(*this);
 }
 
 void FileList::mousePressEvent(QMouseEvent* event) {

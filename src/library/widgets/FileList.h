@@ -30,8 +30,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
 
 private:
-    void FitRowsToLetters();
-
     FileListModel Model;
 };
 

@@ -16,25 +16,35 @@ void MakeReportList(QTableView& list) {
     list.verticalHeader()->hide();
     list.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     list.verticalHeader()->setMinimumSectionSize(1);
-    list.verticalHeader()->setDefaultSectionSize(22);
+    list.setIconSize(QSize(16, 16));
+    FitRowsToLetters(list);
     list.horizontalHeader()->setHighlightSections(false);
 }
 
+void FitRowsToLetters(QTableView& list) {
+    constexpr int LeastHeight = 22;
+    constexpr int Air = 7;
+    list.verticalHeader()->setDefaultSectionSize(qMax(LeastHeight, list.fontMetrics().height() + Air));
+}
+
 void PaintEmptyHint(QWidget& viewport, const QString& hint) {
-    if (hint.isEmpty()) return;
     constexpr int Margin = 16;
     constexpr int Edge = 48;
+    if (hint.isEmpty()) return;
     QPainter painter(&viewport);
     const QRect room = viewport.rect().adjusted(Margin, Margin, -Margin, -Margin);
     const QRect text = painter.boundingRect(room, Qt::AlignHCenter | Qt::TextWordWrap, hint);
-    const int height = Edge + Margin + text.height();
-    if (height > room.height() - 2 * Edge) return;
-    const int top = room.top() + (room.height() - height) / 2;
-    painter.setOpacity(0.75);
-    OwnIcon(u"add-directory").paint(&painter, room.center().x() - Edge / 2, top, Edge, Edge);
-    painter.setOpacity(1);
+    const bool hasRoom = room.height() > 3 * Edge + text.height();
+    const int height = text.height() + (hasRoom ? Edge + Margin : 0);
+    int top = room.top() + (room.height() - height) / 2;
+    if (hasRoom) {
+        painter.setOpacity(0.75);
+        OwnIcon(u"add-directory").paint(&painter, room.center().x() - Edge / 2, top, Edge, Edge);
+        painter.setOpacity(1);
+        top += Edge + Margin;
+    }
     painter.setPen(viewport.palette().color(QPalette::PlaceholderText));
-    painter.drawText(QRect(room.left(), top + Edge + Margin, room.width(), text.height()),
+    painter.drawText(QRect(room.left(), top, room.width(), text.height()),
                      Qt::AlignHCenter | Qt::TextWordWrap, hint);
 }
 

@@ -10,8 +10,12 @@ namespace Sonmira {
 // Makes a table look and act like a report: whole rows, no grid, rows of one height, no wrapped text.
 void MakeReportList(QTableView& list);
 
-// Draws into the middle of an empty list or tree what one does with it, and a hint below; `viewport` is being
-// painted.
+// The rows as high as the letters of the list want, and as the design has them at least. Again where the
+// letters change.
+void FitRowsToLetters(QTableView& list);
+
+// Writes a hint into the middle of an empty list or tree, below a drawing where there is room for one;
+// `viewport` is being painted.
 void PaintEmptyHint(QWidget& viewport, const QString& hint);
 
 }  // namespace Sonmira
