@@ -54,7 +54,12 @@ void Audiotool::AddFileToList(const QString& path) {
         return;
     }
     double seconds = 0;
-    if (!PassOver([&] { seconds = ReadDuration(Codecs.Parts(), path); })) {
+    const auto read = [&] {
+        // Some decoders answer a missing file with no length, as they do an empty one.
+        if (!FileExists(path)) throw Failure(FailureNumber::FileNotFound);
+        seconds = ReadDuration(Codecs.Parts(), path);
+    };
+    if (!PassOver(read)) {
         TellCannotAdd(path);
         return;
     }
@@ -90,7 +95,9 @@ void Audiotool::addfile_Click() {
     if (!InputsFree()) return;
     BeginAdding();
     const auto end = qScopeGuard([this] { EndAdding(); });
-    AddFileDialog([this](const QString& path) { AddFileToList(path); });
+    AddFileDialog([this](const QString& path) {
+        if (!Closed) AddFileToList(path);
+    });
 }
 
 void Audiotool::ListViewFiles_DragDrop(const QStringList& paths) {

@@ -121,12 +121,15 @@ void AudiotoolList::NoteWidths(int column) {
     QHeaderView* const header = horizontalHeader();
     int left = viewport()->width();
     for (int other = 0; other < AudiotoolRows::ProgressColumn; ++other) left -= header->sectionSize(other);
+    IsWiderThanRoom = left < LeastWidth;
     ProgressWidth = std::max(LeastWidth, left);
 }
 
 void AudiotoolList::resizeEvent(QResizeEvent* event) {
     QTableView::resizeEvent(event);
-    FitNames();
+    // A scroll bar that comes below takes height only, and where the user asked for more than the room has,
+    // the width is his.
+    if (event->oldSize().width() != event->size().width() && !IsWiderThanRoom) FitNames();
 }
 
 void AudiotoolList::updateGeometries() {

@@ -59,6 +59,7 @@ private:
     QString EmptyHint;
     int ProgressWidth = 240;
     bool FittingNames = false;
+    bool IsWiderThanRoom = false;  // by the user's hand
 };
 
 }  // namespace Sonmira

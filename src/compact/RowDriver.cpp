@@ -60,6 +60,7 @@ void RowDriver::Begin() {
 
 bool RowDriver::Convert(RecordSteps& steps, int row) {
     View.TakeRow(row);
+    View.ShowProgress(0);  // what an earlier attempt left
     View.ShowCount(PlainNumber(row) + u" / "_s + PlainNumber(Rows.Count()));
     const ConversionRecord record = RecordOf(Rows.Path(row));
     const auto setStem = [this](Destination& target) {

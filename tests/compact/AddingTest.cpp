@@ -188,6 +188,15 @@ TEST_F(Adding, LengthsComeByTheRouteOfTheFormat) {
                            u"-"_s, u"-"_s, u"00:00:00"_s}));
 }
 
+TEST_F(Adding, AFileThatIsGoneIsToldWhateverItsFormat) {
+    for (const char* name : {"gone.wav", "gone.flac", "gone.ape", "gone.mpc"}) {
+        Window->AddFileToList(Folder.Path(name));
+        ASSERT_EQ(Said.size(), 1U) << name;
+        Said.clear();
+    }
+    EXPECT_EQ(Rows().Count(), 0);
+}
+
 TEST_F(Adding, MinutesGoBeyondAnHour) {
     MakeLongWav("long.wav", 125);
     AddFiles({"long.wav"});

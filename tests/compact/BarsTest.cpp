@@ -73,7 +73,9 @@ TEST_F(Bars, FollowVerticalScrollingAndHideAbove) {
 TEST_F(Bars, FollowHorizontalScrolling) {
     AddTracks(3);
     List().horizontalHeader()->resizeSection(AudiotoolRows::NameColumn, 2000);
-    QApplication::processEvents();
+    QTest::qWait(50);
+    EXPECT_EQ(List().horizontalHeader()->sectionSize(AudiotoolRows::NameColumn), 2000)
+        << "as the user left it";
     const int before = Bar(0).x();
     List().horizontalScrollBar()->setValue(500);
     EXPECT_EQ(Bar(0).x(), before - 500);

@@ -301,6 +301,8 @@ TEST_F(ConvertingRows, CancelDuringTheDecodingOfAnApeFileLeavesNoOutput) {
     EXPECT_FALSE(Made("out/a.wav"));
     EXPECT_FALSE(Made("out/b.wav"));
     EXPECT_EQ(IconOf(2), QString());
+    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_TRUE(Form().CmdConvert->isEnabled()) << "the window is free again";
 }
 
 TEST_F(ConvertingRows, CancelDuringTheDecodingOfAMusepackFileLetsItComeToItsEnd) {
@@ -316,6 +318,8 @@ TEST_F(ConvertingRows, CancelDuringTheDecodingOfAMusepackFileLetsItComeToItsEnd)
     Convert();
     EXPECT_GE(highest, 99);
     EXPECT_FALSE(Made("out/a.wav")) << "but nothing is made of it";
+    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_TRUE(Form().CmdConvert->isEnabled());
 }
 
 TEST_F(ConvertingRows, ARunHasTheTracksOfAFullRunAndARowThoseOfASingleConversion) {

@@ -3,11 +3,11 @@
 #include "platform/Clock.h"
 #include "support/Tool.h"
 #include "tags/TagMemory.h"
+#include "ui/TabStrip.h"
 
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTabWidget>
 
 namespace Sonmira {
 namespace {

@@ -7,6 +7,7 @@
 #include "shell/Values.h"
 #include "shell/widgets/Events.h"
 
+#include <QKeyEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -39,6 +40,11 @@ Form1::Form1(QWidget* owner)
     OnEvent(ListView1, &QListWidget::itemActivated, this, [this] { Command1_Click(); });
     OnEvent(Command1, &QPushButton::clicked, this, [this] { Command1_Click(); });
     ListView1->setFocus();
+}
+
+void Form1::keyPressEvent(QKeyEvent* event) {
+    // Without a choice a program may have to end; a stray key must not decide that.
+    if (event->key() != Qt::Key_Escape) QDialog::keyPressEvent(event);
 }
 
 void Form1::FillLanguageList() {

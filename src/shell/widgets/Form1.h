@@ -8,7 +8,8 @@ class QPushButton;
 namespace Sonmira {
 
 // The language picker of the first start, in English only: no language is chosen yet. One click on a row
-// chooses and closes; closing the window by its button or by Escape chooses nothing.
+// chooses and closes; closing the window by its button chooses nothing, and
+// Escape does nothing at all.
 class Form1 : public QDialog {
     Q_OBJECT
 
@@ -17,6 +18,9 @@ public:
 
     QListWidget* ListView1;
     QPushButton* Command1;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void FillLanguageList();
