@@ -63,6 +63,8 @@ OutputPanel::OutputPanel(QWidget* parent)
     CmdSelectPath->setAccessibleName(u"Select the output folder"_s);
     CmdFormatParameter->setIcon(OwnIcon(u"options"));
     CmdFormatParameter->setAccessibleName(u"Change the format parameters"_s);
+    for (QToolButton* button : {CmdSelectPath, CmdFormatParameter})
+        button->setToolTip(button->accessibleName());
     TextOutFormat->setReadOnly(true);
     Label5->setBuddy(TextOutPath);
     Label6->setBuddy(ComboOutFormat);

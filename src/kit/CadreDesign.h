@@ -18,8 +18,8 @@ public:
     explicit CadreDesign(QWidget* parent = nullptr);
 
 Q_SIGNALS:
-    // After each drawing that follows a change of size, still inside that change. As the toolkit does, a card
-    // that is not visible hears of its new size when it is shown.
+    // At each change of size, still inside that change; the toolkit brings the card and all on it to the
+    // screen together, right after it. A card that is not visible hears of its new size when it is shown.
     void Resize();
 
 protected:

@@ -97,7 +97,7 @@ void MyProgressBar::SetValue(qint32 value) {
     CurrentValue = value;
     Label27->setText(QString::number(value) + u" %"_s);
     Centre();
-    update();
+    repaint();
     if (!isNew) return;
     QAccessibleValueChangeEvent change(this, value);
     QAccessible::updateAccessibility(&change);

@@ -114,7 +114,7 @@ void SplitterBar::leaveEvent(QEvent* event) {
 // Nobody will ever tell a hidden bar that the button was let go.
 void SplitterBar::hideEvent(QHideEvent* event) {
     QFrame::hideEvent(event);
-    Owner.AbandonDrag();
+    Owner.CancelDrag();
     GiveFocusBack();
 }
 

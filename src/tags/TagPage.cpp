@@ -66,6 +66,7 @@ void TagPage::paintEvent(QPaintEvent* /*event*/) {
 
 void TagPage::resizeEvent(QResizeEvent* /*event*/) {
     PlaceControls();
+    if (Form.Picture4 != nullptr && !Form.Picture4->isHidden()) Form.ShowMemory();
 }
 
 int TagPage::RowPitch() const {

@@ -77,7 +77,7 @@ ShownText TextOf(const QWidget& control) {
 void PaintCut(QLineEdit& field, const QString& text) {
     const QStyleOptionFrame option = OptionOf(field);
     QPainter painter(&field);
-    field.style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, &field);
+    if (field.hasFrame()) field.style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, &field);
     const QRect room = RoomOf(field, option);
     const Qt::TextElideMode mode = text.startsWith(u'/') ? Qt::ElideMiddle : Qt::ElideRight;
     painter.setPen(field.palette().color(QPalette::Text));
@@ -103,7 +103,7 @@ protected:
 private:
     static bool PaintIfCut(QObject& watched) {
         auto* const field = qobject_cast<QLineEdit*>(&watched);
-        if (field == nullptr || field->hasFocus() || !field->hasFrame()) return false;
+        if (field == nullptr || field->hasFocus()) return false;
         const QString cut = CutTextOf(*field);
         if (cut.isEmpty()) return false;
         PaintCut(*field, cut);

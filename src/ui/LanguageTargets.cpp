@@ -98,6 +98,7 @@ void ApplyLanguage(const QString& path, BatchConverterForm& form) {
     form.Label27->setText(line[60]);
     form.Label32->setText(line[0] + u':');
     form.StopImg->setToolTip(line[63]);
+    form.StopImg->setAccessibleName(line[63]);
     form.ConvertSlection->setText(line[64]);
     form.convertnoww->setText(line[64]);
     form.playfilemenu->setText(line[65]);

@@ -1,23 +1,18 @@
 // How the main window comes up: its texts, the empty collection and what the settings file remembers.
 
-#include "kit/Placing.h"
 #include "platform/NamedMutex.h"
 #include "shell/Values.h"
 #include "shell/widgets/About.h"
 #include "shell/widgets/LanguageChoice.h"
-#include "shell/widgets/MinMaxInfo.h"
 #include "ui/BatchConverter.h"
 #include "ui/LanguageTargets.h"
+#include "ui/MainWindowLayout.h"
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// The least size in twips, for letters of the usual size.
-constexpr double LeastWidth = 9195.0;
-constexpr double LeastHeight = 8400.0;
 
 // The place in the language menu that is taken for one run when the picker was closed without a choice.
 constexpr QStringView PlaceWithoutChoice = u"6";
@@ -26,8 +21,7 @@ constexpr QStringView PlaceWithoutChoice = u"6";
 
 void BatchConverter::Form_Load() {
     setWindowTitle(ProgramTitle());
-    const double letters = LetterFactor(*this);
-    HookMinMaxInfo(*this, LeastWidth * letters, LeastHeight * letters);
+    HookLeastSize(*this);
     Languages.FillLanguageMenu();
     CreateNamedMutex(u"Tolvane_SonmiraPack");
     CreateNamedMutex(u"Global\\Tolvane_SonmiraPack");

@@ -9,13 +9,16 @@
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
 #include "platform/Failure.h"
+#include "shell/widgets/MinMaxInfo.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/TabStrip.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMainWindow>
+#include <QScreen>
 #include <QToolButton>
 
 namespace Sonmira {
@@ -40,6 +43,18 @@ int HintOf(const QLabel* label) {
 }
 
 }  // namespace
+
+void HookLeastSize(QWidget& window) {
+    constexpr double LeastWidth = 9195;
+    constexpr double LeastHeight = 8400;
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    const QSize room = screen != nullptr ? screen->availableSize() : QSize();
+    const double letters = LetterFactor(window);
+    const auto grown = [&](double least, int most) {
+        return std::max(least, std::min(least * letters, double(ToTwips(most))));
+    };
+    HookMinMaxInfo(window, grown(LeastWidth, room.width()), grown(LeastHeight, room.height()));
+}
 
 MainWindowLayout::MainWindowLayout(QMainWindow& window, BatchConverterForm& form)
     : QObject(&window),
@@ -75,6 +90,8 @@ bool MainWindowLayout::eventFilter(QObject* watched, QEvent* event) {
             if (watched == Form.Picture7) PlacePicture7();
             break;
         case QEvent::FontChange:
+            HookLeastSize(Window);
+            [[fallthrough]];
         case QEvent::LayoutDirectionChange:
             PlaceAll();
             break;

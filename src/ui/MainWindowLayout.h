@@ -10,6 +10,9 @@ namespace Sonmira {
 
 struct BatchConverterForm;
 
+// Lets the window become no smaller than its design, which grows with the letters as far as the screen goes.
+void HookLeastSize(QWidget& window);
+
 // How the areas of the main window follow its size. Two kinds of measures: the design places, which hold
 // until captions or letters change, and the rules, which are applied at each change of a size in their
 // order, each reading what the earlier ones made. All of it in twips.

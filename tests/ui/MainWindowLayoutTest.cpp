@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QScreen>
 #include <QStatusBar>
 
 namespace Sonmira {
@@ -347,6 +348,25 @@ TEST_F(MainWindowLayouts, InARightToLeftLayoutEverythingIsMirrored) {
 
 // Letters of twice the size: every caption still has the room that it wants where the window is large, and
 // nothing lies over anything else.
+TEST_F(MainWindowLayouts, TheLeastSizeGrowsWithTheLettersAsFarAsTheScreenGoes) {
+    const QFont usual = QApplication::font();
+    const QSize before = Window->minimumSize();
+    QFont font = usual;
+    font.setPointSizeF(usual.pointSizeF() * 1.25);
+    QApplication::setFont(font);
+    QTest::qWait(50);
+    EXPECT_GT(Window->minimumWidth(), before.width());
+    font.setPointSizeF(usual.pointSizeF() * 4);
+    QApplication::setFont(font);
+    QTest::qWait(50);
+    const QSize screen = Window->screen()->availableSize();
+    EXPECT_LE(Window->minimumWidth(), qMax(screen.width(), before.width()));
+    EXPECT_LE(Window->minimumHeight(), qMax(screen.height(), before.height()));
+    QApplication::setFont(usual);
+    QTest::qWait(50);
+    EXPECT_EQ(Window->minimumSize(), before);
+}
+
 TEST_F(MainWindowLayouts, LargerLettersHaveTheirRoom) {
     const QFont usual = QApplication::font();
     for (const double factor : {1.25, 1.6, 2.0}) {

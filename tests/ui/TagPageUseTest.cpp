@@ -245,6 +245,15 @@ TEST_F(TagPageUse, AnyLabelOfTheMemoryHidesItAndSoDoesAClickOnANode) {
     EXPECT_FALSE(memory.isVisible());
 }
 
+TEST_F(TagPageUse, TheMemoryStaysOnThePageThatBecomesSmaller) {
+    Window->resize(1600, 900);
+    QTest::qWait(50);
+    Press(3);
+    Window->resize(Window->minimumSize());
+    QTest::qWait(50);
+    EXPECT_TRUE(Page().Picture2->rect().contains(Page().Picture4->geometry()));
+}
+
 TEST_F(TagPageUse, AFileThatLeftTheCollectionCanStillBeSavedAndShownAgain) {
     Add("a.mp3");
     ClickNode(u"a.mp3"_s);
