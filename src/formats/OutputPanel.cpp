@@ -82,16 +82,18 @@ OutputPanel::OutputPanel(QWidget* parent)
 }
 
 QSize OutputPanel::sizeHint() const {
-    constexpr int UsualField = 260;
-    return {minimumSizeHint().width() + UsualField, minimumSizeHint().height()};
+    constexpr int More = 120;
+    return {minimumSizeHint().width() + More, minimumSizeHint().height()};
 }
 
 QSize OutputPanel::minimumSizeHint() const {
-    constexpr int LeastField = 120;
     constexpr int LastRow = 405;
+    // The boxes have the width of the fields, by the rule, and are to show their whole text.
+    int field = CheckOutPath->sizeHint().width();
+    if (!Check2->isHidden()) field = qMax(field, Check2->sizeHint().width());
     const int height = Check2->isHidden() ? DesignHeight - LastRow : DesignHeight;
     const int besideField = ToPixels(Inside.Left(TextOutPath) + Inside.Width(CmdSelectPath) + 2 * 150);
-    return {besideField + LeastField, ToPixels(Inside.Scaled(height))};
+    return {besideField + field, ToPixels(Inside.Scaled(height))};
 }
 
 bool OutputPanel::event(QEvent* event) {
