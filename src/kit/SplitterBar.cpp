@@ -1,5 +1,6 @@
 #include "kit/SplitterBar.h"
 
+#include "kit/Accessible.h"
 #include "kit/Palette.h"
 #include "kit/Splitter.h"
 
@@ -44,6 +45,8 @@ QColor ColorOf(quint32 color) {
 }
 
 SplitterBar::SplitterBar(Splitter& owner) : QFrame(&owner), Owner(owner) {
+    // Before the name, at which the toolkit decides for good what describes the bar.
+    InstallKitAccessibility();
     setObjectName(u"picSplitter"_s);
     setAccessibleName(u"Splitter"_s);
     // A click gives it the focus for the time of a drag only, so that the field that had it keeps it.
