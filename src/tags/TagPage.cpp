@@ -4,6 +4,7 @@
 #include "kit/Twips.h"
 #include "platform/Failure.h"
 #include "shell/widgets/ChoiceList.h"
+#include "tags/TagMemory.h"
 #include "tags/TagPanelForm.h"
 
 #include <QEvent>
