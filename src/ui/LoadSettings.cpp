@@ -4,6 +4,7 @@
 #include "shell/Values.h"
 #include "shell/widgets/About.h"
 #include "shell/widgets/LanguageChoice.h"
+#include "shell/widgets/MinMaxInfo.h"
 #include "ui/BatchConverter.h"
 #include "ui/LanguageTargets.h"
 #include "ui/MainWindowLayout.h"
@@ -21,7 +22,8 @@ constexpr QStringView PlaceWithoutChoice = u"6";
 
 void BatchConverter::Form_Load() {
     setWindowTitle(ProgramTitle());
-    HookLeastSize(*this);
+    const QSizeF least = LeastSizeOf(*this);
+    HookMinMaxInfo(*this, least.width(), least.height());
     Languages.FillLanguageMenu();
     CreateNamedMutex(u"Tolvane_SonmiraPack");
     CreateNamedMutex(u"Global\\Tolvane_SonmiraPack");

@@ -9,7 +9,6 @@
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
 #include "platform/Failure.h"
-#include "shell/widgets/MinMaxInfo.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/TabStrip.h"
 
@@ -44,7 +43,7 @@ int HintOf(const QLabel* label) {
 
 }  // namespace
 
-void HookLeastSize(QWidget& window) {
+QSizeF LeastSizeOf(const QWidget& window) {
     constexpr double LeastWidth = 9195;
     constexpr double LeastHeight = 8400;
     const QScreen* const screen = QGuiApplication::primaryScreen();
@@ -53,7 +52,7 @@ void HookLeastSize(QWidget& window) {
     const auto grown = [&](double least, int most) {
         return std::max(least, std::min(least * letters, double(ToTwips(most))));
     };
-    HookMinMaxInfo(window, grown(LeastWidth, room.width()), grown(LeastHeight, room.height()));
+    return {grown(LeastWidth, room.width()), grown(LeastHeight, room.height())};
 }
 
 MainWindowLayout::MainWindowLayout(QMainWindow& window, BatchConverterForm& form)
@@ -90,7 +89,7 @@ bool MainWindowLayout::eventFilter(QObject* watched, QEvent* event) {
             if (watched == Form.Picture7) PlacePicture7();
             break;
         case QEvent::FontChange:
-            HookLeastSize(Window);
+            Window.setMinimumSize((LeastSizeOf(Window) / ToTwips(1)).toSize());
             [[fallthrough]];
         case QEvent::LayoutDirectionChange:
             PlaceAll();

@@ -10,8 +10,9 @@ namespace Sonmira {
 
 struct BatchConverterForm;
 
-// Lets the window become no smaller than its design, which grows with the letters as far as the screen goes.
-void HookLeastSize(QWidget& window);
+// The least size of the window in twips: that of its design, which grows with the letters as far as the
+// screen goes.
+QSizeF LeastSizeOf(const QWidget& window);
 
 // How the areas of the main window follow its size. Two kinds of measures: the design places, which hold
 // until captions or letters change, and the rules, which are applied at each change of a size in their

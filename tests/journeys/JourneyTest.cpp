@@ -86,7 +86,7 @@ TEST(Journey, AFirstStartAsksForTheLanguageAndKeepsThreeSettingsAtTheClose) {
 TEST(Journey, APickerThatIsClosedIsThereAgainAtTheNextStart) {
     for (int start = 1; start <= 2; ++start) {
         const ToolResult closed = Play(
-            "press \"$(wait_for '^Sonmira - Language')\" Escape; "
+            "press \"$(wait_for '^Sonmira - Language')\" alt+F4; "
             "press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q");
         ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
         EXPECT_FALSE(SettingsContent().contains("LANGUE"));
@@ -154,7 +154,7 @@ TEST(Journey, TheCompactWindowAsksForTheLanguageAndEndsTheProgramAtItsClose) {
 
 TEST(Journey, TheCompactWindowEndsWithAReportWhereItsLanguagePickerIsClosed) {
     const ToolResult closed =
-        Play("press \"$(wait_for '^Sonmira - Language')\" Escape; press \"$(wait_for '^Sonmira$')\" Return",
+        Play("press \"$(wait_for '^Sonmira - Language')\" alt+F4; press \"$(wait_for '^Sonmira$')\" Return",
              Program("audiotool"));
     EXPECT_EQ(closed.ExitCode, 1) << closed.Errors.constData();
     EXPECT_FALSE(SettingsContent().contains("LANGUE"));
