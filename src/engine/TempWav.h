@@ -14,8 +14,8 @@ struct TempWav {
 // `extensionLength` characters, and "wav".
 QString TempWavPathFor(const QString& path, int extensionLength);
 
-// The same, with whatever lay there removed: an older file, or a link to another. Empty where something stays,
-// such as the file of another user, which would be converted for the song.
+// The same, with whatever lay there removed: an older file, or a link to another. Empty where something
+// stays, such as the file of another user, which would be converted for the song.
 QString FreeTempWavPathFor(const QString& path, int extensionLength);
 
 }  // namespace Sonmira
