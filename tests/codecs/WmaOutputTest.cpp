@@ -1,6 +1,7 @@
 #include "Conversion.h"
 #include "codecs/WmaFormats.h"
 #include "platform/Failure.h"
+#include "support/Sanitized.h"
 #include "support/Tool.h"
 
 #include <gtest/gtest.h>
@@ -91,7 +92,7 @@ TEST_P(WmaNumber, HoldsItsBitRate) {
     EXPECT_LT(kilobits, (format.Kilobits + around) * 1.03 + 3);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, WmaNumber, ::testing::Range(1, WmaFormatCount + 1));
+INSTANTIATE_TEST_SUITE_P(All, WmaNumber, ::testing::Range(1, WmaFormatCount + 1, UnderSanitizers ? 5 : 1));
 
 TEST(WmaFormats, HaveTextsThatAreAllDifferent) {
     AudioFile file;
