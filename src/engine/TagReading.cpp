@@ -41,11 +41,11 @@ private:
     // The standard says Latin-1, and many programs write UTF-8.
     QString Text(qsizetype place, qsizetype length) const {
         const QByteArray field = Bytes.sliced(place, length);
-        const QString text = FromNarrow(field);
+        QString text = FromNarrow(field);
         if (!HoldsRawBytes(text)) return text;
         // The field may end in the middle of a character. Other characters tell whether it does.
         for (const qsizetype cut : {1, 2, 3}) {
-            const QString whole = FromNarrow(field.chopped(cut));
+            QString whole = FromNarrow(field.chopped(cut));
             const bool isWide = std::any_of(whole.begin(), whole.end(), [](QChar c) { return c > u'\x7F'; });
             if (isWide && !HoldsRawBytes(whole)) return whole;
         }
