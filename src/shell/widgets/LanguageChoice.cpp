@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 
 QString SavedLanguagePlace(QWidget& window) {
     const auto saved = [] { return ReadIniValue(SettingsFile, u"LANGUE"_s, u"VALUE"_s); };
-    const QString place = saved();
+    QString place = saved();
     if (!place.isEmpty()) return place;
     Deb::Unload();  // the logo would stand before the picker
     Form1(&window).exec();
