@@ -12,10 +12,9 @@ target_compile_definitions(sonmira_options INTERFACE
 target_include_directories(sonmira_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
 if(SONMIRA_SANITIZE)
   # The sanitizers' own checks make this warning see paths that cannot happen.
-  target_compile_options(sonmira_options INTERFACE
-    -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer
     -Wno-maybe-uninitialized)
-  target_link_options(sonmira_options INTERFACE -fsanitize=address,undefined)
+  add_link_options(-fsanitize=address,undefined)
 endif()
 
 file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/pch.cpp CONTENT "")

@@ -162,9 +162,8 @@ private:
     void StartDrag(const QPoint& pointer);
     void ContinueDrag(const QPoint& pointer);
     void EndDrag();
+    // The bar goes back to where the drag began.
     void CancelDrag();
-    // Ends a drag whose end nobody will tell; the bar stays where it is.
-    void AbandonDrag();
     // Moves the bar as a drag over so many logical pixels does.
     void Step(int pixels);
 

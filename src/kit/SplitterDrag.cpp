@@ -38,14 +38,10 @@ void Splitter::EndDrag() {
 void Splitter::CancelDrag() {
     if (!IsDragging()) return;
     const int start = Drag->Start;
-    AbandonDrag();
-    MoveBar(start);
-    LayOut();
-}
-
-void Splitter::AbandonDrag() {
     Drag.reset();
     if (Bar->IsDressed()) Bar->Undress();
+    MoveBar(start);
+    LayOut();
 }
 
 void Splitter::Step(int pixels) {

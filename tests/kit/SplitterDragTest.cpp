@@ -209,14 +209,16 @@ TEST_F(SplitterDrag, ASecondButtonDoesNotEndADrag) {
     EXPECT_EQ(Control.SplitterPos(), 4050);
 }
 
-TEST_F(SplitterDrag, ABarThatIsHiddenInADragLetsGo) {
+TEST_F(SplitterDrag, ABarThatIsHiddenInADragGoesBackAndLetsGo) {
     Press({202, 50});
     Move({252, 50});
     Control.SetAllowResize(false);
     EXPECT_FALSE(Control.IsDragging());
     Control.SetAllowResize(true);
     Move({300, 50});
-    EXPECT_EQ(Control.CurrSplitterPos(), 3750);
+    EXPECT_EQ(Control.CurrSplitterPos(), 3000);
+    EXPECT_EQ(First.width(), 200);
+    EXPECT_EQ(Control.SplitterPos(), 3000);
 }
 
 TEST_F(SplitterDrag, ALyingBarIsDraggedUpAndDown) {
