@@ -20,15 +20,19 @@ endif()
 file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/pch.cpp CONTENT "")
 set(core_headers <QByteArray> <QHash> <QList> <QString> <QStringList>
   <algorithm> <cstdint> <exception> <functional> <memory> <optional> <string> <vector>)
-
-add_library(pch_core STATIC ${CMAKE_BINARY_DIR}/pch.cpp)
-target_link_libraries(pch_core PUBLIC sonmira_options Qt6::Core)
-target_precompile_headers(pch_core PRIVATE ${core_headers})
-
-add_library(pch_widgets STATIC ${CMAKE_BINARY_DIR}/pch.cpp)
-target_link_libraries(pch_widgets PUBLIC sonmira_options Qt6::Core Qt6::Gui Qt6::Widgets)
-target_precompile_headers(pch_widgets PRIVATE ${core_headers}
+set(widget_headers ${core_headers}
   <QAbstractItemModel> <QBoxLayout> <QLabel> <QMainWindow> <QPainter> <QPushButton> <QTreeWidget> <QWidget>)
+
+# sonmira_precompile(NAME HEADERS header... LINKS target...): headers for others to take by REUSE_FROM
+function(sonmira_precompile name)
+  cmake_parse_arguments(PCH "" "" "HEADERS;LINKS" ${ARGN})
+  add_library(${name} STATIC ${CMAKE_BINARY_DIR}/pch.cpp)
+  target_link_libraries(${name} PUBLIC sonmira_options ${PCH_LINKS})
+  target_precompile_headers(${name} PRIVATE ${PCH_HEADERS})
+endfunction()
+
+sonmira_precompile(pch_core HEADERS ${core_headers} LINKS Qt6::Core)
+sonmira_precompile(pch_widgets HEADERS ${widget_headers} LINKS Qt6::Core Qt6::Gui Qt6::Widgets)
 
 # sonmira_room(NAME [WIDGETS] SOURCES file... LINKS target... [PRIVATE_LINKS target...])
 function(sonmira_room name)

@@ -153,6 +153,7 @@ protected:
         EXPECT_TRUE(acted);
     }
 
+    inline static const QStringList Languages = {u"English"_s, u"German"_s, u"French"_s};
     static constexpr QSize Sizes[] = {{613, 560}, {1080, 700}, {1920, 1080}, {3840, 2160}};
 };
 
@@ -161,20 +162,19 @@ QString SizeText(const QSize& size) {
 }
 
 TEST_F(MainWindowPictures, FromTheLeastSizeToALargeScreen) {
-    QList<Picture> idle;
-    for (const QSize& size : Sizes) {
-        Resize(size);
-        idle.append(Take(u"idle, %1"_s.arg(SizeText(size))));
-    }
     QList<Picture> all;
-    InTheMiddleOfARun([&] {
-        for (qsizetype n = 0; n < idle.size(); ++n) {
-            Resize(Sizes[n]);
-            all.append(idle[n]);
-            all.append(Take(u"converting, %1"_s.arg(SizeText(Sizes[n]))));
+    const auto takeAll = [&](const QString& state) {
+        for (const QSize& size : Sizes) {
+            Resize(size);
+            for (const QString& language : Languages) {
+                Speak(language);
+                all.append(Take(u"%1, %2, %3"_s.arg(language, state, SizeText(size))));
+            }
         }
-    });
-    Keep(Sheet(all, 2, 1600), u"sizes"_s);
+    };
+    takeAll(u"idle"_s);
+    InTheMiddleOfARun([&] { takeAll(u"converting"_s); });
+    Keep(Sheet(all, 3, 1950), u"sizes"_s);
 }
 
 TEST_F(MainWindowPictures, InLightAndDarkOnBothPages) {
@@ -203,7 +203,7 @@ TEST_F(MainWindowPictures, InThreeLanguagesAtTheLeastSize) {
     QList<Picture> all;
     Resize({613, 560});
     InTheMiddleOfARun([&] {
-        for (const QString& language : {u"English"_s, u"German"_s, u"French"_s}) {
+        for (const QString& language : Languages) {
             Speak(language);
             for (const int tab : {0, 1}) {
                 Form().SSTab1->setCurrentIndex(tab);
