@@ -7,6 +7,8 @@
 #include "kit/Twips.h"
 
 #include <QAccessibleWidget>
+#include <QToolBar>
+#include <QToolButton>
 
 namespace Sonmira {
 
@@ -79,6 +81,11 @@ void InstallKitAccessibility() {
         return true;
     }();
     static_cast<void>(isInstalled);
+}
+
+void NameExtensionOf(const QToolBar& bar) {
+    bar.findChild<QToolButton*>(QStringLiteral("qt_toolbar_ext_button"))
+        ->setAccessibleName(QStringLiteral("More commands"));
 }
 
 }  // namespace Sonmira

@@ -59,6 +59,7 @@ TagFields::TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& c
       infoOriginalArtist(Field(holder, u"infoOriginalArtist")) {
     frame.setTitle(u"Tag Version"_s);
     infoGenre->setEditable(true);
+    infoGenre->lineEdit()->setAccessibleName(u"Genre"_s);
     infoGenre->setInsertPolicy(QComboBox::NoInsert);
     for (std::size_t index = 0; index < Option1.size(); ++index) {
         Option1[index] = Named(new QRadioButton(index == 0 ? u"ID3v1"_s : u"ID3v2"_s, &frame),

@@ -1,5 +1,6 @@
 #include "tags/TagPanelForm.h"
 
+#include "kit/Accessible.h"
 #include "kit/Icons.h"
 #include "tags/TagMemory.h"
 #include "tags/TagPage.h"
@@ -41,6 +42,7 @@ TagPanelForm::TagPanelForm(QWidget& window) {
     Toolbar2 = new QToolBar(Picture2);
     Toolbar2->setObjectName(u"Toolbar2"_s);
     Toolbar2->setAccessibleName(u"Tag commands"_s);
+    NameExtensionOf(*Toolbar2);
     Toolbar2->setIconSize(QSize(20, 20));
     int n = 0;
     for (const Button& button : Buttons) {

@@ -1,6 +1,7 @@
 #include "ui/BatchConverterForm.h"
 
 #include "formats/OutputPanel.h"
+#include "kit/Accessible.h"
 #include "kit/CadreDesign.h"
 #include "kit/IconBox.h"
 #include "kit/Icons.h"
@@ -152,6 +153,7 @@ void BatchConverterForm::BuildToolbar(QMainWindow& window) {
                                          {u"Information", u"information"}};
     Toolbar1 = Named(window.addToolBar(u"Toolbar1"_s), u"Toolbar1"_s);
     Toolbar1->setAccessibleName(u"Commands"_s);
+    NameExtensionOf(*Toolbar1);
     Toolbar1->setMovable(false);
     Toolbar1->setContextMenuPolicy(Qt::PreventContextMenu);
     Toolbar1->setIconSize(QSize(24, 24));

@@ -6,6 +6,8 @@
 #include "support/Sanitized.h"
 #include "ui/BatchConverter.h"
 
+#include <ostream>
+
 namespace Sonmira {
 namespace {
 
@@ -15,6 +17,10 @@ struct Output {
     QStringView Format;
     const char* Ending;
 };
+
+void PrintTo(const Output& output, std::ostream* out) {
+    *out << output.Ending;
+}
 
 class BothWindows : public AudiotoolTest, public ::testing::WithParamInterface<Output> {
 public:

@@ -3,6 +3,8 @@
 #include "support/TestFolder.h"
 #include "support/Tool.h"
 
+#include <QSet>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -188,6 +190,49 @@ TEST(Journey, FilesDraggedToTheCompactWindowAreConverted) {
     const ToolResult probe = RunTool({"ffprobe", "-v", "error", "-show_entries", "stream=codec_name,duration",
                                       "-of", "csv=p=0", folder.Native("out/tone.ogg")});
     EXPECT_EQ(probe.Output.trimmed(), "vorbis,3.000000") << probe.Errors.constData();
+}
+
+// What assistive tools hear of a program with its window on the screen: depth, role and name of each node.
+QList<QList<QByteArray>> Heard(const char* program) {
+    LocateSettingsFile();
+    std::ofstream(ToNative(SettingsFile).toStdString(), std::ios::binary) << "[LANGUE]\nVALUE= 0\n";
+    const ToolResult heard =
+        OnDisplay({"dbus-run-session", "--", "bash", "-c",
+                   "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 \"$0\" & program=$!; "
+                   "timeout 60 xdotool search --sync --onlyvisible --name '^Sonmira V2.1$' >&2; "
+                   "\"$1\" Sonmira; status=$?; kill $program; exit $status",
+                   Program(program), Program("accessible-walk")});
+    EXPECT_EQ(heard.ExitCode, 0) << heard.Errors.constData();
+    QList<QList<QByteArray>> nodes;
+    for (const QByteArray& line : heard.Output.split('\n')) {
+        // The bus has its say between the lines.
+        if (line.count('\t') == 2) nodes.append(line.split('\t'));
+    }
+    return nodes;
+}
+
+TEST(Journey, EveryControlOfBothProgramsHasANameOnTheAccessibilityBus) {
+    const QList<QByteArray> needless = {"application", "frame",    "panel",      "filler",    "label",
+                                        "list",        "menu bar", "popup menu", "separator", "status bar"};
+    for (const char* program : {"sonmira", "audiotool"}) {
+        const auto nodes = Heard(program);
+        QSet<QByteArray> roles;
+        for (const auto& node : nodes) {
+            roles.insert(node[1]);
+            EXPECT_TRUE(needless.contains(node[1]) || !node[2].isEmpty())
+                << program << ": " << node[1].constData() << " at depth " << node[0].constData();
+        }
+        EXPECT_GT(nodes.size(), 80) << program;
+        for (const char* role : {"frame", "menu item", "push button", "check box", "text", "combo box",
+                                 "list item", "table", "column header"}) {
+            EXPECT_TRUE(roles.contains(role)) << program << ": " << role;
+        }
+        if (program != QByteArrayView("sonmira")) continue;
+        for (const char* role :
+             {"tree", "splitter", "progress bar", "page tab", "radio button", "tool bar"}) {
+            EXPECT_TRUE(roles.contains(role)) << role;
+        }
+    }
 }
 
 TEST(Journey, TheHelpDocumentHoldsEveryPage) {

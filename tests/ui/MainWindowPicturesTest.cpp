@@ -173,6 +173,7 @@ TEST_F(MainWindowPictures, FromTheLeastSizeToALargeScreen) {
         }
     };
     takeAll(u"idle"_s);
+    Speak(Languages[0]);
     InTheMiddleOfARun([&] { takeAll(u"converting"_s); });
     Keep(Sheet(all, 3, 1950), u"sizes"_s);
 }
