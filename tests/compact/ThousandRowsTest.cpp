@@ -28,7 +28,8 @@ protected:
         Open();
         MakeTracks(Thousand);
     }
-    // The mean and the longest time of a step in milliseconds, painting included.
+    // The mean time of a step in milliseconds, painting included. No single step may hold the screen longer
+    // than a person notices.
     template <class Step>
     double Measure(const char* what, int steps, Step&& step) {
         double longest = 0;
@@ -44,6 +45,7 @@ protected:
         std::printf("%-32s %8.2f ms each, %8.2f ms longest\n", what, sum / steps, longest);
         RecordProperty(std::string(what) + " ms each", std::to_string(sum / steps));
         RecordProperty(std::string(what) + " ms longest", std::to_string(longest));
+        EXPECT_LT(longest, 100) << what;
         return sum / steps;
     }
     void AddAll() {
