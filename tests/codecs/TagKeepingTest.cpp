@@ -161,6 +161,35 @@ TEST_F(TagKeeping, FramesThatOnlyTheOlderId3v2KnowsSurvive) {
     EXPECT_TRUE(after.contains("TSIZ") && after.contains("1234567"));
 }
 
+TEST_F(TagKeeping, ADayAndATimeWithoutAYearSurvive) {
+    const QByteArray latin(1, '\0');
+    const QString path = MakeOldTag(Frame("TIT2", latin + "Old") + Frame("TDAT", latin + "2106") +
+                                    Frame("TIME", latin + "1430"));
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    QByteArray after = Content("old.mp3");
+    EXPECT_TRUE(after.contains("TDAT") && after.contains("2106"));
+    EXPECT_TRUE(after.contains("TIME") && after.contains("1430"));
+    Edit(path, [](AudioInformation& tag) { tag.Year = 2004; });
+    after = Content("old.mp3");
+    EXPECT_TRUE(after.contains("2106") && after.contains("1430") && after.contains("2004"));
+    EXPECT_EQ(Load(path).Year, 2004);
+}
+
+TEST_F(TagKeeping, AChainedOggKeepsItsSecondStreamAndThatsTag) {
+    Make("first.ogg", {"-metadata", "title=First"});
+    Make("second.ogg", {"-metadata", "title=Second"});
+    const QString path = Folder.MakeFile("chain.ogg", Content("first.ogg") + Content("second.ogg"));
+    Edit(path, [](AudioInformation& tag) {
+        tag.Title = u"Changed"_s;
+        tag.Comment = QString(100'000, u'x');  // many more pages
+    });
+    EXPECT_EQ(Load(path).Title, u"Changed"_s);
+    EXPECT_TRUE(Content("chain.ogg").endsWith(Content("second.ogg")));
+    const ToolResult info = RunTool({"ogginfo", Folder.Native("chain.ogg")});
+    EXPECT_EQ(info.ExitCode, 0) << info.Output.constData();
+    EXPECT_FALSE(info.Output.contains("WARNING")) << info.Output.constData();
+}
+
 TEST_F(TagKeeping, CommentsOfSeveralLanguagesStayApart) {
     const QString path = MakeOldTag(Frame("COMM", QByteArray("\0eng\0First", 10)) +
                                     Frame("COMM", QByteArray("\0deu\0Zweiter", 12)));

@@ -3,6 +3,7 @@
 #include <commentsframe.h>
 #include <id3v2tag.h>
 #include <textidentificationframe.h>
+#include <unknownframe.h>
 #include <urllinkframe.h>
 
 #include <algorithm>
@@ -103,9 +104,25 @@ void ChangeFirst(Id3v2::Frame& frame, const TagLib::String& text) {
     }
 }
 
+// The library joins a day and a time with the year before them, and drops those that stand alone.
+void KeepSpareDates(Id3v2::Tag& tag) {
+    const auto keep = [&](const char* id, unsigned int joinedLength) {
+        const Id3v2::FrameList years = tag.frameList("TDRC");
+        if (!years.isEmpty() && years.front()->toString().size() >= joinedLength) return;
+        const Id3v2::FrameList dropped = tag.frameList(id);
+        for (Id3v2::Frame* frame : dropped) {
+            tag.addFrame(new Id3v2::UnknownFrame(frame->render()));
+            tag.removeFrame(frame);
+        }
+    };
+    keep("TDAT", 10);
+    keep("TIME", 16);
+}
+
 }  // namespace
 
 void ChangeFrames(Id3v2::Tag& tag, const TagLib::PropertyMap& changes) {
+    KeepSpareDates(tag);
     for (const auto& [key, texts] : changes) {
         Id3v2::FrameList frames;
         for (Id3v2::Frame* frame : tag.frameList()) {
