@@ -20,8 +20,10 @@ std::optional<Id3Block> BlockAt(const InputFile& file, qint64 position) {
     return std::memcmp(block.data(), "TAG", 3) == 0 ? std::optional(block) : std::nullopt;
 }
 
+}  // namespace
+
 // Metadata of a FLAC file: blocks of one byte of kind, three of size, and as many bytes.
-std::optional<Id3Block> BlockInFlac(const InputFile& file) {
+std::optional<qint64> Id3BlockPlaceInFlac(const InputFile& file) {
     const auto start = FlacStart(file);
     if (!start) return {};
     qint64 at = *start + 4;
@@ -33,14 +35,12 @@ std::optional<Id3Block> BlockInFlac(const InputFile& file) {
         const bool isOurs = (head[0] & ~LastBlock) == ApplicationBlock &&
                             size == std::ssize(FlacId3Application) + std::ssize(Id3Block()) &&
                             std::memcmp(&head[4], FlacId3Application.data(), FlacId3Application.size()) == 0;
-        if (isOurs) return BlockAt(file, at + std::ssize(head));
+        if (isOurs) return at + std::ssize(head);
         if ((head[0] & LastBlock) != std::byte{}) return {};
         at += 4 + size;
     }
     return {};
 }
-
-}  // namespace
 
 std::optional<qint64> FlacStart(const InputFile& file) {
     const qint64 start = BehindId3v2(file);
@@ -56,7 +56,9 @@ std::optional<Id3Block> Id3BlockAtEnd(const InputFile& file) {
 std::optional<Id3Block> ReadId3Block(const QString& path) {
     const InputFile file(path);
     const auto block = Id3BlockAtEnd(file);
-    return block ? block : BlockInFlac(file);
+    if (block) return block;
+    const auto place = Id3BlockPlaceInFlac(file);
+    return place ? BlockAt(file, *place) : std::nullopt;
 }
 
 }  // namespace Sonmira

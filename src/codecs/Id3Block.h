@@ -18,6 +18,9 @@ std::optional<Id3Block> ReadId3Block(const QString& path);
 // Only the one at the end.
 std::optional<Id3Block> Id3BlockAtEnd(const InputFile& file);
 
+// Where the block that a FLAC file of ours holds begins.
+std::optional<qint64> Id3BlockPlaceInFlac(const InputFile& file);
+
 // Where the stream of a FLAC file begins, behind ID3v2 tags; nothing for files of other kinds.
 std::optional<qint64> FlacStart(const InputFile& file);
 

@@ -26,6 +26,13 @@ QByteArray RealPath(const QByteArray& file) {
     return {real.get()};
 }
 
+bool IsStill(const QByteArray& file, const struct stat& before) {
+    struct stat now {};
+    return stat(file.constData(), &now) == 0 && now.st_dev == before.st_dev && now.st_ino == before.st_ino &&
+           now.st_size == before.st_size && now.st_mtim.tv_sec == before.st_mtim.tv_sec &&
+           now.st_mtim.tv_nsec == before.st_mtim.tv_nsec;
+}
+
 // The copy, which is removed unless it has taken the file's place.
 class TemporaryCopy {
 public:
@@ -58,6 +65,8 @@ public:
         if (fchown(Handle.Number(), status.st_uid, status.st_gid) != 0) {
             [[maybe_unused]] const int shared = fchown(Handle.Number(), uid_t(-1), status.st_gid);
         }
+        // What the folder gave the copy of its own is nothing that the file had.
+        fremovexattr(Handle.Number(), "system.posix_acl_access");
         fchmod(Handle.Number(), status.st_mode & 07777);
         QByteArray names(std::max<ssize_t>(flistxattr(source, nullptr, 0), 0), '\0');
         const ssize_t size = flistxattr(source, names.data(), static_cast<std::size_t>(names.size()));
@@ -73,8 +82,10 @@ public:
     }
 
     // What was written by name is on the disk before the name changes hands.
-    void Replace(const QByteArray& file) {
+    void Settle() const {
         if (fsync(Handle.Number()) != 0) throw WritingFailure(errno);
+    }
+    void Replace(const QByteArray& file) {
         if (rename(Name.constData(), file.constData()) != 0) throw WritingFailure(errno);
         Name.clear();
     }
@@ -96,12 +107,11 @@ void RewriteThroughCopy(const QByteArray& file, const std::function<void(const Q
     TemporaryCopy copy(real);
     copy.FillFrom(source.Number(), status.st_size);
     change(copy.Path());
-    struct stat now {};
-    const bool isSame = fstat(source.Number(), &now) == 0 && now.st_size == status.st_size &&
-                        now.st_mtim.tv_sec == status.st_mtim.tv_sec &&
-                        now.st_mtim.tv_nsec == status.st_mtim.tv_nsec;
-    if (!isSame) throw Failure(FailureNumber::PermissionDenied, u"Another program changes the file"_s);
     copy.TakeManners(source.Number(), status);
+    copy.Settle();
+    // As late as can be, and by name: others replace files as we do.
+    if (!IsStill(real, status))
+        throw Failure(FailureNumber::PermissionDenied, u"Another program changes the file"_s);
     copy.Replace(real);
 }
 

@@ -80,17 +80,22 @@ void Audiotool::cmdCancel_Click() {
 
 void Audiotool::SetControlsEnabled(bool enabled) {
     InputsLocked = !enabled;
+    const QWidget* const inFocus = focusWidget();
     for (QAction* action : {Controls.addfile, Controls.MenuDeletefiles, Controls.convertmenu,
                             Controls.ConvertNow, Controls.Deletefromlist}) {
         action->setEnabled(enabled);
     }
-    for (QAbstractButton* button :
-         std::initializer_list<QAbstractButton*>{Controls.Image1, Controls.ClearList, Controls.CmdConvert}) {
-        button->setEnabled(enabled);
-    }
-    Controls.cmdCancel->setEnabled(!enabled);
+    for (QToolButton* button : {Controls.Image1, Controls.ClearList}) button->setEnabled(enabled);
+    // These two hand the keyboard to each other. A locked control would pass it on to the next one that is
+    // free, and behind the cancel button that is the one which ends the program.
+    QPushButton* const freed = enabled ? Controls.CmdConvert : Controls.cmdCancel;
+    QPushButton* const locked = enabled ? Controls.cmdCancel : Controls.CmdConvert;
+    freed->setEnabled(true);
+    if (inFocus == locked) freed->setFocus();
+    locked->setEnabled(false);
     Controls.ListViewFiles->setAcceptDrops(enabled);
     Controls.Output->SetControlsEnabled(enabled);
+    if (inFocus != nullptr && inFocus != locked && !inFocus->isEnabled()) Controls.ListViewFiles->setFocus();
 }
 
 }  // namespace Sonmira

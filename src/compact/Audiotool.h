@@ -38,7 +38,8 @@ public:
     void ConvertRow(int rowIndex);
 
     // Locks or frees the inputs during a run; the cancel button takes the opposite. The text of the output
-    // folder and the quality of Musepack stay free.
+    // folder and the quality of Musepack stay free. The keyboard goes from the button that is locked to the
+    // one that is freed, and from any other locked control to the list.
     void SetControlsEnabled(bool enabled);
 
 protected:

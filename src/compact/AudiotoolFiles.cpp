@@ -55,8 +55,9 @@ void Audiotool::AddFileToList(const QString& path) {
     }
     double seconds = 0;
     const auto read = [&] {
-        // Some decoders answer a missing file with no length, as they do an empty one.
-        if (!FileExists(path)) throw Failure(FailureNumber::FileNotFound);
+        // Some decoders answer a missing file with no length, as they do an empty one. Unlike FileExists this
+        // sees hidden names, too.
+        if (FolderExists(path) || !DirectoryExists(path)) throw Failure(FailureNumber::FileNotFound);
         seconds = ReadDuration(Codecs.Parts(), path);
     };
     if (!PassOver(read)) {

@@ -70,6 +70,14 @@ void AudiotoolList::SetEmptyHint(const QString& hint) {
     viewport()->update();
 }
 
+void AudiotoolList::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() != QEvent::FontChange) return;
+    FitRowsToLetters(*this);
+    // At once, so that what lies over the rows is in place when they are painted.
+    updateGeometries();
+}
+
 void AudiotoolList::dragEnterEvent(QDragEnterEvent* event) {
     AcceptFiles(*event);
 }

@@ -40,6 +40,7 @@ Q_SIGNALS:
     void RowMenuAsked(const QPoint& position);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
     void dropEvent(QDropEvent* event) override;

@@ -9,8 +9,8 @@ namespace Sonmira {
 // PathFileAccess and leaves the file where it was.
 void DeleteFileOutright(QStringView path);
 
-// Removes a file that the user owns: to the desktop's trash where the file's volume has one, else for
-// good. Fails like DeleteFileOutright.
+// Removes a file that the user owns: to the desktop's trash where the file's volume has one that takes the
+// name, else for good. Fails like DeleteFileOutright.
 void RemoveSourceFile(QStringView path);
 
 }  // namespace Sonmira

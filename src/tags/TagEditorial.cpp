@@ -44,15 +44,14 @@ TagEditorial::TagEditorial(QWidget* owner)
     setWindowTitle(u"Tag Editor"_s);
     Frame2->setObjectName(u"Frame2"_s);
     Frame1->setObjectName(u"Frame1"_s);
-    Fields.emplace(*Frame1, *Frame1, CaptionNames);
-    Fields->Arrange(*Frame1);
+    Fields.emplace(*Frame2, *Frame1, CaptionNames);
     Command1->setObjectName(u"Command1"_s);
     // Enter in a field or in the browser saves nothing.
     Command1->setAutoDefault(false);
     Command1->setEnabled(false);
 
     auto* column = new QVBoxLayout(Frame2);
-    column->addWidget(Frame1);
+    Fields->Arrange(*Frame1, *column);
     column->addStretch(1);
     column->addWidget(Command1, 0, Qt::AlignRight);
     auto* halves = new QSplitter;

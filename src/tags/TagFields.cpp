@@ -80,8 +80,8 @@ TagFields::TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& c
     }
 }
 
-void TagFields::Arrange(QGroupBox& frame) {
-    auto* versions = new QHBoxLayout;
+void TagFields::Arrange(QGroupBox& frame, QBoxLayout& column) {
+    auto* versions = new QHBoxLayout(&frame);
     for (QRadioButton* option : Option1) versions->addWidget(option);
     versions->addStretch();
     auto* grid = new QGridLayout;
@@ -91,9 +91,8 @@ void TagFields::Arrange(QGroupBox& frame) {
         grid->addWidget(fields[n], static_cast<int>(n), 1);
     }
     grid->setColumnStretch(1, 1);
-    auto* column = new QVBoxLayout(&frame);
-    column->addLayout(versions);
-    column->addLayout(grid);
+    column.addWidget(&frame);
+    column.addLayout(grid);
 }
 
 void TagFields::AddGenres() {

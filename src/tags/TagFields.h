@@ -4,6 +4,7 @@
 
 #include <array>
 
+class QBoxLayout;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -30,8 +31,8 @@ public:
     // becomes "Tag Version". They have no places yet.
     TagFields(QWidget& holder, QGroupBox& frame, const TagCaptionNames& captionNames);
 
-    // Gives everything a place in `frame`, one below the other.
-    void Arrange(QGroupBox& frame);
+    // Gives everything a place in `column`, one below the other: `frame` with the choice, then the fields.
+    void Arrange(QGroupBox& frame, QBoxLayout& column);
 
     // Adds the names of all genres to the list, so that a place in it is the number in the tag.
     void AddGenres();

@@ -84,10 +84,11 @@ void TagPanel::SaveTagPanel() {
         // The number goes back as it went out, also for files whose tracks count from 0: their track moves up
         // by one with each load and save, which is how it has always been.
         Form.Fields->infoTrack->setText(PlainNumber(Information.Track));
+        const bool wasEnabled = Form.Command3->isEnabled();
         Form.Command3->setEnabled(false);
         const bool saved = PassOver([this] { Information.SaveTag(CurrentTagFile); });
-        // What could not be saved may be tried again.
-        if (!saved) Form.Command3->setEnabled(true);
+        // What could not be saved may be tried again, if it could be tried at all.
+        if (!saved) Form.Command3->setEnabled(wasEnabled);
     });
 }
 

@@ -112,8 +112,11 @@ void MainWindowLayout::PlaceWindow() {
     const auto scaled = [this](int twips) { return InWindow.Scaled(twips); };
     Splitter& splitter = *Form.Splitter1;
     if (splitter.MinSize2() != scaled(6500)) {
-        splitter.SetMaxSize(scaled(6500));
+        // The largest and the least size limit each other, and on the way back to small letters the old least
+        // one would hold the new largest one up.
+        splitter.SetMaxSize(0);
         splitter.SetMinSize1(scaled(2000));
+        splitter.SetMaxSize(scaled(6500));
         splitter.SetMinSize2(scaled(6500));
     }
     InWindow.Place(&splitter, 60, 120, InWindow.Width(&splitter), InWindow.Height(&splitter));

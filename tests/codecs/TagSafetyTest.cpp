@@ -377,7 +377,7 @@ TEST_F(TagSafety, ThousandsOfFramesAndCommentsAreReadAndKept) {
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(SaveTitle(path, u"Title"_s));
     EXPECT_EQ(TitleOf(path), u"Title"_s);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
     const QByteArray after = ContentOf(Folder.Native("b.mp3"));
     EXPECT_TRUE(after.contains("name0")) << "the first";
     EXPECT_TRUE(after.contains("name" + QByteArray::number(Count - 1))) << "and the last";

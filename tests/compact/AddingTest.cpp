@@ -189,8 +189,27 @@ TEST_F(Adding, LengthsComeByTheRouteOfTheFormat) {
 }
 
 TEST_F(Adding, AFileThatIsGoneIsToldWhateverItsFormat) {
-    for (const char* name : {"gone.wav", "gone.flac", "gone.ape", "gone.mpc"}) {
+    for (const char* name : {"gone.wav", "gone.flac", "gone.ape", "gone.mpc", ".gone.flac"}) {
         Window->AddFileToList(Folder.Path(name));
+        ASSERT_EQ(Said.size(), 1U) << name;
+        Said.clear();
+    }
+    EXPECT_EQ(Rows().Count(), 0);
+}
+
+TEST_F(Adding, AFileWithAHiddenNameIsAddedLikeAnyOther) {
+    MakeWav("Music/.song.wav", 2000);
+    Make("Music/.tune.flac", 3000);
+    AddFiles({"Music/.song.wav"});
+    Drop({"Music/.tune.flac"});
+    EXPECT_TRUE(Said.empty());
+    EXPECT_EQ(Names(), (QStringList{u".song.wav"_s, u".tune.flac"_s}));
+    EXPECT_EQ(Column(AudiotoolRows::DurationColumn), (QStringList{u"00:02:00"_s, u"00:03:00"_s}));
+}
+
+TEST_F(Adding, AFolderIsNoFileWhateverItsName) {
+    for (const char* name : {"folder.flac", ".folder.mpc"}) {
+        Window->AddFileToList(Folder.MakeFolder(name));
         ASSERT_EQ(Said.size(), 1U) << name;
         Said.clear();
     }

@@ -138,6 +138,24 @@ TEST_F(Bars, KeepTheirWidthWhenTheWindowGetsAnother) {
     EXPECT_EQ(Bar(0).width(), before + 50) << "as the user left it";
 }
 
+TEST_F(Bars, FollowRowsThatGrowWithTheirLetters) {
+    AddTracks(40);
+    List().verticalScrollBar()->setValue(5);
+    const QFont usual = Window->font();
+    const int before = CellOf(1).height();
+    QFont large = usual;
+    large.setPointSizeF(usual.pointSizeF() * 2);
+    Window->setFont(large);
+    QTest::qWait(50);
+    EXPECT_GT(CellOf(1).height(), before);
+    EXPECT_GE(CellOf(1).height(), List().fontMetrics().height());
+    ExpectAllInPlace();
+    Window->setFont(usual);
+    QTest::qWait(50);
+    EXPECT_EQ(CellOf(1).height(), before);
+    ExpectAllInPlace();
+}
+
 TEST_F(Bars, FollowAWheelTurn) {
     AddTracks(60);
     QWheelEvent turn(QPointF(50, 50), List().viewport()->mapToGlobal(QPointF(50, 50)), {}, QPoint(0, -240),

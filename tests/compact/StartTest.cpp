@@ -205,5 +205,36 @@ TEST_F(AudiotoolStart, AWindowThatIsClosedWhileADropIsAddedEndsAtTheNextFile) {
     EXPECT_EQ(Rows().Count(), 3);
 }
 
+TEST_F(AudiotoolStart, ClosingBeforeAnyFileWasAcceptedEndsTheRun) {
+    constexpr int Count = 10;
+    OpenFor(u"Wav");
+    AddTracks(Count);
+    for (int n = 1; n <= Count; ++n) std::filesystem::remove(Folder.Native(TrackName(n)).toStdString());
+    // The event loop runs between two files only where it has not run for a moment.
+    QObject::connect(&Rows(), &AudiotoolRows::StateChanged, Window.get(), [] { QTest::qSleep(10); });
+    When([this] { return IconOf(1) == u"error"; }, [this] { EXPECT_TRUE(CloseWindow()); });
+    Click(Form().CmdConvert);
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_EQ(Ended, std::vector<qint64>{OwnId});
+    EXPECT_EQ(IconOf(1), u"error"_s);
+    EXPECT_EQ(IconOf(Count), QString()) << "never begun";
+    EXPECT_FALSE(Window->State().Busy);
+}
+
+TEST_F(AudiotoolStart, AWindowThatIsClosedWhileRowsAreDeletedEndsAtTheNextRow) {
+    constexpr int Count = 20;
+    Open();
+    AddTracks(Count);
+    QTest::keyClick(&List(), Qt::Key_A, Qt::ControlModifier);
+    QObject::connect(&Rows(), &QAbstractItemModel::rowsRemoved, Window.get(), [] { QTest::qSleep(20); });
+    When([this] { return Rows().Count() < Count; }, [this] { EXPECT_TRUE(CloseWindow()); });
+    PressDelete();
+    QTest::qWait(50);
+    EXPECT_FALSE(Window->isVisible());
+    EXPECT_GT(Rows().Count(), 0);
+    EXPECT_LT(Rows().Count(), Count);
+    EXPECT_EQ(Window->Bars().HighestElement(), Rows().Count() - 1);
+}
+
 }  // namespace
 }  // namespace Sonmira

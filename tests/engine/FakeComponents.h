@@ -62,10 +62,12 @@ public:
     bool OpenFails = false;
     bool WriteFails = false;
     bool CloseFails = false;
+    bool MakesFile = false;
 
     void OpenForWrite(const QString& path) override {
         if (OpenFails) throw Failure(FailureNumber::PathFileAccess);
         Path = path;
+        if (MakesFile) std::ofstream(ToNative(path).toStdString()) << "sound";
     }
     void SetSourceFormat(int sampleRate, int channelCount) override {
         Rate = sampleRate;

@@ -1,6 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
+#include "engine/OutputFormatNames.h"
 #include "engine/RunState.h"
 #include "engine/StopCommands.h"
 #include "engine/TempWav.h"
@@ -36,6 +37,21 @@ protected:
         AddDropped(Items, Host, {path});
         JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
         return Codecs.Calls;
+    }
+    // Converts one file whose decoder says no, and looks for what every such file comes to.
+    void ConvertInVain(const QByteArray& name) {
+        SCOPED_TRACE(name.constData());
+        Items = {};
+        Codecs.Calls.clear();
+        Host.RemoveOriginal = true;
+        bool failed = false;
+        Host.AtYield = [&] { failed = failed || Run.FileError; };
+        Convert(name);
+        Host.AtYield = nullptr;
+        EXPECT_EQ(Row().Icon, u"converted"_s);
+        EXPECT_FALSE(failed);
+        EXPECT_EQ(Codecs.Sink.Path, QString());
+        EXPECT_FALSE(FileExists(Folder.Path("Music/" + name))) << "the source goes where that is asked for";
     }
     static QString Temp(const QString& name) { return WithBackslash(TemporaryFolder()) + name; }
     const HeadlessHost::Row& Row() const { return Host.Rows.back(); }
@@ -157,11 +173,29 @@ TEST_F(InputStages, ADecoderThatLeavesNoWavEndsTheRunInSilence) {
 
 TEST_F(InputStages, AnAacDecoderThatSaysNoLeavesAConvertedRowAndNoOutput) {
     Codecs.Result = 0;
-    Host.RemoveOriginal = true;
-    Convert("song.aac");
-    EXPECT_EQ(Row().Icon, u"converted"_s);
-    EXPECT_EQ(Codecs.Sink.Path, QString());
-    EXPECT_FALSE(FileExists(Folder.Path("Music/song.aac"))) << "the source goes where that is asked for";
+    ConvertInVain("song.aac");
+}
+
+TEST_F(InputStages, AnAacDecoderThatFailsIsOneThatSaysNo) {
+    Codecs.Meanwhile = [] { throw Failure(FailureNumber::Component); };
+    ConvertInVain("song.aac");
+    EXPECT_EQ(Codecs.Calls, QStringList{u"AACDecoder1"_s});
+}
+
+TEST_F(InputStages, AnAlacDecoderSaysYesByOneOnly) {
+    Codecs.IsAlac = true;
+    for (const qint16 answer : {qint16{0}, qint16{2}}) {
+        Codecs.Result = answer;
+        ConvertInVain("song.alac");
+        EXPECT_EQ(Codecs.Calls, QStringList{u"alacdec1"_s});
+    }
+}
+
+TEST_F(InputStages, AnAlacDecoderThatFailsIsOneThatSaysNo) {
+    Codecs.IsAlac = true;
+    Codecs.Meanwhile = [] { throw Failure(FailureNumber::Component); };
+    ConvertInVain("song.alac");
+    EXPECT_EQ(Codecs.Calls, QStringList{u"alacdec1"_s});
 }
 
 TEST_F(InputStages, TheResultsOfTheOtherDecodersAreNotRead) {
@@ -183,6 +217,27 @@ TEST_F(InputStages, ADecoderForApeStartsWithTheStopFlagDown) {
     Run.KillFlag = 1;
     Convert("song.ape");
     EXPECT_EQ(Codecs.KillFlagAtStart, 0);
+}
+
+// Two of them have no use for it.
+TEST_F(InputStages, TheStopFlagStaysUpUntilOneOfFourWorksTakesItDown) {
+    struct Work {
+        const char* Source;
+        QStringView Format;
+        qint32 FlagBehindIt;
+    };
+    const Work works[] = {{"a.flac", FormatName::Wav, 1}, {"b.aac", FormatName::Wav, 1},
+                          {"c.wav", FormatName::Mpc, 1},  {"d.mpc", FormatName::Wav, 0},
+                          {"e.wav", FormatName::Flac, 0}, {"f.ape", FormatName::Wav, 0},
+                          {"g.wav", FormatName::Ape, 0}};
+    for (const Work& work : works) {
+        Items = {};
+        Run.KillFlag = 1;
+        Host.Format = work.Format.toString();
+        Convert(work.Source);
+        EXPECT_EQ(Row().Icon, u"converted"_s) << work.Source;
+        EXPECT_EQ(Run.KillFlag, work.FlagBehindIt) << work.Source;
+    }
 }
 
 TEST_F(InputStages, AShortFileOfADecodersOwnIsRejected) {
@@ -253,6 +308,20 @@ TEST_F(InputStages, AFailedCopyLetsTheEncoderRunOnWhatIsThereAndStaysAnError) {
     EXPECT_TRUE(FileExists(Folder.Path("Music/song.mp3")));
 }
 
+TEST_F(InputStages, AFailedCopyLeavesItsTemporaryWav) {
+    Codecs.Sink.MakesFile = true;
+    Codecs.Sink.WriteFails = true;
+    for (const QStringView format : {FormatName::Ape, FormatName::Flac, FormatName::Mpc}) {
+        Items = {};
+        Host.Format = format.toString();
+        Convert("song.mp3");
+        EXPECT_EQ(Row().Icon, u"error"_s);
+        EXPECT_EQ(Codecs.Sink.Path, Temp(u"song.wav"_s));
+        EXPECT_TRUE(FileExists(Temp(u"song.wav"_s))) << format.toString().toStdString();
+        std::filesystem::remove(ToNative(Temp(u"song.wav"_s)).toStdString());
+    }
+}
+
 // Of another user, say: what lies there is not the song.
 TEST_F(InputStages, WhatCannotBeRemovedFromTheTemporaryPlaceIsNeverConverted) {
     std::filesystem::create_directories(ToNative(Temp(u"song.wav"_s)).toStdString() + "/x");
@@ -316,6 +385,8 @@ TEST_F(InputStages, WmaOutputWithoutAFormatOfTheSourceFinishesAsConverted) {
     Convert("song.wav");
     EXPECT_EQ(Row().Icon, u"converted"_s);
     EXPECT_EQ(Codecs.Sink.Path, QString());
+    EXPECT_EQ(Codecs.Source.Opened, 2) << "by the check and for the format";
+    EXPECT_EQ(Codecs.Source.Closed, 1) << "by the check only";
 }
 
 TEST_F(InputStages, WmaOutputThatCannotBeReadIsAnErrorThatKeepsItsPercentage) {

@@ -6,8 +6,10 @@
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "support/TestFolder.h"
+#include "support/Unprivileged.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 
@@ -61,6 +63,19 @@ TEST_F(JobDrivers, EveryFileGetsANumberedRow) {
     EXPECT_EQ(Host.FileName, u"b.wav"_s);
     EXPECT_TRUE(Host.ControlsEnabled);
     EXPECT_FALSE(Run.Busy);
+}
+
+TEST_F(JobDrivers, EveryFileBeginsWithNoDurationOnShow) {
+    AddMusic({"a.wav", "b.wav"});
+    Host.Duration = u"3:25"_s;
+    QStringList begun;
+    Host.AtYield = [&] {
+        if (static_cast<std::size_t>(begun.size()) == Host.Rows.size()) return;
+        begun.append(Host.Duration);
+        Host.Duration = u"3:25"_s;
+    };
+    Convert();
+    EXPECT_EQ(begun, (QStringList{QString(), QString()}));
 }
 
 TEST_F(JobDrivers, TheInputsAreLockedDuringTheRun) {
@@ -160,6 +175,24 @@ TEST_F(JobDrivers, SourcesOfConvertedFilesAreRemovedWhereThatIsChecked) {
     Convert();
     EXPECT_FALSE(NativeExists(Folder.Native("Music/a.wav")));
     EXPECT_TRUE(NativeExists(Folder.Native("Music/b.wav")));
+}
+
+TEST_F(JobDrivers, ASourceThatCannotBeRemovedStaysAndTheRunGoesOn) {
+    AddFileRecord(Items, Host, Folder.MakeFile("locked/a.wav"));
+    AddFileRecord(Items, Host, Folder.MakeFile("b.wav"));
+    Host.RemoveOriginal = true;
+    chmod(Folder.Native("locked").constData(), 0500);
+    {
+        const Unprivileged user;
+        Convert();
+    }
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s);
+    EXPECT_EQ(Host.Rows[1].Icon, u"converted"_s);
+    EXPECT_TRUE(NativeExists(Folder.Native("locked/a.wav")));
+    EXPECT_FALSE(NativeExists(Folder.Native("b.wav")));
+    EXPECT_TRUE(Host.ControlsEnabled);
+    EXPECT_FALSE(Run.Busy);
 }
 
 TEST_F(JobDrivers, ARemovedRecordIsCountedAndPaintsTheRowBeforeIt) {

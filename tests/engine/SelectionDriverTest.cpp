@@ -1,5 +1,6 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
+#include "engine/OutputFormatNames.h"
 #include "engine/RunState.h"
 #include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"
@@ -47,6 +48,13 @@ TEST_F(SelectionRun, OfAFileConvertsItStraightIntoTheOutputFolder) {
     EXPECT_EQ(Codecs.Sink.Path, Folder.Path("out") + u"\\b.mp3"_s);
     EXPECT_EQ(Host.FileName, QString()) << "the name's label is a full run's";
     EXPECT_FALSE(Run.Busy);
+}
+
+TEST_F(SelectionRun, LeavesTheDurationOnShow) {
+    AddMusic({"a.wav"});
+    Host.Duration = u"3:25"_s;
+    Convert("Music");
+    EXPECT_EQ(Host.Duration, u"3:25"_s);
 }
 
 TEST_F(SelectionRun, OfAFolderNestsBelowItsName) {
@@ -132,6 +140,21 @@ TEST_F(SelectionRun, DeletesADecodersWavByTheNameThatTheAacDecoderLastHeld) {
     Codecs.Aac.SetOutputFile(Folder.MakeFile("held.wav"));
     Convert("Music/song.flac");
     EXPECT_FALSE(FileExists(temp));
+}
+
+TEST_F(SelectionRun, AnEncoderThatTakesAWavLeavesNoneOfADecoder) {
+    AddMusic({"song.flac"});
+    const QString temp = WithBackslash(TemporaryFolder()) + u"song.wav"_s;
+    bool wasThere = false;
+    Codecs.Meanwhile = [&] { wasThere = FileExists(temp); };
+    for (const QStringView format : {FormatName::Ape, FormatName::Flac, FormatName::Mpc}) {
+        Host.Format = format.toString();
+        Convert("Music/song.flac");
+        EXPECT_TRUE(wasThere) << "while it was encoded";
+        EXPECT_FALSE(FileExists(temp)) << format.toString().toStdString();
+    }
+    EXPECT_EQ(Codecs.Encoded, (QStringList{temp, temp, temp}));
+    EXPECT_EQ(Codecs.Aac.GetOutputFile(), QString()) << "or the run itself would have deleted the WAV";
 }
 
 TEST_F(SelectionRun, ARemovedRecordIsCountedByNobody) {

@@ -135,6 +135,10 @@ protected:
         }
         CheckRows(stop);
         EXPECT_EQ(NativeExists(Output(stop)), stop.LeavesOutput());
+        if (stop.At == Stage::Copying) {
+            EXPECT_TRUE(NativeExists(ToNative(TempWavPathFor(Folder.Path("song." + Ending), 3))))
+                << "what the copy has made stays";
+        }
         EXPECT_EQ(NativeExists(Folder.Native("song." + Ending)), stop.Fails())
             << "a source goes where its row says converted, whatever was written";
         EXPECT_TRUE(Host.ControlsEnabled);

@@ -2,6 +2,7 @@
 #include "kit/Palette.h"
 
 #include <QAction>
+#include <QCursor>
 #include <QLineEdit>
 
 namespace Sonmira {
@@ -126,6 +127,46 @@ TEST_F(SplitterDrag, ALengthWithASinglePlaceForTheBarIgnoresADrag) {
     EXPECT_EQ(Layouts, 0);
 }
 
+TEST_F(SplitterDrag, ALengthOfOneUnitMoreMovesNothingOnTheScreen) {
+    Control.SetMinSize1(3000);
+    Control.SetMinSize2(Length - 3000 - 75 - 1);
+    ASSERT_EQ(Control.Measures().MinimumTotal(), Length - 1);
+    const QRect bar = Bar()->geometry();
+    const QRect first = First.geometry();
+    const QRect second = Second.geometry();
+    const auto expectAllInPlace = [&] {
+        EXPECT_EQ(Bar()->geometry(), bar);
+        EXPECT_EQ(First.geometry(), first);
+        EXPECT_EQ(Second.geometry(), second);
+    };
+    for (const bool isLive : {true, false}) {
+        Control.SetLiveUpdate(isLive);
+        Press({202, 50});
+        Move({300, 50});
+        EXPECT_EQ(Control.CurrSplitterPos(), 3001);
+        expectAllInPlace();
+        Move({10, 50});
+        EXPECT_EQ(Control.CurrSplitterPos(), 3000);
+        expectAllInPlace();
+        Move({300, 50});
+        Release({300, 50});
+        EXPECT_EQ(Control.SplitterPos(), 3001);
+        expectAllInPlace();
+    }
+}
+
+TEST_F(SplitterDrag, TheFirstChildFollowsWhereThereIsNoSecond) {
+    Control.SetChild2({});
+    Layouts = 0;
+    Press({202, 50});
+    Move({252, 50});
+    EXPECT_GE(Layouts, 1);
+    EXPECT_EQ(First.geometry(), QRect(0, 0, 250, 400));
+    Release({252, 50});
+    EXPECT_EQ(Control.SplitterPos(), 3750);
+    EXPECT_EQ(First.geometry(), QRect(0, 0, 250, 400));
+}
+
 TEST_F(SplitterDrag, EscapeInALiveDragPutsTheChildrenBack) {
     Press({202, 50});
     Move({252, 50});
@@ -150,6 +191,32 @@ TEST_F(SplitterDrag, EscapeWithoutLiveUpdatePutsTheBarBack) {
     EXPECT_EQ(First.width(), 200);
     EXPECT_EQ(Control.SplitterPos(), 3000);
     EXPECT_FALSE(Control.IsDragging());
+}
+
+TEST_F(SplitterDrag, EscapeWithoutLiveUpdateUndressesTheBar) {
+    QLineEdit field(&First);  // has the focus that the bar takes for the time of the drag
+    field.show();
+    field.setFocus();
+    Control.SetLiveUpdate(false);
+    Control.SetSplitterColor(0x0000FF);  // blue, green, red
+    Control.SetSplitterBorder(1);
+    const auto look = [&] {
+        QCursor::setPos(Window.mapToGlobal(QPoint(20, 10)));
+        QApplication::processEvents();
+        EXPECT_FALSE(Bar()->underMouse());
+        return Bar()->grab().toImage();
+    };
+    const QImage before = look();
+    const auto* frame = qobject_cast<const QFrame*>(Bar());
+    ASSERT_NE(frame, nullptr);
+    Press({202, 50});
+    Move({252, 50});
+    EXPECT_NE(Bar()->grab().toImage(), before);
+    EXPECT_EQ(frame->frameShape(), QFrame::Panel);
+    Escape();
+    EXPECT_EQ(look(), before);
+    EXPECT_EQ(frame->frameShape(), QFrame::NoFrame);
+    Release({252, 50});
 }
 
 TEST_F(SplitterDrag, EscapeOfAClampedBarLeavesTheWantedRatioAlone) {

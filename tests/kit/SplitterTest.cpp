@@ -220,6 +220,14 @@ TEST_F(SplitterTest, ANameThatMatchesNothingLeavesThatSideAlone) {
     EXPECT_GT(Layouts, 0);
 }
 
+TEST_F(SplitterTest, TheFirstChildFollowsTheBarWhereThereIsNoSecond) {
+    Control.SetChild2({});
+    Layouts = 0;
+    Control.SetSplitterPos(3000);
+    EXPECT_GE(Layouts, 1);
+    EXPECT_EQ(First.geometry(), QRect(0, 0, 200, 400));
+}
+
 TEST_F(SplitterTest, AListViewOverlapsTheBarByFifteenUnitsOnEachSide) {
     First.setProperty(Splitter::TypeNameProperty, u"LISTVIEW"_s);
     Second.setProperty(Splitter::TypeNameProperty, u"ListView"_s);

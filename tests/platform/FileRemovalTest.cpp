@@ -127,12 +127,58 @@ TEST(FileRemoval, ATemporaryFileDoesNotGoToTheTrash) {
     EXPECT_FALSE(NativeExists(TrashName("temporary.wav")));
 }
 
+TEST(FileRemoval, ANameThatLeavesTheTrashNoRoomForItsEndingGoesForGood) {
+    const TestFolder folder;
+    const QByteArray longest = QByteArray(230, 'n') + ".mp3";
+    RemoveSourceFile(folder.MakeFile(longest, "music"));
+    EXPECT_EQ(ContentOf(TrashName(longest)), "music");
+    const QByteArray tooLong = QByteArray(246, 'n') + ".mp3";
+    RemoveSourceFile(folder.MakeFile(tooLong));
+    EXPECT_FALSE(NativeExists(folder.Native(tooLong)));
+    EXPECT_FALSE(NativeExists(TrashName(tooLong)));
+}
+
+// From here on the trash lies elsewhere.
+
+TEST(FileRemoval, ASourceFileGoesForGoodWhereTheTrashIsProtected) {
+    for (const char* part : {"info", "files"}) {
+        const TestFolder folder;
+        setenv("XDG_DATA_HOME", folder.Native("data").constData(), 1);
+        folder.MakeFolder("data/Trash/info");
+        folder.MakeFolder("data/Trash/files");
+        const QString file = folder.MakeFile("source.mp3");
+        chmod(folder.Native(QByteArray("data/Trash/") + part).constData(), 0500);
+        const Unprivileged user;
+        RemoveSourceFile(file);
+        EXPECT_FALSE(NativeExists(folder.Native("source.mp3"))) << part;
+        EXPECT_TRUE(fs::is_empty(folder.Native("data/Trash/info").toStdString())) << part;
+        EXPECT_TRUE(fs::is_empty(folder.Native("data/Trash/files").toStdString())) << part;
+    }
+}
+
+TEST(FileRemoval, ASourceFileInAProtectedFolderDoesNotReachTheTrash) {
+    const TestFolder folder;
+    setenv("XDG_DATA_HOME", folder.Native("data").constData(), 1);
+    folder.MakeFolder("data");
+    const QString file = folder.MakeFile("sub/a.mp3", "music");
+    chmod(folder.Native("sub").constData(), 0500);
+    const Unprivileged user;
+    EXPECT_EQ(FailureOf(&RemoveSourceFile, file), FailureNumber::PermissionDenied);
+    EXPECT_EQ(ContentOf(folder.Native("sub/a.mp3")), "music");
+    EXPECT_FALSE(NativeExists(folder.Native("data/Trash")));
+}
+
 TEST(FileRemoval, ASourceFileGoesForGoodWhereThereIsNoTrash) {
     const TestFolder folder;
     setenv("XDG_DATA_HOME", (folder.Native("file") + "/data").constData(), 1);
     folder.MakeFile("file");
-    RemoveSourceFile(folder.MakeFile("source.mp3"));
+    const QString file = folder.MakeFile("source.mp3");
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.Native().toStdString());
+    RemoveSourceFile(file);
+    fs::current_path(before);
     EXPECT_FALSE(NativeExists(folder.Native("source.mp3")));
+    EXPECT_FALSE(NativeExists(folder.Native("files"))) << "the working folder is no trash";
 }
 
 }  // namespace

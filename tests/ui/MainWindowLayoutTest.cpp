@@ -247,6 +247,21 @@ TEST_F(MainWindowLayouts, ASizeThatCannotBeEndsTheRulesOfTheWindow) {
     EXPECT_EQ(Form().Splitter1->width(), 720 - 3 * 4);
 }
 
+TEST_F(MainWindowLayouts, AWindowTooLowForItsAreasStillGivesThemItsWidth) {
+    Resize({800, 600});
+    const int before = Form().Splitter1->height();
+    const int bars = Window->height() - Window->centralWidget()->height();
+    Window->setMinimumSize(1, 1);
+    // Less than the top of the splitter and what stays free below it: the first rule holds, the second fails.
+    Resize({900, bars + 5});
+    ASSERT_LT(Height(Window->centralWidget()), Top(Form().Splitter1) + 70);
+    EXPECT_EQ(Form().Splitter1->width(), 900 - 3 * 4);
+    EXPECT_EQ(Form().Splitter1->height(), before);
+    Resize({820, 640});
+    EXPECT_EQ(Form().Splitter1->width(), 820 - 3 * 4);
+    EXPECT_EQ(Form().Splitter1->height(), before + 40);
+}
+
 TEST_F(MainWindowLayouts, AFailedRuleBehindTheSplitterIsSkippedAlone) {
     Resize({800, 600});
     const int before = Form().Picture5->width();
@@ -365,6 +380,9 @@ TEST_F(MainWindowLayouts, TheLeastSizeGrowsWithTheLettersAsFarAsTheScreenGoes) {
     QApplication::setFont(usual);
     QTest::qWait(50);
     EXPECT_EQ(Window->minimumSize(), before);
+    EXPECT_EQ(Form().Splitter1->MaxSize(), 6500);
+    EXPECT_EQ(Form().Splitter1->MinSize1(), 2000);
+    EXPECT_EQ(Form().Splitter1->MinSize2(), 6500);
 }
 
 TEST_F(MainWindowLayouts, LargerLettersHaveTheirRoom) {

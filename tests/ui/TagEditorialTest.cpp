@@ -195,6 +195,15 @@ TEST_F(TagEditor, TakesAGenreAsTextUnderVersionTwoOnly) {
     EXPECT_EQ(Fields().infoGenreS->text(), u"Rock"_s);
 }
 
+TEST_F(TagEditor, HoldsItsFieldsInTheOneFrameAndTheVersionsInTheOther) {
+    for (const QWidget* option : Fields().Option1) EXPECT_EQ(option->parentWidget(), Editor->Frame1);
+    for (const QWidget* field : std::initializer_list<QWidget*>{Fields().infoTitle, Fields().infoGenre,
+                                                                Fields().infoOriginalArtist}) {
+        EXPECT_EQ(field->parentWidget(), Editor->Frame2);
+    }
+    EXPECT_EQ(Editor->Frame1->parentWidget(), Editor->Frame2);
+}
+
 TEST_F(TagEditor, HasItsCaptionsFromTheLanguageFile) {
     const auto line = [](int n) { return u"line %1"_s.arg(n); };
     EXPECT_EQ(Explorer().FilesCaption->text(), line(26));

@@ -171,6 +171,16 @@ TEST_F(TagPageUse, AFileThatCannotBeWrittenLeavesTheButtonForAnotherTry) {
     EXPECT_TRUE(Probe("a.mp3").contains("title=New"));
 }
 
+TEST_F(TagPageUse, ASaveByTheToolbarThatFailsLeavesAButtonThatWasOffOff) {
+    Add("a.mp3");
+    ClickNode(u"a.mp3"_s);
+    ClickNode(u"music"_s);
+    ASSERT_FALSE(Page().Command3->isEnabled());
+    Fields().infoYear->setText(u"2001"_s);
+    Press(7);
+    EXPECT_FALSE(Page().Command3->isEnabled());
+}
+
 TEST_F(TagPageUse, AGenreThatIsTypedInFullIsThatOfTheList) {
     Add("a.mp3");
     ClickNode(u"a.mp3"_s);
@@ -243,6 +253,19 @@ TEST_F(TagPageUse, AnyLabelOfTheMemoryHidesItAndSoDoesAClickOnANode) {
     Form().SSTab1->setCurrentIndex(0);
     Form().SSTab1->setCurrentIndex(1);
     EXPECT_FALSE(memory.isVisible());
+}
+
+TEST_F(TagPageUse, TheMemoryHasGoneWhenAButtonOfTheMainToolbarOpensItsWindow) {
+    Press(3);
+    ASSERT_TRUE(Page().Picture4->isVisible());
+    bool isShown = true;
+    const ModalAnswer about(u"About"_s, [&](QWidget& window) {
+        isShown = Page().Picture4->isVisible();
+        window.close();
+    });
+    ClickToolbar(8);
+    EXPECT_EQ(about.Seen(), 1);
+    EXPECT_FALSE(isShown);
 }
 
 TEST_F(TagPageUse, TheMemoryStaysOnThePageThatBecomesSmaller) {

@@ -92,10 +92,16 @@ QByteArray SumOfSound(MediaInput& input, const QByteArray& file) {
     const CHandleByAddress<AVPacket, av_packet_free> packet(av_packet_alloc());
     if (!packet) throw MediaFailure(AVERROR(ENOMEM));
     QCryptographicHash sum(QCryptographicHash::Md5);
+    QByteArray last;
     while (input.Read(*packet)) {
-        sum.addData({packet->data, packet->size});
+        sum.addData(last);
+        last = QByteArray(static_cast<const char*>(static_cast<const void*>(packet->data)), packet->size);
         av_packet_unref(packet.get());
     }
+    // An old tag behind the sound, of which some demuxers do not know.
+    constexpr qsizetype Id3v1Size = 128;
+    if (last.last(std::min(Id3v1Size, last.size())).startsWith("TAG")) last.chop(Id3v1Size);
+    sum.addData(last);
     return sum.result();
 }
 

@@ -9,6 +9,28 @@
 
 namespace Sonmira {
 
+namespace {
+
+struct Sign {
+    char16_t Typographic;
+    char16_t Plain;
+};
+constexpr Sign Signs[] = {{u'\u2018', u'\''}, {u'\u2019', u'\''}, {u'\u201C', u'"'},
+                          {u'\u201D', u'"'},  {u'\u2013', u'-'},  {u'\u2014', u'-'}};
+
+// Latin-1, with question marks for the letters that it does not have; the library would write nothing at all.
+// A text of which nothing is left stays out, so that whoever reads on finds it in a tag that can hold it.
+TagLib::String LatinText(QString text) {
+    text = text.normalized(QString::NormalizationForm_C);
+    for (const Sign& sign : Signs) text.replace(sign.Typographic, sign.Plain);
+    const QString latin = QString::fromLatin1(text.toLatin1());
+    const bool isReadable =
+        std::any_of(latin.begin(), latin.end(), [](QChar c) { return c.isLetterOrNumber(); });
+    return isReadable || latin == text ? ToTagText(latin) : TagLib::String();
+}
+
+}  // namespace
+
 TagValues ReadId3v1(const TagLib::ID3v1::Tag& tag) {
     TagValues values;
     values.Title = FromTagText(tag.title());
@@ -25,7 +47,7 @@ TagValues ReadId3v1(const TagLib::ID3v1::Tag& tag) {
 }
 
 void ChangeId3v1(TagLib::ID3v1::Tag& tag, const TagValues& now, const TagValues& values) {
-    const auto text = [&](QString TagValues::*field) { return ToTagText(values.*field); };
+    const auto text = [&](QString TagValues::*field) { return LatinText(values.*field); };
     if (values.Title != now.Title) tag.setTitle(text(&TagValues::Title));
     if (values.Artist != now.Artist) tag.setArtist(text(&TagValues::Artist));
     if (values.Album != now.Album) tag.setAlbum(text(&TagValues::Album));

@@ -28,6 +28,9 @@ constexpr std::string_view FirstVersion =
     "TS2 "
     "TSA TSC TSI TSP TSS TST TT1 TT2 TT3 TXT TXX TYE UFI ULT WAF WAR WAS WCM WCP WFD WPB WXX";
 
+// Frames that only our factory keeps.
+constexpr std::string_view LostByTheLibrary = "EQU RVA TDA TIM TSI EQUA RVAD TRDA TSIZ";
+
 int ByteAt(const QByteArray& bytes, qsizetype at) {
     return static_cast<unsigned char>(bytes[at]);
 }
@@ -45,8 +48,11 @@ qint64 Number(const QByteArray& bytes, qsizetype at, int count, int bits) {
 // Walks the frames of one tag.
 class Frames {
 public:
-    Frames(const QByteArray& tag, std::span<const char* const> lost)
-        : Version(ByteAt(tag, 3)), Body(tag.sliced(HeadSize)), FrameHead(Version < 3 ? 6 : 10), Lost(lost) {
+    Frames(const QByteArray& tag, FrameKeeping keeping)
+        : Version(ByteAt(tag, 3)),
+          Body(tag.sliced(HeadSize)),
+          FrameHead(Version < 3 ? 6 : 10),
+          IsLibraryAlone(keeping == FrameKeeping::OfTheLibraryAlone) {
         const int flags = ByteAt(tag, 5);
         // Compressed as a whole, which never came into use.
         if (Version < 3 && (flags & HasExtension) != 0) Refuse();
@@ -90,15 +96,15 @@ private:
         return IsEndOrFrame(at + FrameHead + sevens) || !IsEndOrFrame(at + FrameHead + eights) ? sevens
                                                                                                : eights;
     }
-    // Encrypted frames and those of a group lose the mark that tells so.
     void CheckKind() const {
-        if (Version < 3) {
-            if (FirstVersion.find(std::string_view(Body.constData() + At, 3)) == std::string_view::npos)
-                Refuse();
-            return;
-        }
-        const auto isNamed = [&](const char* name) { return Body.sliced(At, 4) == name; };
-        if (std::any_of(Lost.begin(), Lost.end(), isNamed)) Refuse();
+        const std::string_view name(Body.constData() + At, Version < 3 ? 3 : 4);
+        if (Version < 3 && FirstVersion.find(name) == std::string_view::npos) Refuse();
+        if (IsLibraryAlone && LostByTheLibrary.find(name) != std::string_view::npos) Refuse();
+        if (Version < 3) return;
+        // Marked for programs that do not know such a frame; the library drops those that it knows, too.
+        const int marked = Version == 3 ? 0x80 : 0x40;
+        if (IsLibraryAlone && (ByteAt(Body, At + 8) & marked) != 0) Refuse();
+        // Encrypted frames and those of a group lose the mark that tells so.
         const int flags = ByteAt(Body, At + 9);
         const int lost = Version == 3 ? 0x40 | 0x20 : 0x40 | 0x04;
         if ((flags & lost) != 0) Refuse();
@@ -107,7 +113,7 @@ private:
     int Version;
     QByteArray Body;
     qsizetype FrameHead;
-    std::span<const char* const> Lost;
+    bool IsLibraryAlone;
     qsizetype At = 0;
 };
 
@@ -123,9 +129,9 @@ bool IsBottomless(const QByteArray& tag) {
     return tag.count("CHAP") + tag.count("CTOC") > MostChapters;
 }
 
-void CheckFramesAreKept(const QByteArray& tag, std::span<const char* const> lost) {
+void CheckFramesAreKept(const QByteArray& tag, FrameKeeping keeping) {
     if (tag.size() < HeadSize || tag.size() != Id3v2Size(tag)) Refuse();
-    Frames(tag, lost).Check();
+    Frames(tag, keeping).Check();
 }
 
 void CheckSoundFollows(const QByteArray& behind) {

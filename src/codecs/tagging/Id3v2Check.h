@@ -2,8 +2,6 @@
 
 #include <QByteArray>
 
-#include <span>
-
 namespace Sonmira {
 
 // ID3v2 before the tag library gets to see or write it. The library writes a tag from the frames that it
@@ -16,9 +14,12 @@ qint64 Id3v2Size(const QByteArray& bytes);
 // Whether a tag nests its frames so often that reading it would take all of the stack.
 bool IsBottomless(const QByteArray& tag);
 
-// Fails where a save would lose a part of the tag: frames behind a damaged one, of a kind that the library
-// cannot write again, or of those `lost` names.
-void CheckFramesAreKept(const QByteArray& tag, std::span<const char* const> lost = {});
+// Who makes the frames of a tag: with the factory of Id3v2Frames.h more of them are kept.
+enum class FrameKeeping { OfOurFactory, OfTheLibraryAlone };
+
+// Fails where a save would lose a part of the tag: frames behind a damaged one, or of a kind that `keeping`
+// cannot write again.
+void CheckFramesAreKept(const QByteArray& tag, FrameKeeping keeping = FrameKeeping::OfOurFactory);
 
 // Fails where what follows the tag in a file of MPEG audio is neither sound nor another kind of tag: its size
 // takes in sound then, or a second tag would be taken for padding. `behind` are the first bytes there.

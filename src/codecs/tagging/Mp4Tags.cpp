@@ -9,6 +9,7 @@
 #include <mp4file.h>
 
 #include <algorithm>
+#include <set>
 
 namespace Sonmira {
 
@@ -122,16 +123,36 @@ private:
         }
     }
 
-    // The library writes the whole list from what it understood of it.
+    // The name by which the library knows an item: free-form items have their own inside, and a genre by
+    // number becomes one by name.
+    TagLib::String NameOf(const TagLib::MP4::Atom& atom) {
+        if (atom.name == "gnre") return {"\251gen", TagLib::String::Latin1};
+        if (atom.name != "----") return {atom.name, TagLib::String::Latin1};
+        constexpr qsizetype Head = 8;
+        constexpr qsizetype Version = 4;
+        constexpr qint64 Most = 65536;
+        const QByteArray item = Stream.Bytes(atom.offset + Head, std::min<qint64>(atom.length - Head, Most));
+        QByteArray name = "----";
+        for (qsizetype at = 0, parts = 0; parts < 2 && at + Head + Version <= item.size(); ++parts) {
+            const qsizetype size = qFromBigEndian<quint32>(item.constData() + at);
+            if (size < Head + Version || size > item.size() - at) break;
+            name += ':' + item.sliced(at + Head + Version, size - Head - Version);
+            at += size;
+        }
+        return {name.toStdString(), TagLib::String::UTF8};
+    }
+
+    // The library writes the whole list from what it understood of it, and of two items of one name that is
+    // the first.
     void CheckKeepsAll() {
         TagLib::MP4::Atoms atoms(&File);
         const TagLib::MP4::Atom* const list = atoms.find("moov", "udta", "meta", "ilst");
         if (list == nullptr) return;
+        std::set<TagLib::String> seen;
         for (const TagLib::MP4::Atom* atom : list->children) {
-            // Free-form items are kept by names of their own; a genre by number becomes one by name.
-            const bool isKept = atom->name == "----" || atom->name == "gnre" || atom->name == "free" ||
-                                Tag().contains(TagLib::String(atom->name, TagLib::String::Latin1));
-            if (!isKept) {
+            if (atom->name == "free") continue;
+            const TagLib::String name = NameOf(*atom);
+            if (!Tag().contains(name) || !seen.insert(name).second) {
                 throw Failure(FailureNumber::Component,
                               u"The file holds a tag of a kind that would be lost"_s);
             }

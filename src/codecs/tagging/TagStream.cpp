@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 namespace Sonmira {
@@ -30,11 +31,10 @@ std::size_t ReadAt(int file, long place, char* bytes, std::size_t size) {
 
 }  // namespace
 
-TagStream::TagStream(const QByteArray& file) : Name(file), File(OpenFor(file, O_RDWR)) {
-    if (File.IsOpen()) return;
-    IsWritable = false;
-    File = Descriptor(OpenFor(file, O_RDONLY));
-}
+TagStream::TagStream(const QByteArray& file)
+    : Name(file),
+      IsWritable(faccessat(AT_FDCWD, file.constData(), W_OK, AT_EACCESS) == 0),
+      File(OpenFor(file, O_RDONLY)) {}
 
 QByteArray TagStream::Bytes(qint64 place, qint64 size) {
     const qint64 left = place < 0 ? 0 : std::max<qint64>(length() - place, 0);
@@ -87,14 +87,35 @@ long TagStream::length() {
 }
 
 void TagStream::truncate(long length) {
-    if (Error == 0 && ftruncate(File.Number(), length) != 0) Error = errno;
+    if (IsOpenForWriting() && ftruncate(File.Number(), length) != 0) Error = errno;
+}
+
+// Others watch for programs that open a file to write: one that only reads a tag must not look like that.
+bool TagStream::IsOpenForWriting() {
+    if (Error != 0 || WasWritten) return Error == 0;
+    Descriptor writing(OpenFor(Name, O_RDWR));
+    if (writing.IsOpen()) {
+        File = std::move(writing);
+        WasWritten = true;
+    } else {
+        Error = errno;
+    }
+    return WasWritten;
 }
 
 void TagStream::MoveEnd(long from, long to) {
     constexpr long Most = 1L << 20;
     const long end = length();
     from = std::min(from, end);
-    if (from == to) return;
+    if (from == to || !IsOpenForWriting()) return;
+    if (to > from) {
+        // Room first: a disk that gets full in the middle would leave the sound half moved.
+        Error = posix_fallocate(File.Number(), end, to - from);
+        if (Error != 0) {
+            [[maybe_unused]] const int cut = ftruncate(File.Number(), end);
+            return;
+        }
+    }
     std::vector<char> bytes(static_cast<std::size_t>(std::clamp(end - from, 0L, Most)));
     for (long done = 0; done < end - from && Error == 0;) {
         const long size = std::min(end - from - done, Most);
@@ -109,7 +130,7 @@ void TagStream::MoveEnd(long from, long to) {
 }
 
 void TagStream::WriteAt(long place, const char* bytes, std::size_t size) {
-    for (std::size_t done = 0; done < size && Error == 0;) {
+    for (std::size_t done = 0; done < size && IsOpenForWriting();) {
         const ssize_t count =
             pwrite(File.Number(), bytes + done, size - done, place + static_cast<long>(done));
         if (count < 0 && errno == EINTR) continue;

@@ -12,7 +12,7 @@ namespace Sonmira {
 // cut off would pass for one that was saved; this one remembers the first write that failed.
 class TagStream final : public TagLib::IOStream {
 public:
-    // A native path; a file that may not be written is open for reading only.
+    // A native path. The file is open for reading until the first write.
     explicit TagStream(const QByteArray& file);
 
     // That many bytes from there, as far as the file goes.
@@ -33,12 +33,15 @@ public:
     void truncate(long length) override;
 
 private:
+    // False once anything has failed.
+    bool IsOpenForWriting();
     // Moves all that follows `from` to `to`, which may lie on either side.
     void MoveEnd(long from, long to);
     void WriteAt(long place, const char* bytes, std::size_t size);
 
     QByteArray Name;
-    bool IsWritable = true;
+    bool IsWritable;
+    bool WasWritten = false;
     Descriptor File;
     long Place = 0;
     int Error = 0;

@@ -2,14 +2,13 @@
 
 #include "codecs/tagging/ApeTags.h"
 #include "codecs/tagging/AsfTags.h"
+#include "codecs/tagging/FlacFileTags.h"
 #include "codecs/tagging/Id3v2Check.h"
-#include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/Mp4Tags.h"
 #include "codecs/tagging/MpegTags.h"
 #include "codecs/tagging/WavTags.h"
 
 #include <apefile.h>
-#include <flacfile.h>
 #include <mpcfile.h>
 #include <oggflacfile.h>
 #include <opusfile.h>
@@ -19,22 +18,6 @@
 
 namespace Sonmira {
 
-namespace {
-
-// FLAC, perhaps with an ID3v2 tag in front.
-class FlacTags : public PropertyTags<TagLib::FLAC::File> {
-public:
-    explicit FlacTags(const QByteArray& file) : PropertyTags(file, KeepingFrames()) {}
-
-    bool Write(qint16 kind, const TagValues& values) override {
-        if (const qint64 size = Id3v2Size(Stream.Bytes(0, 10)); size > 0)
-            CheckFramesAreKept(Stream.Bytes(0, size));
-        return PropertyTags::Write(kind, values);
-    }
-};
-
-}  // namespace
-
 std::unique_ptr<TaggedFile> OpenTagged(const QByteArray& file, const QByteArray& name) {
     TagStream stream(file);
     const QByteArray front = stream.Bytes(0, Id3v2Size(stream.Bytes(0, 10)));
@@ -43,7 +26,7 @@ std::unique_ptr<TaggedFile> OpenTagged(const QByteArray& file, const QByteArray&
     const auto holdsAt = [&](qsizetype place, const char* mark) {
         return beginning.sliced(std::min(place, beginning.size())).startsWith(mark);
     };
-    if (holdsAt(0, "fLaC")) return TryOpen<FlacTags>(file);
+    if (holdsAt(0, "fLaC")) return OpenFlacFileTags(file);
     if (holdsAt(0, "OggS")) {
         if (auto vorbis = TryOpen<PropertyTags<TagLib::Ogg::Vorbis::File>>(file)) return vorbis;
         if (auto flac = TryOpen<PropertyTags<TagLib::Ogg::FLAC::File>>(file)) return flac;

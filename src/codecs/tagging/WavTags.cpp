@@ -3,8 +3,10 @@
 #include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/PropertyTags.h"
+#include "platform/Failure.h"
 #include "platform/NarrowText.h"
 
+#include <QSet>
 #include <QtEndian>
 
 #include <id3v2tag.h>
@@ -14,6 +16,8 @@
 #include <algorithm>
 
 namespace Sonmira {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -43,19 +47,50 @@ struct InfoField {
 };
 constexpr InfoField OwnFields[] = {{"ICOP", "COPYRIGHT"}, {"ITCH", "ENCODEDBY"}};
 
-// The tag in the chunk that holds one; empty where there is none.
-QByteArray Id3v2Chunk(TagStream& file) {
-    constexpr qint64 HeadSize = 8;
+constexpr qint64 HeadSize = 8;
+
+quint32 SizeIn(const QByteArray& bytes, qint64 head) {
+    return qFromLittleEndian<quint32>(bytes.constData() + head + 4);
+}
+
+// What the chunks with tags hold, in their order.
+struct TagChunks {
+    QList<QByteArray> Id3v2;
+    QList<QByteArray> Lists;  // with the mark "INFO" in front
+};
+
+TagChunks ChunksOf(TagStream& file) {
+    TagChunks chunks;
     for (qint64 at = 12; at + HeadSize <= file.length();) {
-        const QByteArray head = file.Bytes(at, HeadSize);
-        const qint64 size = qFromLittleEndian<quint32>(head.constData() + 4);
+        const QByteArray head = file.Bytes(at, HeadSize + 4);
+        const qint64 size = SizeIn(head, 0);
         if (head.toLower().startsWith("id3 ")) {
             const QByteArray chunk = file.Bytes(at + HeadSize, size);
-            return chunk.first(std::min<qint64>(Id3v2Size(chunk), chunk.size()));
+            chunks.Id3v2.append(chunk.first(std::min<qint64>(Id3v2Size(chunk), chunk.size())));
         }
+        if (head.startsWith("LIST") && head.endsWith("INFO"))
+            chunks.Lists.append(file.Bytes(at + HeadSize, size));
         at += HeadSize + size + size % 2;
     }
-    return {};
+    return chunks;
+}
+
+// Whether the library reads the list to its end, and finds nothing in it twice, of which it would keep one.
+bool IsListKept(const QByteArray& list) {
+    QSet<QByteArray> seen;
+    for (qint64 at = 4; at < list.size();) {
+        if (list[at] == '\0')
+            return std::all_of(list.begin() + at, list.end(), [](char c) { return c == '\0'; });
+        if (at + HeadSize > list.size()) return false;
+        const QByteArray name = list.sliced(at, 4);
+        const bool isName =
+            std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c < '\x7F'; });
+        const qint64 size = SizeIn(list, at);
+        if (!isName || seen.contains(name) || size > list.size() - at - HeadSize) return false;
+        seen.insert(name);
+        at += HeadSize + size + size % 2;
+    }
+    return true;
 }
 
 class WavTags : public LibraryFile<Library> {
@@ -64,13 +99,14 @@ public:
 
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(Properties()); }
 
-    // Both have to say it.
+    // ID3v2 has to say it, and the list no more than that.
     bool Says(qint16 kind, const TagValues& values) override {
-        return ChangesTo(File.ID3v2Tag()->properties(), values, kind).isEmpty();
+        return ChangesTo(File.ID3v2Tag()->properties(), values, kind).isEmpty() &&
+               ChangesTo(Properties(), values, kind).isEmpty();
     }
 
     bool Write(qint16 kind, const TagValues& values) override {
-        CheckChunk();
+        CheckChunks();
         TagLib::ID3v2::Tag& tag = *File.ID3v2Tag();
         const auto version = VersionToWrite(tag);
         const TagLib::PropertyMap now = Properties();
@@ -81,11 +117,16 @@ public:
     }
 
 private:
-    // Frames of which the library has no way to keep in files of this kind.
-    void CheckChunk() {
-        static constexpr const char* Lost[] = {"EQUA", "RVAD", "TRDA", "TSIZ"};
-        const QByteArray tag = Id3v2Chunk(Stream);
-        if (!tag.isEmpty()) CheckFramesAreKept(tag, Lost);
+    // The library writes one tag of each kind from what it understood of the first, and has no way to keep
+    // some frames in files of this kind.
+    void CheckChunks() {
+        const TagChunks chunks = ChunksOf(Stream);
+        const bool isOneOfEach = chunks.Id3v2.size() <= 1 && chunks.Lists.size() <= 1;
+        if (!isOneOfEach || (!chunks.Lists.isEmpty() && !IsListKept(chunks.Lists.front())))
+            throw Failure(FailureNumber::Component, u"The file holds a tag that a save would lose"_s);
+        for (const QByteArray& tag : chunks.Id3v2) {
+            if (!tag.isEmpty()) CheckFramesAreKept(tag, FrameKeeping::OfTheLibraryAlone);
+        }
     }
     // What ID3v2 says, and what only the list says.
     TagLib::PropertyMap Properties() {
@@ -126,7 +167,8 @@ private:
 
 std::unique_ptr<TaggedFile> OpenWavTags(const QByteArray& file) {
     TagStream stream(file);
-    if (IsBottomless(Id3v2Chunk(stream))) return nullptr;
+    const QList<QByteArray> tags = ChunksOf(stream).Id3v2;
+    if (std::any_of(tags.begin(), tags.end(), IsBottomless)) return nullptr;
     static const InfoTexts Texts;
     InfoTag::setStringHandler(&Texts);
     return TryOpen<WavTags>(file);
