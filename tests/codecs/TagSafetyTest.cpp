@@ -165,18 +165,8 @@ TEST_P(TagOfRealFile, LosesNothingByASaveAndNothingButTheTitleByAnother) {
     EXPECT_EQ(FilesBeside(), 1);
 }
 
-// Under the sanitizers every fifth.
-std::vector<RealFile> SomeRealFiles() {
-    std::vector<RealFile> some;
-    std::size_t n = 0;
-    for (const RealFile& file : RealFiles()) {
-        if (!UnderSanitizers || n++ % 5 == 0) some.push_back(file);
-    }
-    return some;
-}
-
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(TagOfRealFile);
-INSTANTIATE_TEST_SUITE_P(Of, TagOfRealFile, ::testing::ValuesIn(SomeRealFiles()), NameOfRealFile);
+INSTANTIATE_TEST_SUITE_P(Of, TagOfRealFile, ::testing::ValuesIn(SomeOf(RealFiles(), 5)), NameOfRealFile);
 
 TEST_F(TagSafety, AFullDiskLeavesTheFileWhole) {
     signal(SIGXFSZ, SIG_IGN);

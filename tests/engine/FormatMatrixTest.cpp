@@ -1,5 +1,6 @@
 #include "MadeSources.h"
 #include "RealEngine.h"
+#include "support/Sanitized.h"
 #include "support/Tool.h"
 
 #include <QtEndian>
@@ -100,10 +101,11 @@ TEST_P(FormatMatrix, EveryOutputHasTheSoundAndTheLengthOfTheSource) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(From, FormatMatrix, ::testing::ValuesIn(SourceEndings), [](const auto& source) {
-    const std::string name = source.param;
-    return name == "mp+" ? std::string("mpplus") : name;
-});
+INSTANTIATE_TEST_SUITE_P(From, FormatMatrix, ::testing::ValuesIn(SomeOf(SourceEndings, 3)),
+                         [](const auto& source) {
+                             const std::string name = source.param;
+                             return name == "mp+" ? std::string("mpplus") : name;
+                         });
 
 }  // namespace
 }  // namespace Sonmira
