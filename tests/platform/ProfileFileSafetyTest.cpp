@@ -1,5 +1,6 @@
 #include "platform/NativePath.h"
 #include "platform/ProfileFile.h"
+#include "support/Sanitized.h"
 #include "support/TestFolder.h"
 #include "support/Unprivileged.h"
 
@@ -155,6 +156,7 @@ bool IsWhole(const QByteArray& content) {
 }
 
 TEST(ProfileFileSafety, TwoProgramsThatWriteAtOnceLoseNothingAndNobodySeesAHalfWrittenFile) {
+    constexpr int Count = UnderSanitizers ? 200 : 1000;
     const TestFolder folder;
     const QString file = folder.Path("a.ini");
     std::atomic<bool> done = false;
@@ -165,18 +167,18 @@ TEST(ProfileFileSafety, TwoProgramsThatWriteAtOnceLoseNothingAndNobodySeesAHalfW
     const pid_t other = fork();
     ASSERT_GE(other, 0);
     if (other == 0) {
-        WriteNumbered(file, u"other"_s, 1000);
+        WriteNumbered(file, u"other"_s, Count);
         _exit(0);
     }
-    WriteNumbered(file, u"own"_s, 1000);
+    WriteNumbered(file, u"own"_s, Count);
     int status = -1;
     waitpid(other, &status, 0);
     EXPECT_EQ(status, 0);
     done = true;
     reader.join();
     EXPECT_EQ(halves, 0);
-    ExpectNumbered(file, u"own"_s, 1000);
-    ExpectNumbered(file, u"other"_s, 1000);
+    ExpectNumbered(file, u"own"_s, Count);
+    ExpectNumbered(file, u"other"_s, Count);
 }
 
 TEST(ProfileFileSafety, TwoThreadsThatWriteAtOnceLoseNothing) {
