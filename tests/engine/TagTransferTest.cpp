@@ -260,7 +260,7 @@ TEST_P(TagOf, ReachesEveryOutputAsItsRouteSays) {
     CheckAll(true);
 }
 
-INSTANTIATE_TEST_SUITE_P(From, TagOf, ::testing::ValuesIn(SomeOf(Sources, 2)),
+INSTANTIATE_TEST_SUITE_P(From, TagOf, ::testing::ValuesIn(SomeOf(Sources, 4)),
                          [](const auto& source) { return std::string(source.param.Name); });
 
 TEST_F(TagTransfer, APageWhoseGenreIsNoNumberLeavesNoTagAtAll) {

@@ -62,7 +62,10 @@ QByteArray SettingsContent() {
 ToolResult Play(const QByteArray& script, const QByteArray& program = Program("sonmira")) {
     const QByteArray frame =
         "wait_for() { timeout 60 xdotool search --sync --onlyvisible --name \"$1\" | tail -1; }; "
-        "press() { xdotool windowactivate --sync \"$1\"; sleep 0.3; xdotool key \"$2\"; }; "
+        // A window that is just coming up may not be the active one at the first try.
+        "press() { for n in 1 2 3 4 5 6; do timeout 5 xdotool windowactivate --sync \"$1\" && "
+        "[ \"$(xdotool getactivewindow)\" = \"$1\" ] && break; sleep 0.3; done; "
+        "sleep 0.3; xdotool key \"$2\"; }; "
         "\"$0\" & program=$!; " +
         script + "; (sleep 20; kill -9 $program 2>/dev/null) & wait $program";
     return OnDisplay({"bash", "-c", frame, program});
