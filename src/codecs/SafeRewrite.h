@@ -10,7 +10,8 @@ namespace Sonmira {
 // then takes the file's place. Permissions and, where the system lets us, owner and extended attributes go
 // over; a link stays a link. A file of several names changes under this one alone, as it does in the
 // snapshots of backup programs. `file` is a native path. Fails as the system does (no room, no permission),
-// where another program writes to the file meanwhile, or as `change` does; the copy is gone then.
+// where another program writes to the file or replaces it meanwhile, or as `change` does; the copy is gone
+// then.
 void RewriteThroughCopy(const QByteArray& file, const std::function<void(const QByteArray& copy)>& change);
 
 }  // namespace Sonmira

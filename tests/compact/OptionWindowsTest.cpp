@@ -32,6 +32,20 @@ protected:
                         Folder.Native("out/" + output)})
             .Output.trimmed();
     }
+    template <class Options>
+    void ExpectMonoOnceChosen(QStringView format, const QString& name, QPushButton* Options::*accept,
+                              const QByteArray& output) {
+        OpenFor(format);
+        MakeWav("a.wav");
+        AddFiles({"a.wav"});
+        In<Options>(name, [this, accept](Options& window) {
+            QTest::keyClick(window.cmbChMode, Qt::Key_Home);
+            Click(window.*accept);
+        });
+        EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"Mono"_s))
+            << Panel().TextOutFormat->text().toStdString();
+        EXPECT_EQ(Converted(output, "channels"), "1");
+    }
 };
 
 TEST_F(OptionWindows, ARateChosenForWavIsThatOfTheNextFile) {
@@ -48,29 +62,11 @@ TEST_F(OptionWindows, ARateChosenForWavIsThatOfTheNextFile) {
 }
 
 TEST_F(OptionWindows, AChannelModeChosenForMp3IsThatOfTheNextFile) {
-    OpenFor(FormatName::Mp3);
-    MakeWav("a.wav");
-    AddFiles({"a.wav"});
-    In<Mp3Options>(u"frmMP3"_s, [this](Mp3Options& window) {
-        QTest::keyClick(window.cmbChMode, Qt::Key_Home);
-        Click(window.cmdOK);
-    });
-    EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"Mono"_s))
-        << Panel().TextOutFormat->text().toStdString();
-    EXPECT_EQ(Converted("a.mp3", "channels"), "1");
+    ExpectMonoOnceChosen(FormatName::Mp3, u"frmMP3"_s, &Mp3Options::cmdOK, "a.mp3");
 }
 
 TEST_F(OptionWindows, AChannelModeChosenForOggIsThatOfTheNextFile) {
-    OpenFor(FormatName::Ogg);
-    MakeWav("a.wav");
-    AddFiles({"a.wav"});
-    In<OggOptions>(u"frmOgg"_s, [this](OggOptions& window) {
-        QTest::keyClick(window.cmbChMode, Qt::Key_Home);
-        Click(window.cmdOk);
-    });
-    EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"Mono"_s))
-        << Panel().TextOutFormat->text().toStdString();
-    EXPECT_EQ(Converted("a.ogg", "channels"), "1");
+    ExpectMonoOnceChosen(FormatName::Ogg, u"frmOgg"_s, &OggOptions::cmdOk, "a.ogg");
 }
 
 }  // namespace
