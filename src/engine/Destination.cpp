@@ -2,8 +2,6 @@
 
 #include "engine/RunState.h"
 #include "engine/RunView.h"
-#include "library/ConversionRecords.h"
-#include "platform/Failure.h"
 #include "platform/FileSearch.h"
 #include "shell/Paths.h"
 
@@ -38,15 +36,11 @@ void Destination::SetOutputStem(RunState& run, RunView& view, const QString& rel
     run.OutputStem = view.TextOutPath() + folder + Stem;
 }
 
-void Destination::SetOutputStem(RunState& run, RunView& view, const ConversionRecords& records,
-                                const ConversionRecord& record) {
+void Destination::SetOutputStemInParent(RunState& run, RunView& view, const QString& parentFolder) {
     if (BesideTheSource(run, view)) return;
-    const std::optional<int> parent = records.FirstWithIndex(record.Parent);
-    // A folder named exactly "\" leaves the folder of the file before, and so does one that was removed from
-    // the collection while its file was decoded. The empty one of a file directly under the root becomes "\",
-    // so that the stem stands behind two backslashes, which harms nothing.
-    const QString relativeFolder = parent ? records[*parent].RelativeFolder : u"\\"_s;
-    if (relativeFolder != u"\\") FolderBelow = WithBackslash(relativeFolder);
+    // A folder named exactly "\" leaves the folder of the file before. The empty one of a file directly under
+    // the root becomes "\", so that the stem stands behind two backslashes, which harms nothing.
+    if (parentFolder != u"\\") FolderBelow = WithBackslash(parentFolder);
     run.OutputStem = view.TextOutPath() + FolderBelow + Stem;
 }
 

@@ -4,9 +4,7 @@
 
 namespace Sonmira {
 
-class ConversionRecords;
 class RunView;
-struct ConversionRecord;
 struct RunState;
 
 // Where the output of a file goes. One object serves a whole run, because two of its values stay from
@@ -17,11 +15,10 @@ public:
     // dot: such a file ends the run.
     bool TakeStem(const RunState& run);
 
-    // Set OutputStem: beside the source, or below the output folder in the folder of the record's parent, or
-    // in `relativeFolder`.
-    void SetOutputStem(RunState& run, RunView& view, const ConversionRecords& records,
-                       const ConversionRecord& record);
+    // Both set OutputStem: beside the source, or below the output folder. There it lies in `relativeFolder`,
+    // or in the RelativeFolder of the record's parent.
     void SetOutputStem(RunState& run, RunView& view, const QString& relativeFolder);
+    void SetOutputStemInParent(RunState& run, RunView& view, const QString& parentFolder);
 
 private:
     bool BesideTheSource(RunState& run, RunView& view) const;

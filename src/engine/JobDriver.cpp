@@ -4,6 +4,7 @@
 #include "engine/RunState.h"
 #include "engine/RunView.h"
 #include "library/Collection.h"
+#include "library/RecordWalk.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
 #include "shell/Values.h"
@@ -25,11 +26,12 @@ void JobDriver::RunAllConversions() {
     ShowCount();
 
     RecordSteps steps(Run, View, Parts, FullRunRules);
-    for (int position = 1; position <= Items.Records.UpperBound(); ++position) {
-        Checked16(position);  // the records are numbered in 16 bits; a longer collection is an overflow
+    RecordWalk walk(Items.Records);
+    while (const std::optional<int> position = walk.Next()) {
+        Checked16(*position);  // the records are numbered in 16 bits; a longer collection is an overflow
         if (Run.CancelAll) break;
         // A copy: while a file is converted the user may remove records.
-        const ConversionRecord record = Items.Records[position];
+        const ConversionRecord record = Items.Records[*position];
         if (!ConvertRecord(steps, record)) return;
         // A run in which every file is refused copies nothing and would otherwise never let the window paint.
         View.Yield();
@@ -43,7 +45,10 @@ void JobDriver::RunAllConversions() {
 bool JobDriver::ConvertRecord(RecordSteps& steps, const ConversionRecord& record) {
     if (!record.Removed && !record.IsFile) EnterFolder(record);
     if (!record.IsFile) return true;
-    const auto setStem = [&](Destination& target) { target.SetOutputStem(Run, View, Items.Records, record); };
+    const std::optional<int> parent = Items.Records.FolderHolding(record);
+    // Kept as it is now, like the record: a removal takes the folder along with its file.
+    const QString parentFolder = parent ? Items.Records[*parent].RelativeFolder : u"\\"_s;
+    const auto setStem = [&](Destination& target) { target.SetOutputStemInParent(Run, View, parentFolder); };
     if (!record.Removed && !steps.Convert(record, setStem)) return false;
     ++FilesDone;
     steps.Finish(record, [this] { ShowCount(); });

@@ -15,10 +15,13 @@ struct RunState;
 // keeps the window alive meanwhile is that every step of a file yields to the event loop.
 class JobDriver {
 public:
-    JobDriver(RunState& state, RunView& shown, Components used, const Collection& gathered)
+    JobDriver(RunState& state, RunView& shown, Components used, Collection& gathered)
         : Run(state), View(shown), Parts(used), Items(gathered), Progress(state, shown, used) {}
 
-    // Converts every record in order. One file's failure never ends the run; a stop command does.
+    // Converts every record in order. One file's failure never ends the run; a stop command does, and so does
+    // a file without a dot in its name, which leaves the controls locked (see RecordSteps). While a file is
+    // converted the user may remove records: none of the others is passed by, and one that is in hand is
+    // finished.
     void RunAllConversions();
 
 private:
@@ -29,7 +32,7 @@ private:
     RunState& Run;
     RunView& View;
     Components Parts;
-    const Collection& Items;
+    Collection& Items;
     ProgressEvents Progress;
     int FilesDone = 0;
 };

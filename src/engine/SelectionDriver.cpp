@@ -4,6 +4,7 @@
 #include "engine/RunState.h"
 #include "engine/RunView.h"
 #include "library/Collection.h"
+#include "library/RecordWalk.h"
 #include "platform/Folders.h"
 #include "shell/Paths.h"
 #include "shell/Values.h"
@@ -80,10 +81,10 @@ void SelectionDriver::ConvertNode(const QString& key) {
 void SelectionDriver::ConvertFolderTree(qint16 parentIndex, QString& relativeFolder, int depth) {
     // A record that could not be numbered has no children of its own.
     if (Run.CancelAll || parentIndex == 0 || depth > DeepestFolder) return;
-    // Walked live: while a file is converted the user may remove records.
-    std::optional<int> next = 0;
-    while ((next = Items.Records.NextChildOf(parentIndex, *next))) {
+    RecordWalk walk(Items.Records);
+    while (const std::optional<int> next = walk.NextChildOf(parentIndex)) {
         const int position = *next;
+        // A copy: while a file is converted the user may remove records.
         const ConversionRecord child = Items.Records[position];
         if (child.Removed) continue;
         if (child.IsFile) {

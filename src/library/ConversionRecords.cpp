@@ -1,6 +1,8 @@
 #include "library/ConversionRecords.h"
 
+#include "library/RecordWalk.h"
 #include "platform/Failure.h"
+#include "shell/Paths.h"
 
 #include <limits>
 
@@ -22,9 +24,10 @@ void MovePositions(QHash<Key, QList<int>>& lists, const std::vector<int>& moved)
 }  // namespace
 
 void ConversionRecords::Reset() {
+    MoveWalks(std::vector<int>(Records.size(), -1));
     Records.clear();
     PositionsByPath.clear();
-    FirstByIndex.clear();
+    PositionsByIndex.clear();
     PositionsByParent.clear();
     Append({});
 }
@@ -45,7 +48,7 @@ int ConversionRecords::Append(ConversionRecord record) {
 void ConversionRecords::AddToIndex(int position) {
     const ConversionRecord& record = Records[static_cast<std::size_t>(position)];
     PositionsByPath[record.Path].append(position);
-    if (!FirstByIndex.contains(record.Index)) FirstByIndex.insert(record.Index, position);
+    PositionsByIndex[record.Index].append(position);
     if (position > 0) PositionsByParent[record.Parent].append(position);
 }
 
@@ -64,11 +67,12 @@ void ConversionRecords::Compact() {
     std::erase_if(Records, [](const ConversionRecord& record) { return record.Removed; });
     MovePositions(PositionsByPath, moved);
     MovePositions(PositionsByParent, moved);
-    FirstByIndex.clear();
-    FirstByIndex.reserve(next);
-    for (int position = UpperBound(); position >= 0; --position) {
-        FirstByIndex.insert(Records[static_cast<std::size_t>(position)].Index, position);
-    }
+    MovePositions(PositionsByIndex, moved);
+    MoveWalks(moved);
+}
+
+void ConversionRecords::MoveWalks(const std::vector<int>& moved) {
+    for (RecordWalk* walk : Walks) walk->Follow(moved);
 }
 
 void ConversionRecords::MarkRemoved(int position) {
@@ -77,8 +81,17 @@ void ConversionRecords::MarkRemoved(int position) {
 }
 
 std::optional<int> ConversionRecords::FirstWithIndex(qint16 index) const {
-    const auto found = FirstByIndex.constFind(index);
-    return found == FirstByIndex.constEnd() ? std::nullopt : std::optional<int>(found.value());
+    const auto found = PositionsByIndex.constFind(index);
+    return found == PositionsByIndex.constEnd() ? std::nullopt : std::optional<int>(found->first());
+}
+
+std::optional<int> ConversionRecords::FolderHolding(const ConversionRecord& record) const {
+    if (record.Parent == 0) return 0;
+    const QString folder = FolderOf(record.Path);
+    for (const int position : PositionsByIndex.value(record.Parent)) {
+        if (WithBackslash((*this)[position].Path) == folder) return position;
+    }
+    return FirstWithIndex(record.Parent);
 }
 
 std::optional<int> ConversionRecords::FirstWithPath(const QString& path) const {

@@ -8,6 +8,8 @@
 
 namespace Sonmira {
 
+class RecordWalk;
+
 // One file or folder of the collection.
 struct ConversionRecord {
     qint16 Index = 0;   // the position at which the record was made; never renumbered afterwards
@@ -41,12 +43,17 @@ public:
     void SetName(int position, const QString& name);
 
     // Drops the records that are marked as removed. The others move up but keep their numbers, so that a
-    // record made later may share a number with an older one.
+    // record made later may share a number with an older one. Walks that are under way follow.
     void Compact();
 
     // Walks from position 0 up; the first record that matches.
     std::optional<int> FirstWithIndex(qint16 index) const;
     std::optional<int> FirstWithPath(const QString& path) const;
+
+    // The folder that holds a record: of the records whose number is its Parent the one whose path is the
+    // record's folder, since a number may be shared, and the first of them where none has that path. The
+    // sentinel for a record under the root.
+    std::optional<int> FolderHolding(const ConversionRecord& record) const;
 
     // The positions of the records whose Parent is that number, in order.
     QList<int> ChildrenOf(qint16 index) const { return PositionsByParent.value(index); }
@@ -59,12 +66,15 @@ public:
     bool HoldsFolder(const QString& path) const;
 
 private:
+    friend class RecordWalk;
     void AddToIndex(int position);
+    void MoveWalks(const std::vector<int>& moved);
 
     std::vector<ConversionRecord> Records;
     QHash<QString, QList<int>> PositionsByPath;
-    QHash<qint16, int> FirstByIndex;
+    QHash<qint16, QList<int>> PositionsByIndex;
     QHash<qint16, QList<int>> PositionsByParent;  // the sentinel is nobody's child
+    std::vector<RecordWalk*> Walks;               // under way; they belong to those who walk
 };
 
 }  // namespace Sonmira

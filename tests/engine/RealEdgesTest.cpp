@@ -152,7 +152,7 @@ TEST_F(RealEdge, AnOutputIsNeverWrittenThroughALink) {
     }
 }
 
-TEST_F(RealEdge, AFolderRemovedWhileItsFileIsDecodedMisnamesNoOutput) {
+TEST_F(RealEdge, AFolderRemovedWhileItsFileIsDecodedStillGetsItsOutput) {
     Folder.MakeFile("Music/0.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
     Folder.MakeFolder("Music/A");
     TakeSource("Music/A/a.flac", 10);
