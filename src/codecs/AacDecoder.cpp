@@ -19,11 +19,11 @@ void AacDecoder::SetOutputFile(const QString& path) {
 
 qint16 AacDecoder::DecodeToWav() {
     Stopped = false;
-    const bool whole = DecodeIntoWav(Input, Output, OpenByMediaReader, [this](qint64 done, qint64 total) {
+    DecodeIntoWav(Input, Output, OpenByMediaReader, [this](qint64 done, qint64 total) {
         if (Progress) Progress(PercentOf(done, total));
         return !Stopped;
     });
-    return whole ? 1 : 0;
+    return 1;
 }
 
 }  // namespace Sonmira

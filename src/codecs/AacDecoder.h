@@ -19,8 +19,9 @@ public:
     virtual void SetOutputFile(const QString& path);
     virtual QString GetOutputFile() const { return Output; }
 
-    // Decodes into 16 bits at the file's own rate, one or two channels. Returns 1, or 0 when it was stopped,
-    // which leaves the WAV with what was decoded. Fails when either file is not named or not usable.
+    // Decodes into 16 bits at the file's own rate, one or two channels. Returns 1, also when it was stopped,
+    // which leaves the WAV with what was decoded: who stopped it knows, and whoever reads an answer of 0
+    // takes the file for one that needs no output. Fails when either file is not named or not usable.
     virtual qint16 DecodeToWav();
     // From inside Progress: ends the decoding after the block at hand. Else without effect.
     virtual void StopCodec() { Stopped = true; }

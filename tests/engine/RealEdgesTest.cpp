@@ -34,6 +34,7 @@ protected:
     }
     // Acts once, at the first yield that `when` is true at.
     void AtFirst(const std::function<bool()>& when, const std::function<void()>& act) {
+        Acted = false;
         Host.AtYield = [this, when, act] {
             if (Acted || !when()) return;
             Acted = true;
@@ -102,6 +103,32 @@ TEST_F(RealEdge, AFileStoppedInItsDecoderGoesToTheTrashThoughThereIsNoOutput) {
     EXPECT_EQ(ContentOf(Trashed("stopped.flac")), source);
 }
 
+// Skipped while it decodes, a file of any kind is one that failed: its source stays.
+TEST_F(RealEdge, AFileSkippedInItsDecoderIsAnErrorAndItsSourceStays) {
+    Host.RemoveOriginal = true;
+    for (const char* ending : {"aac", "flac", "ape", "mpc"}) {
+        const QByteArray name = QByteArray("skipped.") + ending;
+        TakeSource(name, 30);
+        for (const QStringView format :
+             {FormatName::Mp3, FormatName::Ogg, FormatName::Wav, FormatName::Wma}) {
+            AtFirst([this] { return Host.Progress > 0; }, [this] { SkipFile(Run, Codecs.Parts()); });
+            Convert(format);
+            EXPECT_EQ(Row().Icon, ErrorIcon) << ending << " to " << format.toString().toStdString();
+            EXPECT_EQ(Row().Progress, u"line 96"_s);
+            EXPECT_TRUE(NativeExists(Folder.Native(name))) << ending;
+        }
+    }
+}
+
+TEST_F(RealEdge, ACancelInTheAacDecoderFinishesTheFileAsConverted) {
+    TakeSource("song.aac", 30);
+    AtFirst([this] { return Host.Progress > 0; }, [this] { CancelByMenu(Run, Items, Codecs.Parts()); });
+    Convert(FormatName::Mp3);
+    EXPECT_EQ(Row().Icon, ConvertedIcon);
+    EXPECT_EQ(Row().Progress, u"0 %"_s);
+    EXPECT_FALSE(NativeExists(Folder.Native("out/song.mp3")));
+}
+
 TEST_F(RealEdge, AClickWhileTagsAreReadStopsTheDecoderThatStartsBehindIt) {
     TakeSource("song.mpc", 60);
     int yields = 0;
@@ -162,7 +189,7 @@ TEST_F(RealEdge, AFolderRemovedWhileItsFileIsDecodedStillGetsItsOutput) {
             [this] { RemoveFromCollection(Items, Host, Folder.Path("Music/A")); });
     Convert(FormatName::Wav);
     EXPECT_EQ(Row(2).Icon, ConvertedIcon);
-    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/a.wav"))) << "its folder is that of the file before";
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/A/a.wav")));
     EXPECT_FALSE(NativeExists(Folder.Native("out/Music/0(1).wav")));
     EXPECT_TRUE(Host.ControlsEnabled);
 }

@@ -41,17 +41,13 @@ struct Stop {
 
     bool EndsTheRun() const { return By == Command::CancelByMenu || By == Command::CancelByToolbar; }
     bool IsAlacDecoder() const { return At == Stage::Decoding && Source == "alac"; }
-    // The decoder for AAC is the only one whose answer is read.
-    bool IsRefusedByDecoder() const {
-        return At == Stage::Decoding && Source == "aac" && By == Command::SkipFile;
-    }
     // What the stream copy was doing or is given a stop before it begins.
     bool Fails() const {
-        if (At == Stage::Decoding) return !EndsTheRun() && !IsRefusedByDecoder() && !Format.FromWav;
+        if (At == Stage::Decoding) return !EndsTheRun() && !Format.FromWav;
         return At != Stage::Encoding;
     }
     bool LeavesOutput() const {
-        if (At == Stage::Decoding) return !EndsTheRun() && !IsRefusedByDecoder();
+        if (At == Stage::Decoding) return !EndsTheRun();
         return At != Stage::Copying || !EndsTheRun();
     }
     // An encoder works on what a stopped decoder or copy has left, and what hears no stop ends by itself.
