@@ -77,6 +77,9 @@ int AudioFile::FormatCode() const {
 
 void AudioFile::OpenForWrite(const QString& path) {
     WithMemoryChecked([&] { Writer->Close(); });
+    if (!Writer->Format && Mp3Refused) {
+        throw Failure(FailureNumber::Component, u"The MP3 encoder library cannot be loaded"_s);
+    }
     if (!Writer->Format) throw Failure(FailureNumber::InvalidCall, u"No output format is set"_s);
     Writer->Open = WithMemoryChecked([&] { return std::make_unique<FileWriting>(path, *Writer->Format); });
 }
@@ -99,6 +102,10 @@ void AudioFile::CloseFile() {
 void AudioFile::ForgetFormat() {
     Writer->Format.reset();
     Mp3Refused = false;
+}
+
+void AudioFile::DropFormat() {
+    Writer->Format.reset();
 }
 
 void AudioFile::SetFormatPCM(int frequency, int channels, int bits) {

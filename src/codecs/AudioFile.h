@@ -71,6 +71,9 @@ public:
     // whatever their names, and a WMA format is none.
     void EnableWma(bool enabled);
 
+    // Takes the format away: nothing can be written until another is set.
+    void DropFormat();
+
     // One line about the current format; empty when the last one set was refused or none was set.
     QString FormatString() const;
 

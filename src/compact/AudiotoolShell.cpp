@@ -2,6 +2,7 @@
 
 #include "compact/Audiotool.h"
 #include "compact/AudiotoolTexts.h"
+#include "engine/OutputFormatNames.h"
 #include "platform/Dialogs.h"
 #include "shell/ForcedEnd.h"
 #include "shell/Values.h"
@@ -62,7 +63,8 @@ void Audiotool::Form_Load() {
     if (place <= Languages.HighestIndex()) {
         ApplyLanguagePlace(Languages, place, [this](const QString& path) { ApplyLanguage(path, Controls); });
     }
-    Output.LoadSettings(EarlyMp3);
+    // A run without a format would write nothing and remove its sources all the same.
+    if (!Output.LoadSettings(EarlyMp3)) FormatSelector.SelectFormat(FormatName::Wav.toString());
 }
 
 void Audiotool::trackcolor_Click() {

@@ -84,17 +84,9 @@ void OutputFormatSelector::ComboOutFormat_Click() {
         Levels.ApplySavedFlacFormat();
         Panel.ShowDetail(Panel.ComboFLACFormat);
     } else if (format == FormatName::Mp3) {
-        if (!ApplySavedMp3()) {
-            // The library is there but cannot be loaded. The earlier format stays, and the list must say so,
-            // or its sound would be written under the wrong ending.
-            const int earlier = std::exchange(AppliedItem, -1);
-            if (earlier < 0) {
-                Panel.ComboOutFormat->setCurrentIndex(-1);
-            } else {
-                Panel.ComboOutFormat->SelectPlace(earlier);
-            }
-            return;
-        }
+        // The library is there but cannot be loaded: every file is to fail, rather than to get the sound of
+        // the format before under this one's ending.
+        if (!ApplySavedMp3()) Caller.FileWenc.DropFormat();
         Panel.ShowDetail(Panel.TextOutFormat);
     } else if (format == FormatName::Wav) {
         Panel.TextOutFormat->clear();
@@ -109,7 +101,6 @@ void OutputFormatSelector::ComboOutFormat_Click() {
         Wma.ApplySavedWmaFormat();
         Panel.ShowDetail(Panel.ComboWmaFormat);
     }
-    AppliedItem = Panel.ComboOutFormat->currentIndex();
 }
 
 void OutputFormatSelector::CheckOutPath_Click() {

@@ -27,8 +27,8 @@ public:
     void FillComboOutFormat(bool wmaSupported);
     // Puts plain MP3 (44100 Hz, 128 kbit, stereo) into the encoder and shows its text.
     void SetPlainMp3();
-    // Puts the saved MP3 parameters into the encoder and shows their text. False, and the earlier format
-    // stays, where the encoder library cannot be loaded.
+    // Puts the saved MP3 parameters into the encoder and shows their text. False, with the earlier format
+    // still in the encoder and no text, where the encoder library cannot be loaded.
     bool ApplySavedMp3();
 
     // Selects the item of that text and does what its click does, for a caller that answers for its failures:
@@ -46,7 +46,6 @@ private:
     std::shared_ptr<Mp3Parameters> Mp3Params;
     LevelLists Levels;
     WmaList Wma;
-    int AppliedItem = -1;  // the item of the list whose format the encoder holds
 };
 
 }  // namespace Sonmira

@@ -29,7 +29,8 @@ QString SavedValue(const QString& section, const QString& key) {
 
 }  // namespace
 
-void SavedOutput::LoadSettings(QStringView mp3InOldFiles) {
+bool SavedOutput::LoadSettings(QStringView mp3InOldFiles) {
+    bool isFormatTested = true;
     PassOver([&] {
         if (SavedValue(u"LAUNCH"_s, u"VALUE"_s) != u"True") {
             WriteIniValue(SettingsFile, u"LAUNCH"_s, u"VALUE"_s, u"True"_s);
@@ -40,9 +41,10 @@ void SavedOutput::LoadSettings(QStringView mp3InOldFiles) {
         FormatSelector.SetPlainMp3();
         RestoreOutputFolder();
         FormatSelector.FillComboOutFormat(Run.WmaSupported);
-        RestoreOutputFormat(wmaSupport, mp3InOldFiles);
+        isFormatTested = RestoreOutputFormat(wmaSupport, mp3InOldFiles);
     });
     Deb::Unload();
+    return isFormatTested;
 }
 
 QString SavedOutput::RestoreWmaSupport() {
@@ -66,20 +68,22 @@ void SavedOutput::RestoreOutputFolder() {
     if (!mode.isEmpty()) Panel.CheckOutPath->setChecked(mode == u"TRUE");
 }
 
-void SavedOutput::RestoreOutputFormat(const QString& wmaSupport, QStringView mp3InOldFiles) {
+bool SavedOutput::RestoreOutputFormat(const QString& wmaSupport, QStringView mp3InOldFiles) {
     QString format = SavedValue(u"AudioConverter"_s, u"Format"_s);
     if (!format.isEmpty()) {
         if (format == mp3InOldFiles) format = FormatName::Mp3.toString();
-        const bool takesWma = ToFlag(wmaSupport);  // a text that is no flag fails here, whatever the format
+        bool takesWma = false;
+        if (!PassOver([&] { takesWma = ToFlag(wmaSupport); })) return false;
         if (format == FormatName::Wma && !takesWma) format = FormatName::Mp3.toString();
         if (format == FormatName::Mp3 && !IsLameInstalled()) format = FormatName::Wav.toString();
         FormatSelector.SelectFormat(format);
-        return;
+        return true;
     }
     FormatSelector.SelectFormat((IsLameInstalled() ? FormatName::Mp3 : FormatName::Wav).toString());
     // On a first start the encoder is given MP3 once more, whatever the list shows.
     FormatSelector.SetPlainMp3();
     FormatSelector.ApplySavedMp3();
+    return true;
 }
 
 void SavedOutput::Keep() const {

@@ -21,8 +21,9 @@ public:
 
     // Restores support for WMA, the output folder, the mode and the format; what is not there yet gets its
     // default. A saved format of the text `mp3InOldFiles` is read as Mp3. A failure leaves what was not
-    // reached as it was designed; the logo goes in any case.
-    void LoadSettings(QStringView mp3InOldFiles = {});
+    // reached as it was designed; the logo goes in any case. False where a support for WMA that is no flag
+    // has ended this before the saved format: nothing is selected then.
+    bool LoadSettings(QStringView mp3InOldFiles = {});
 
     // Writes the output folder, the mode and the format.
     void Keep() const;
@@ -30,7 +31,7 @@ public:
 private:
     QString RestoreWmaSupport();
     void RestoreOutputFolder();
-    void RestoreOutputFormat(const QString& wmaSupport, QStringView mp3InOldFiles);
+    bool RestoreOutputFormat(const QString& wmaSupport, QStringView mp3InOldFiles);
 
     OutputPanel& Panel;
     OutputFormatSelector& FormatSelector;

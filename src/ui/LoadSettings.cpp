@@ -1,5 +1,6 @@
 // How the main window comes up: its texts, the empty collection and what the settings file remembers.
 
+#include "engine/OutputFormatNames.h"
 #include "platform/NamedMutex.h"
 #include "shell/Values.h"
 #include "shell/widgets/About.h"
@@ -30,7 +31,8 @@ void BatchConverter::Form_Load() {
     ChooseLanguage();
     TagPage.AddGenres();
     NewConversion();
-    Output.LoadSettings();
+    // A run without a format would write nothing and remove its sources all the same.
+    if (!Output.LoadSettings()) FormatSelector.SelectFormat(FormatName::Wav.toString());
     TagPage.UseVersion1();
 }
 

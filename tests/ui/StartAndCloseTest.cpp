@@ -1,8 +1,10 @@
 #include "MainWindowTest.h"
 #include "platform/Folders.h"
+#include "shell/LanguageFiles.h"
 #include "shell/widgets/Deb.h"
 #include "shell/widgets/FailureReport.h"
 #include "shell/widgets/Main.h"
+#include "support/TestAudio.h"
 
 #include <QMenu>
 
@@ -128,14 +130,31 @@ TEST_F(StartAndClose, ALanguageFileThatIsTooShortEndsInTheFailureReport) {
     EXPECT_TRUE(said.contains(u"9 : Subscript out of range")) << said.toStdString();
 }
 
-TEST_F(StartAndClose, AnEncoderLibraryThatCannotBeLoadedKeepsTheEarlierFormatInTheList) {
+// Files of the format before, under the name of this one, are what nobody wants.
+TEST_F(StartAndClose, AnEncoderLibraryThatCannotBeLoadedLeavesMp3SelectedAndEveryFileFails) {
     OverrideEncoderSystemFolder(Folder.MakeFolder("broken-encoder"));
     Folder.MakeFile("broken-encoder/libmp3lame.so.0", "no library");
+    Folder.MakeFile("Music/song.wav", WavOf(MakeTone(44100, 2, 44100, 440), WavKind::Signed16));
     Open();
-    Panel().ComboOutFormat->SelectText(u"Ogg"_s);
-    Panel().ComboOutFormat->SelectText(u"Mp3"_s);
-    EXPECT_EQ(Format(), u"Ogg"_s);
-    EXPECT_TRUE(Panel().TextOutFormat->text().contains(u"Vorbis"));
+    EXPECT_EQ(Format(), u"Mp3"_s) << "at a first start";
+    for (const QString& before : {u"Ogg"_s, u"Wav"_s}) {
+        Panel().ComboOutFormat->SelectText(before);
+        EXPECT_FALSE(Panel().TextOutFormat->text().isEmpty());
+        Panel().ComboOutFormat->SelectText(u"Mp3"_s);
+        EXPECT_EQ(Format(), u"Mp3"_s);
+        EXPECT_EQ(Panel().TextOutFormat->text(), QString());
+        EXPECT_TRUE(Panel().TextOutFormat->isVisible());
+        Panel().TextOutPath->SetText(Folder.MakeFolder("out"));
+        if (Window->Gathered().FileCount == 0) Window->AddFolder(Folder.Path("Music"));
+        Window->StartRun();
+        FileListModel& rows = Window->Form().ListViewFiles->Rows();
+        ASSERT_EQ(rows.RowCount(), 1);
+        EXPECT_EQ(rows.Text(1, FileListModel::ProgressColumn), LanguageLines[96]);
+        EXPECT_FALSE(NativeExists(Folder.Native("out/Music/song.mp3")));
+    }
+    Panel().ComboOutFormat->SelectText(u"Wav"_s);
+    Window->StartRun();
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/song.wav"))) << "the others go on working";
 }
 
 TEST_F(StartAndClose, ASavedWmaWithoutItsSupportBecomesMp3) {
@@ -145,14 +164,15 @@ TEST_F(StartAndClose, ASavedWmaWithoutItsSupportBecomesMp3) {
     EXPECT_EQ(Format(), u"Mp3"_s);
 }
 
-TEST_F(StartAndClose, AWmaSupportThatIsNoFlagEndsTheRestoringAtItsExitInSilence) {
+TEST_F(StartAndClose, AWmaSupportThatIsNoFlagEndsTheRestoringInSilenceAndWavIsSelected) {
     Save(u"Format"_s, u"Ogg"_s);
     WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"perhaps"_s);
     Deb::Instance().show();
     int said = 0;
     Dialogs().ShowMessage = [&](auto&&...) { ++said; };
     Open();
-    EXPECT_EQ(Panel().ComboOutFormat->currentIndex(), -1);
+    EXPECT_EQ(Format(), u"Wav"_s);
+    EXPECT_FALSE(Panel().TextOutFormat->text().isEmpty());
     EXPECT_EQ(said, 0);
     EXPECT_EQ(QApplication::topLevelWidgets().count(Window.get()), 1);
     for (const QWidget* widget : QApplication::topLevelWidgets()) EXPECT_NE(widget->objectName(), u"Deb"_s);
