@@ -15,7 +15,7 @@ struct TempWav {
 QString TempWavPathFor(const QString& path, int extensionLength);
 
 // The same, with whatever lay there removed: an older file, or a link to another. Empty where something
-// stays, such as the file of another user, which would be converted for the song.
+// stays, such as a file in a folder that takes no changes, which would be converted for the song.
 QString FreeTempWavPathFor(const QString& path, int extensionLength);
 
 }  // namespace Sonmira

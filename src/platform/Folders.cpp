@@ -116,13 +116,6 @@ QString DesktopFolder() {
     return desktop.isEmpty() ? ExistingFolder(home) : desktop;
 }
 
-QString TemporaryFolder() {
-    constexpr qsizetype FirstLengthTooLong = 100;
-    const QByteArray configured = Environment("TMPDIR");
-    if (configured.isEmpty()) return u"\\tmp"_s;
-    return configured.size() < FirstLengthTooLong ? FromNative(configured) : QString();
-}
-
 QString EncoderSystemFolder() {
     return overriddenEncoderFolder.isEmpty() ? LibraryFolder() : overriddenEncoderFolder;
 }

@@ -16,9 +16,6 @@ QString ApplicationDataFolder();
 // The XDG desktop folder where it exists, else the home folder; empty when there is neither.
 QString DesktopFolder();
 
-// $TMPDIR, else \tmp, as it stands there. A value of 100 bytes or more reads as the empty text.
-QString TemporaryFolder();
-
 // The folder of the dynamic loader, in which the MP3 encoder library must lie. Ends without a backslash.
 QString EncoderSystemFolder();
 // For tests: makes EncoderSystemFolder answer `folder`; the empty text goes back to the real one.

@@ -7,11 +7,13 @@
 #include "engine/TempWav.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
-#include "platform/Folders.h"
 #include "platform/NativePath.h"
+#include "platform/TemporaryFolder.h"
 #include "shell/Paths.h"
 #include "support/TestFolder.h"
 #include "support/Unprivileged.h"
+
+#include <QScopeGuard>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -98,10 +100,13 @@ TEST_F(InputStages, TheTemporaryWavIsNamedAfterTheFile) {
 }
 
 TEST_F(InputStages, ATemporaryFolderThatIsTooLongIsTheRoot) {
-    const QByteArray usual = qgetenv("TMPDIR");
-    qputenv("TMPDIR", QByteArray("/") + QByteArray(99, 'x'));
+    const auto restore = qScopeGuard([] { OverrideTemporaryFolder({}); });
+    OverrideTemporaryFolder(u'\\' + QString(98, u'x'));
+    EXPECT_EQ(TempWavPathFor(u"\\a.ape"_s, 3), u'\\' + QString(98, u'x') + u"\\a.wav"_s);
+    OverrideTemporaryFolder(u'\\' + QString(99, u'x'));
     EXPECT_EQ(TempWavPathFor(u"\\a.ape"_s, 3), u"\\a.wav"_s);
-    qputenv("TMPDIR", usual);
+    OverrideTemporaryFolder(u'\\' + QString(50, u'\u00E9'));
+    EXPECT_EQ(TempWavPathFor(u"\\a.ape"_s, 3), u"\\a.wav"_s) << "bytes are what is counted";
 }
 
 TEST_F(InputStages, TheTemporaryWavIsReadAndGoesWithTheFile) {
@@ -327,9 +332,9 @@ TEST_F(InputStages, WhatCannotBeRemovedFromTheTemporaryPlaceIsNeverConverted) {
     std::filesystem::create_directories(ToNative(Temp(u"song.wav"_s)).toStdString() + "/x");
     EXPECT_EQ(FreeTempWavPathFor(u"\\music\\song.ape"_s, 3), Temp(u"song.wav"_s)) << "a folder is no file";
     std::filesystem::remove_all(ToNative(Temp(u"song.wav"_s)).toStdString());
-    const QByteArray temporary = qgetenv("TMPDIR");
+    const auto restore = qScopeGuard([] { OverrideTemporaryFolder({}); });
     Folder.MakeFile("locked/song.wav", "another song");
-    qputenv("TMPDIR", Folder.Native("locked"));
+    OverrideTemporaryFolder(Folder.Path("locked"));
     {
         const Unprivileged user;
         chmod(Folder.Native("locked").constData(), 0555);
@@ -339,7 +344,6 @@ TEST_F(InputStages, WhatCannotBeRemovedFromTheTemporaryPlaceIsNeverConverted) {
     }
     EXPECT_EQ(Codecs.Sink.Path, QString()) << "nothing was copied";
     EXPECT_EQ(ContentOf(Folder.Native("locked/song.wav")), "another song");
-    qputenv("TMPDIR", temporary);
 }
 
 TEST_F(InputStages, EncodersMoveTheRowWhereItsTextChanges) {

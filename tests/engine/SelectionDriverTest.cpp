@@ -6,7 +6,7 @@
 #include "engine/StopCommands.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
-#include "platform/Folders.h"
+#include "platform/TemporaryFolder.h"
 #include "shell/Paths.h"
 #include "support/TestFolder.h"
 

@@ -125,24 +125,6 @@ TEST_F(DesktopFolderTest, IsNothingWithoutAHome) {
     EXPECT_EQ(DesktopFolder(), QString());
 }
 
-TEST(Folders, TheTemporaryFolderStandsAsItIsSet) {
-    SetEnvironment("TMPDIR", "/no/such/");
-    EXPECT_EQ(TemporaryFolder(), u"\\no\\such\\"_s);
-    SetEnvironment("TMPDIR", "");
-    EXPECT_EQ(TemporaryFolder(), u"\\tmp"_s);
-    unsetenv("TMPDIR");
-    EXPECT_EQ(TemporaryFolder(), u"\\tmp"_s);
-}
-
-TEST(Folders, ATemporaryFolderOf100BytesReadsAsNothing) {
-    SetEnvironment("TMPDIR", '/' + QByteArray(98, 'x'));
-    EXPECT_EQ(TemporaryFolder().size(), 99);
-    SetEnvironment("TMPDIR", '/' + QByteArray(99, 'x'));
-    EXPECT_EQ(TemporaryFolder(), QString());
-    SetEnvironment("TMPDIR", '/' + QByteArray(49, 'x') + QByteArray(25, 'x').replace("x", "\xC3\xA9"));
-    EXPECT_EQ(TemporaryFolder(), QString());
-}
-
 TEST(Folders, TheEncodersFolderHoldsTheLibraryThatEveryProgramLoads) {
     const QByteArray folder = ToNative(EncoderSystemFolder());
     EXPECT_TRUE(NativeExists(folder + "/libc.so.6")) << folder.constData();

@@ -1,6 +1,7 @@
 #include "shell/widgets/Main.h"
 
 #include "platform/Failure.h"
+#include "platform/TemporaryFolder.h"
 #include "shell/EncoderGate.h"
 #include "shell/Settings.h"
 #include "shell/widgets/Deb.h"
@@ -14,6 +15,7 @@ namespace Sonmira {
 std::unique_ptr<QWidget> Main(const std::function<std::unique_ptr<QWidget>()>& loadMainWindow) {
     Deb& logo = Deb::Instance();
     LocateSettingsFile();
+    TemporaryFolder();  // made now, so that what an earlier run left is put away before anything new comes
     logo.show();
     QCoreApplication::processEvents();  // so that the logo paints
     if (!IsLameInstalled()) LameEncoder::ShowNotice();
