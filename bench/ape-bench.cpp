@@ -165,6 +165,7 @@ int main(int argc, char** argv) {
     const fs::path back = root / "back.wav";
     for (int level = 1; level <= 4; ++level) {
         const auto encode = [&](const ApeWorkers& workers) {
+            fs::remove(ours);
             EncodeApe(Inner(wav), Inner(ours), level * 1000, {}, GoOn, workers);
         };
         const auto decode = [&](const ApeWorkers& workers) {

@@ -46,8 +46,8 @@ class AudioSink {
 public:
     virtual ~AudioSink() = default;
 
-    // Names and creates the output in the current format. Fails when it cannot be created, when no format
-    // is set, or when it is the file that a reader of this process has open.
+    // Names and creates the output in the current format. Fails when it cannot be created, also with
+    // FileAlreadyExists where something has the name, and when no format is set.
     virtual void OpenForWrite(const QString& path) = 0;
     // What the blocks will hold. Must come before the first block; rate and channel count are converted to
     // those of the format. Without an open file it changes nothing.

@@ -46,6 +46,8 @@ Failure WritingFailure(int error) {
         case ENOENT:
         case ENOTDIR:
             return Failure(FailureNumber::PathNotFound);
+        case EEXIST:
+            return Failure(FailureNumber::FileAlreadyExists);
         case ENOSPC:
         case EDQUOT:
             return {FailureNumber::Component, u"The disk is full"_s};

@@ -2,6 +2,7 @@
 
 #include "codecs/FileFailure.h"
 #include "codecs/FileIdentity.h"
+#include "platform/FileSearch.h"
 #include "platform/NativePath.h"
 
 #include <fcntl.h>
@@ -16,25 +17,38 @@ using namespace Qt::StringLiterals;
 
 namespace {
 constexpr std::size_t BufferSize = std::size_t{256} * 1024;
+
+// A device takes what is written and holds nothing that could be lost.
+bool IsDevice(const QByteArray& native) {
+    struct stat status = {};
+    return ::lstat(native.constData(), &status) == 0 && S_ISCHR(status.st_mode);
 }
 
-OutputFile::OutputFile(QStringView path) {
-    // Emptied only when it is certain that nobody reads it. O_NONBLOCK refuses a pipe without a reader;
-    // O_NOFOLLOW keeps a link, which anyone may have laid into a folder that all share, from leading the
-    // output onto another file.
-    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW;
-    File = Descriptor(::open(ToNative(path).constData(), flags, 0666));
+}  // namespace
+
+OutputFile::OutputFile(QStringView path, Existing existing) {
+    // Created by this call alone, so that of two programs that found the name free only one has it.
+    // O_NONBLOCK refuses a pipe without a reader; O_NOFOLLOW keeps a link, which anyone may have laid into a
+    // folder that all share, from leading the output onto another file.
+    const QByteArray native = ToNative(path);
+    const bool overwrites = existing == Existing::Overwritten || IsDevice(native);
+    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK | O_NOFOLLOW | (overwrites ? 0 : O_EXCL);
+    File = Descriptor(::open(native.constData(), flags, 0666));
     if (!File.IsOpen() && errno == ELOOP) {
         throw Failure(FailureNumber::PathFileAccess, u"The output is a link to another file"_s);
     }
-    if (!File.IsOpen()) throw WritingFailure(errno);
+    if (!File.IsOpen()) throw WritingFailure(errno == EEXIST && IsFolder(path) ? EISDIR : errno);
+    if (existing == Existing::Overwritten) Empty();
+    Buffer.reserve(BufferSize);
+}
+
+void OutputFile::Empty() const {
     struct stat status = {};
     if (::fstat(File.Number(), &status) != 0) throw WritingFailure(errno);
     if (IsBeingRead({status.st_dev, status.st_ino})) {
         throw Failure(FailureNumber::PathFileAccess, u"The output is the file that is being read"_s);
     }
     if (S_ISREG(status.st_mode) && ::ftruncate(File.Number(), 0) != 0) throw WritingFailure(errno);
-    Buffer.reserve(BufferSize);
 }
 
 void OutputFile::Write(std::span<const std::byte> bytes) {

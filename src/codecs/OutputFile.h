@@ -15,9 +15,14 @@ namespace Sonmira {
 // keeps what reached it.
 class OutputFile {
 public:
-    // Creates or empties the file at an inner path. Fails, and leaves the file as it is, when a reader of
-    // this process has it open.
-    explicit OutputFile(QStringView path);
+    // What becomes of a file that has the name already.
+    enum class Existing {
+        Refused,      // it stays, and the output is none: fails with FileAlreadyExists
+        Overwritten,  // it is emptied, but for one that a reader of this process has open, and for a link
+    };
+
+    // Creates the file at an inner path.
+    explicit OutputFile(QStringView path, Existing existing = Existing::Refused);
 
     void Write(std::span<const std::byte> bytes);
     // Overwrites bytes that were written before, from byte `position` on.
@@ -30,6 +35,7 @@ public:
     void Close();
 
 private:
+    void Empty() const;
     void Flush();
     void Send(std::span<const std::byte> bytes, qint64 position);
 

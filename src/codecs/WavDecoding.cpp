@@ -35,7 +35,7 @@ bool DecodeIntoWav(QStringView path, QStringView outputPath, const SoundOpening&
                    const WavProgress& progress) {
     return WithMemoryChecked([&] {
         auto input = std::make_shared<const InputFile>(path);
-        OutputFile output(outputPath);
+        OutputFile output(outputPath, OutputFile::Existing::Overwritten);
         const std::unique_ptr<SoundReader> reader = open(std::move(input));
         const StreamFormat source = reader->Format();
         const PcmFormat format{source.Rate, std::min(source.Channels, 2), reader->Bits()};

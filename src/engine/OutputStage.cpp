@@ -1,6 +1,7 @@
 #include "engine/OutputStage.h"
 
 #include "engine/OutputFormatNames.h"
+#include "engine/OutputName.h"
 #include "engine/ProgressEvents.h"
 #include "engine/RunState.h"
 #include "engine/RunView.h"
@@ -10,19 +11,10 @@
 #include "platform/Failure.h"
 #include "platform/FileRemoval.h"
 #include "shell/Paths.h"
-#include "shell/Values.h"
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
-
-QString UniqueStem(const QString& stem, const QString& extension) {
-    if (!FileExists(stem + extension)) return stem;
-    for (int n = 1;; ++n) {
-        QString numbered = stem + u'(' + PlainNumber(n) + u')';
-        if (!FileExists(numbered + extension)) return numbered;
-    }
-}
 
 void OutputStage::Dispatch() {
     struct Route {
@@ -55,15 +47,14 @@ void OutputStage::EncodeToWav() {
 
 void OutputStage::EncodeByStream(const QString& extension) {
     if (!Run.Busy) return;
-    Run.OutputStem = UniqueStem(Run.OutputStem, extension);
-    TranscodeStream(Run, View, Parts, Run.CurrentInput, Run.OutputStem + extension);
+    OutputName output(Run, extension);
+    TranscodeStream(Run, View, Parts, Run.CurrentInput, output);
 }
 
 void OutputStage::EncodeToWma() {
     if (!Run.Busy) return;
-    const QString extension = u".wma"_s;
     const bool encoded = PassOver([&] {
-        Run.OutputStem = UniqueStem(Run.OutputStem, extension);
+        OutputName output(Run, u".wma"_s);
         Parts.FileRenc.OpenForRead(Run.CurrentInput);
         // Without a usable format the file is left alone and finishes as converted.
         if (Parts.FileRenc.FormatCode() < 0) return;
@@ -71,7 +62,7 @@ void OutputStage::EncodeToWma() {
         const int channelCount = Parts.FileRenc.ChannelCount();
         Parts.FileWenc.SetSourceFormat(sampleRate, channelCount);
         Parts.FileRenc.CloseFile();
-        TranscodeStream(Run, View, Parts, Run.CurrentInput, Run.OutputStem + extension);
+        TranscodeStream(Run, View, Parts, Run.CurrentInput, output);
     });
     if (encoded) return;
     Run.FileError = true;
@@ -104,13 +95,12 @@ void OutputStage::EncodeToMpc() {
 template <class Encode>
 void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
     if (!Run.Busy) return;
-    Run.OutputStem = UniqueStem(Run.OutputStem, extension);
+    OutputName output(Run, extension);
     const std::optional<QString> wav = WavInput();
     if (!wav) return;
-    const QString output = Run.OutputStem + extension;
     // Nobody reads the encoders' results.
-    PassOver([&] { encode(*wav, output); });
-    WriteOutputTag(Run, View, Parts, output);
+    PassOver([&] { output.CreateBy([&](const QString& path) { encode(*wav, path); }); });
+    WriteOutputTag(Run, View, Parts, output.Path());
     // Only a decoder's WAV goes. One that the copy has made stays in the temporary folder, as it always has.
     if (Run.EncodageParticulier) PassOver([&] { DeleteFileOutright(*wav); });
     View.ShowProgress(0);

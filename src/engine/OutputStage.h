@@ -38,7 +38,4 @@ private:
     Components Parts;
 };
 
-// `stem` where no file of that name and extension exists, else the first free one of stem(1), stem(2), ...
-QString UniqueStem(const QString& stem, const QString& extension);
-
 }  // namespace Sonmira

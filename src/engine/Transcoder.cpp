@@ -1,5 +1,6 @@
 #include "engine/Transcoder.h"
 
+#include "engine/OutputName.h"
 #include "engine/ProgressEvents.h"
 #include "engine/RunState.h"
 #include "engine/RunView.h"
@@ -52,27 +53,29 @@ bool CopyBlocks(RunState& run, RunView& view, Components components) {
     return !run.CancelAll;
 }
 
-bool Copy(RunState& run, RunView& view, Components components, const QString& inputPath,
-          const QString& outputPath) {
+// Creates the output and returns its path.
+using CreateOutput = std::function<QString(AudioSink& sink)>;
+
+// The path of the output; nothing after a stop command.
+std::optional<QString> Copy(RunState& run, RunView& view, Components components, const QString& inputPath,
+                            const CreateOutput& create) {
     run.CancelAll = false;
     view.ShowProgress(0);
     components.FileRenc.OpenForRead(inputPath);
-    components.FileWenc.OpenForWrite(outputPath);
+    QString outputPath = create(components.FileWenc);
     components.FileWenc.SetSourceFormat(components.FileRenc.SampleRate(), components.FileRenc.ChannelCount());
-    if (!CopyBlocks(run, view, components)) return false;
+    if (!CopyBlocks(run, view, components)) return std::nullopt;
     components.FileWenc.CloseFile();
     components.FileRenc.CloseFile();
-    return true;
+    return outputPath;
 }
 
-}  // namespace
-
-void TranscodeStream(RunState& run, RunView& view, Components components, const QString& inputPath,
-                     const QString& outputPath) {
-    bool copied = false;
-    PassOver([&] { copied = Copy(run, view, components, inputPath, outputPath); });
-    if (copied) {
-        if (!run.CancelAll) WriteOutputTag(run, view, components, outputPath);
+void Transcode(RunState& run, RunView& view, Components components, const QString& inputPath,
+               const CreateOutput& create) {
+    std::optional<QString> output;
+    PassOver([&] { output = Copy(run, view, components, inputPath, create); });
+    if (output) {
+        if (!run.CancelAll) WriteOutputTag(run, view, components, *output);
         view.SetRowProgress(run.CurrentItem, u"100 %"_s);
         view.ShowProgress(0);
         return;
@@ -83,6 +86,24 @@ void TranscodeStream(RunState& run, RunView& view, Components components, const 
     view.ShowProgress(0);
     view.SetRowIcon(run.CurrentItem, ErrorIcon);
     view.SetRowProgress(run.CurrentItem, LanguageLines[GeneralFailureLine]);
+}
+
+}  // namespace
+
+void TranscodeStream(RunState& run, RunView& view, Components components, const QString& inputPath,
+                     OutputName& output) {
+    Transcode(run, view, components, inputPath, [&](AudioSink& sink) {
+        output.CreateBy([&](const QString& path) { sink.OpenForWrite(path); });
+        return output.Path();
+    });
+}
+
+void TranscodeStream(RunState& run, RunView& view, Components components, const QString& inputPath,
+                     const QString& outputPath) {
+    Transcode(run, view, components, inputPath, [&](AudioSink& sink) {
+        sink.OpenForWrite(outputPath);
+        return outputPath;
+    });
 }
 
 }  // namespace Sonmira

@@ -24,6 +24,8 @@ QString ClassicText(int number) {
             return u"Type mismatch"_s;
         case FailureNumber::FileNotFound:
             return u"File not found"_s;
+        case FailureNumber::FileAlreadyExists:
+            return u"File already exists"_s;
         case FailureNumber::PermissionDenied:
             return u"Permission denied"_s;
         case FailureNumber::PathFileAccess:

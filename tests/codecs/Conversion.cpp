@@ -13,7 +13,7 @@ void ConvertFile(const QString& from, const QString& to, const FormatSetting& se
     AudioFile writer;
     setFormat(writer);
     reader.OpenForRead(from);
-    writer.OpenForWrite(to);
+    writer.OpenForWrite(Anew(to));
     writer.SetSourceFormat(reader.SampleRate(), reader.ChannelCount());
     const qint64 size = static_cast<qint64>(reader.SampleRate()) * reader.ChannelCount();
     for (AudioBlock block = reader.ReadBlock(size); !block.IsEmpty(); block = reader.ReadBlock(size)) {

@@ -41,7 +41,7 @@ TEST_P(FlacLevel, GivesTheVeryFileOfOneThread) {
           Form{22050, 1, WavKind::Unsigned8, 530000}, Form{8001, 2, WavKind::Signed16, 300000}}) {
         const QByteArray wav = WavOf(Drifting(form.Rate, form.Channels, form.Frames), form.Kind);
         const QString path = folder.MakeFile("in.wav", wav);
-        FlacEncoder().EncodeFromWav(path, folder.Path("ours.flac"), static_cast<qint16>(GetParam()));
+        FlacEncoder().EncodeFromWav(path, Anew(folder.Path("ours.flac")), static_cast<qint16>(GetParam()));
         ASSERT_EQ(RunTool({"flac", "-s", "-f", "-" + Number(GetParam()), "-o", folder.Native("theirs.flac"),
                            folder.Native("in.wav")})
                       .ExitCode,
@@ -59,7 +59,7 @@ class FlacLength : public ::testing::TestWithParam<int> {};
 TEST_P(FlacLength, IsKeptToTheFrame) {
     const TestFolder folder;
     const QString path = folder.MakeFile("in.wav", WavOf(MakeNoise(44100, 2, GetParam()), WavKind::Signed16));
-    FlacEncoder().EncodeFromWav(path, folder.Path("out.flac"), 5);
+    FlacEncoder().EncodeFromWav(path, Anew(folder.Path("out.flac")), 5);
     EXPECT_EQ(RunTool({"flac", "-t", "-s", folder.Native("out.flac")}).ExitCode, 0);
     RunTool({"flac", "-s", "-d", "-o", folder.Native("back.wav"), folder.Native("out.flac")});
     EXPECT_EQ(ContentOf(folder.Native("back.wav")).mid(44), ContentOf(folder.Native("in.wav")).mid(44));
@@ -72,8 +72,8 @@ TEST(FlacEncoder, BringsWiderAndFloatSamplesTo24Bits) {
     const TestFolder folder;
     const TestSound sound = MakeSweep(48000, 2, 100000, 0.7);
     for (const WavKind kind : {WavKind::Signed32, WavKind::Float32, WavKind::Float64}) {
-        FlacEncoder().EncodeFromWav(folder.MakeFile("in.wav", WavOf(sound, kind)), folder.Path("out.flac"),
-                                    5);
+        FlacEncoder().EncodeFromWav(folder.MakeFile("in.wav", WavOf(sound, kind)),
+                                    Anew(folder.Path("out.flac")), 5);
         const ToolResult bits = RunTool({"metaflac", "--show-bps", folder.Native("out.flac")});
         EXPECT_EQ(bits.Output.trimmed(), "24");
         const TestSound back = DecodedByFfmpeg(folder.Native("out.flac"));
@@ -143,7 +143,7 @@ TEST(FlacEncoder, GivesAGoodFileOfAWavThatIsCutShortAndFails) {
     const TestFolder folder;
     const QByteArray wav = WavOf(MakeNoise(44100, 2, 400000), WavKind::Signed16);
     const QString path = folder.MakeFile("in.wav", wav.first(1'000'044));
-    EXPECT_THROW(FlacEncoder().EncodeFromWav(path, folder.Path("out.flac"), 5), Failure);
+    EXPECT_THROW(FlacEncoder().EncodeFromWav(path, Anew(folder.Path("out.flac")), 5), Failure);
     EXPECT_EQ(RunTool({"flac", "-t", "-s", folder.Native("out.flac")}).ExitCode, 0);
     EXPECT_EQ(FramesByFfmpeg(folder.Native("out.flac"), 2), 250000);
 }

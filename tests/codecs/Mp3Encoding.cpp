@@ -27,7 +27,7 @@ QByteArray EncodedMp3(const Mp3Parameters& parameters, const TestSound& sound) {
     AudioFile writer;
     auto set = std::make_shared<Mp3Parameters>(parameters);
     writer.SetFormatMP3Ex(set);
-    writer.OpenForWrite(folder.Path("out.mp3"));
+    writer.OpenForWrite(Anew(folder.Path("out.mp3")));
     writer.SetSourceFormat(sound.Rate, sound.Channels);
     const QByteArray pcm = PcmOf(sound, WavKind::Signed16);
     const auto bytes = std::as_bytes(std::span(pcm.constData(), static_cast<std::size_t>(pcm.size())));

@@ -50,7 +50,7 @@ TEST_F(MpcEncoderTest, GivesTheFileThatTheProgramMakesOfTheSameWav) {
     for (const WavKind kind : {WavKind::Unsigned8, WavKind::Signed16, WavKind::Signed24}) {
         for (const int channels : {1, 2}) {
             const QString path = folder.MakeFile("in.wav", WavOf(MakeSweep(44100, channels, 200001), kind));
-            MpcEncoder().EncodeFromWav(path, folder.Path("ours.mpc"));
+            MpcEncoder().EncodeFromWav(path, Anew(folder.Path("ours.mpc")));
             RunTool({"mpcenc", "--overwrite", "--silent", "--quality", "5", folder.Native("in.wav"),
                      folder.Native("theirs.mpc")});
             EXPECT_FALSE(ContentOf(folder.Native("theirs.mpc")).isEmpty());
@@ -68,7 +68,7 @@ TEST_F(MpcEncoderTest, HasAQualityOfFiveUnlessAnotherIsSet) {
     QByteArray before;
     for (const qint16 quality : {0, 3, 5, 8, 10}) {
         encoder.SetQuality(quality);
-        encoder.EncodeFromWav(path, folder.Path("out.mpc"));
+        encoder.EncodeFromWav(path, Anew(folder.Path("out.mpc")));
         const QByteArray now = ContentOf(folder.Native("out.mpc"));
         EXPECT_GT(now.size(), before.size());
         before = now;
@@ -142,7 +142,7 @@ TEST_F(MpcEncoderTest, StopsAtOnceAndLeavesWhatWasWritten) {
         if (done > total / 4) encoder.StopCodec();
     };
     const auto start = std::chrono::steady_clock::now();
-    encoder.EncodeFromWav(path, folder.Path("out.mpc"));
+    encoder.EncodeFromWav(path, Anew(folder.Path("out.mpc")));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
     EXPECT_GT(calls, 10);
     EXPECT_TRUE(NativeExists(folder.Native("out.mpc")));
@@ -156,7 +156,7 @@ TEST_F(MpcEncoderTest, CallsProgressManyTimesASecond) {
     int calls = 0;
     encoder.Progress = [&](qint32, qint32) { ++calls; };
     const auto start = std::chrono::steady_clock::now();
-    encoder.EncodeFromWav(path, folder.Path("out.mpc"));
+    encoder.EncodeFromWav(path, Anew(folder.Path("out.mpc")));
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
     EXPECT_GT(calls, time.count() * 8);
 }
@@ -175,7 +175,8 @@ TEST_F(MpcEncoderTest, WhoseProgramIsKilledFailsAndLeavesWhatWasWritten) {
     const TestFolder folder;
     const QString path = LongWav(folder);
     PutInPlaceOfTheEncoder(folder, "head -c 500000 >/dev/null; printf MPCK; kill -9 $$");
-    const QString text = FailureTextOf([&] { MpcEncoder().EncodeFromWav(path, folder.Path("out.mpc")); });
+    const QString text =
+        FailureTextOf([&] { MpcEncoder().EncodeFromWav(path, Anew(folder.Path("out.mpc"))); });
     EXPECT_EQ(text, QStringLiteral("The Musepack encoder was ended from outside"));
     EXPECT_EQ(ContentOf(folder.Native("out.mpc")), "MPCK");
     EXPECT_TRUE(HasNoChild());
@@ -189,7 +190,7 @@ TEST_F(MpcEncoderTest, WhoseProgramFailsOrWritesOnlyAPartFails) {
           "/usr/bin/mpcenc \"$@\" | head -c 100000"}) {
         PutInPlaceOfTheEncoder(folder, script);
         EXPECT_FALSE(
-            FailureTextOf([&] { MpcEncoder().EncodeFromWav(path, folder.Path("out.mpc")); }).isEmpty())
+            FailureTextOf([&] { MpcEncoder().EncodeFromWav(path, Anew(folder.Path("out.mpc"))); }).isEmpty())
             << script.constData();
     }
     EXPECT_TRUE(HasNoChild());
@@ -205,7 +206,7 @@ TEST_F(MpcEncoderTest, WhoseProgramHangsCanBeStopped) {
         if (++calls > 20) encoder.StopCodec();
     };
     const auto start = std::chrono::steady_clock::now();
-    encoder.EncodeFromWav(path, folder.Path("out.mpc"));
+    encoder.EncodeFromWav(path, Anew(folder.Path("out.mpc")));
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
     EXPECT_TRUE(HasNoChild());
 }
@@ -246,7 +247,7 @@ TEST_F(MpcEncoderTest, GivesAGoodFileOfAWavThatIsCutShortAndFails) {
     const TestFolder folder;
     const QByteArray wav = WavOf(MakeNoise(44100, 2, 400000), WavKind::Signed16);
     const QString path = folder.MakeFile("in.wav", wav.first(1'000'044));
-    EXPECT_THROW(MpcEncoder().EncodeFromWav(path, folder.Path("out.mpc")), Failure);
+    EXPECT_THROW(MpcEncoder().EncodeFromWav(path, Anew(folder.Path("out.mpc"))), Failure);
     MpcDecoder().DecodeToWav(folder.Path("out.mpc"), folder.Path("back.wav"));
     EXPECT_EQ(ContentOf(folder.Native("back.wav")).size(), 1'000'044);
 }

@@ -65,7 +65,7 @@ TEST(OutputFailure, OfAMissingFolderAFolderOrAForbiddenOneHasItsNumber) {
     EXPECT_EQ(OpeningNumber(file, folder.Path("locked/out.wav")), FailureNumber::PermissionDenied);
 }
 
-TEST(OutputFailure, ComesBeforeTheFileBeingReadIsEmptied) {
+TEST(OutputFailure, OfAFileThatIsThereAlreadyLeavesItAlone) {
     const TestFolder folder;
     const QByteArray content = WavOf(MakeNoise(44100, 2, 1000), WavKind::Signed16);
     const QString source = folder.MakeFile("in.wav", content);
@@ -76,11 +76,11 @@ TEST(OutputFailure, ComesBeforeTheFileBeingReadIsEmptied) {
     CdFormat(writer);
     reader.OpenForRead(source);
     for (const char* name : {"in.wav", "hard.wav", "soft.wav"}) {
-        EXPECT_EQ(OpeningNumber(writer, folder.Path(name)), FailureNumber::PathFileAccess) << name;
+        EXPECT_EQ(OpeningNumber(writer, folder.Path(name)), FailureNumber::FileAlreadyExists) << name;
     }
-    EXPECT_EQ(ContentOf(folder.Native("in.wav")), content);
     reader.CloseFile();
-    EXPECT_EQ(OpeningNumber(writer, source), 0);
+    EXPECT_EQ(OpeningNumber(writer, source), FailureNumber::FileAlreadyExists);
+    EXPECT_EQ(ContentOf(folder.Native("in.wav")), content);
 }
 
 TEST(OutputFailure, OfNoFormatLeavesTheTargetAlone) {

@@ -11,26 +11,6 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-TEST(UniqueStem, StaysWhereTheNameIsFree) {
-    const TestFolder folder;
-    EXPECT_EQ(UniqueStem(folder.Path("song"), u".mp3"_s), folder.Path("song"));
-}
-
-TEST(UniqueStem, TakesTheFirstFreeNumber) {
-    const TestFolder folder;
-    folder.MakeFile("song.mp3");
-    EXPECT_EQ(UniqueStem(folder.Path("song"), u".mp3"_s), folder.Path("song(1)"));
-    folder.MakeFile("song(1).mp3");
-    EXPECT_EQ(UniqueStem(folder.Path("song"), u".mp3"_s), folder.Path("song(2)"));
-    EXPECT_EQ(UniqueStem(folder.Path("song"), u".ogg"_s), folder.Path("song"));
-}
-
-TEST(UniqueStem, NumbersANumberedStemOnceMore) {
-    const TestFolder folder;
-    folder.MakeFile("song(1).mp3");
-    EXPECT_EQ(UniqueStem(folder.Path("song(1)"), u".mp3"_s), folder.Path("song(1)(1)"));
-}
-
 class OutputStages : public ::testing::Test {
 protected:
     OutputStages() {

@@ -3,8 +3,8 @@
 #include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"
 #include "library/Removal.h"
-#include "platform/Folders.h"
 #include "platform/NativePath.h"
+#include "platform/TemporaryFolder.h"
 #include "shell/Paths.h"
 #include "support/Tool.h"
 
@@ -176,6 +176,40 @@ TEST_F(RealEdge, AnOutputIsNeverWrittenThroughALink) {
         std::filesystem::create_symlink(precious.toStdString(), link);  // to what is not there
         Convert(format.Name);
         EXPECT_FALSE(NativeExists(precious)) << format.Ending;
+    }
+}
+
+// The name was free when it was looked for; another program may take it while the sound is copied.
+TEST_F(RealEdge, AnOutputWhoseNameIsTakenMeanwhileGetsTheNextOne) {
+    for (const QByteArray ending : {"ape", "flac", "mpc"}) {
+        TakeSource("song.mp3");
+        const QByteArray taken = Folder.Native("out/song." + ending);
+        AtFirst([this] { return Host.Progress > 0; },
+                [&] { std::ofstream(taken.toStdString()) << "of another program"; });
+        for (const OutputFormat& format : OutputFormats) {
+            if (ending == format.Ending) Convert(format.Name);
+        }
+        EXPECT_EQ(Row().Icon, ConvertedIcon);
+        EXPECT_EQ(ContentOf(taken), "of another program");
+        const ToolResult decoded = RunTool(
+            {"ffmpeg", "-v", "error", "-i", Folder.Native("out/song(1)." + ending), "-f", "s16le", "-"});
+        EXPECT_NEAR(static_cast<double>(decoded.Output.size()) / 4, 3 * 44100, 4000) << ending.constData();
+    }
+}
+
+TEST_F(RealEdge, AFolderInTheOutputsPlaceIsAnError) {
+    TakeSource("song.wav");
+    Folder.MakeFolder("out/song.mp3");
+    Convert(FormatName::Mp3);
+    EXPECT_EQ(Row().Icon, ErrorIcon);
+    EXPECT_FALSE(NativeExists(Folder.Native("out/song(1).mp3")));
+}
+
+TEST_F(RealEdge, AnOutputThatIsNeverBegunLeavesNoEmptyFile) {
+    TakeFile(Folder.MakeFile("song.wav", "no sound at all"));
+    for (const OutputFormat& format : OutputFormats) {
+        Convert(format.Name);
+        EXPECT_FALSE(NativeExists(Folder.Native(QByteArray("out/song.") + format.Ending))) << format.Ending;
     }
 }
 

@@ -23,7 +23,7 @@ QList<QByteArray> FuzzSeeds() {
         for (const WavKind kind : {WavKind::Unsigned8, WavKind::Signed16, WavKind::Signed24}) {
             for (const int channels : {1, 2}) {
                 CompressFile(Folder().MakeFile("in.wav", WavOf(MakeSweep(8000, channels, 1500), kind)),
-                             Folder().Path("seed.ape"), level, {}, killFlag);
+                             Anew(Folder().Path("seed.ape")), level, {}, killFlag);
                 seeds.append(ContentOf(Folder().Native("seed.ape")));
             }
         }

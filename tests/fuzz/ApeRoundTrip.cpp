@@ -51,7 +51,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     wav.replace(44, pcm.size(), pcm);
 
     const qint32 killFlag = 0;
-    EncodeApe(Folder().MakeFile("in.wav", wav), Folder().Path("out.ape"), level, {}, killFlag, workers);
+    EncodeApe(Folder().MakeFile("in.wav", wav), Anew(Folder().Path("out.ape")), level, {}, killFlag, workers);
     DecodeApe(Folder().Path("out.ape"), Folder().Path("back.wav"), {}, killFlag, workers);
     if (ContentOf(Folder().Native("back.wav")) != wav) {
         std::puts("The sound that came back is another one");

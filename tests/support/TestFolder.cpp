@@ -58,6 +58,12 @@ QString TestFolder::MakeFile(const QByteArray& name, const QByteArray& content) 
     return Path(name);
 }
 
+QString Anew(const QString& path) {
+    const fs::path native = AsPath(ToNative(path));
+    if (fs::is_regular_file(fs::symlink_status(native))) fs::remove(native);
+    return path;
+}
+
 QByteArray ContentOf(const QByteArray& nativePath) {
     std::ifstream file(AsPath(nativePath), std::ios::binary);
     std::ostringstream content;

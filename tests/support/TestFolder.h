@@ -33,6 +33,9 @@ private:
     QByteArray Root;
 };
 
+// The same inner path, with the regular file removed that lay there: for what makes new files only.
+QString Anew(const QString& path);
+
 // Whole content of a file by native name; empty when there is none.
 QByteArray ContentOf(const QByteArray& nativePath);
 bool NativeExists(const QByteArray& nativePath);

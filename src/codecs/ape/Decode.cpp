@@ -132,7 +132,7 @@ void DecodeApe(const QString& ape, const QString& wav, const ApeProgressCallback
                const qint32& killFlag, const ApeWorkers& workers) {
     const auto file = std::make_shared<const InputFile>(ape);
     // Made before anything is decoded: who asked for it goes by its being there.
-    OutputFile out(wav);
+    OutputFile out(wav, OutputFile::Existing::Overwritten);
     if (auto reader = ApeFileReader::Open(file)) {
         DecodeOurs(*reader, *file, out, progress, killFlag, workers);
     } else {

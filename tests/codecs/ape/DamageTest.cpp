@@ -19,7 +19,7 @@ constexpr int Frames = 6;
 class DamagedApe : public ::testing::Test {
 protected:
     DamagedApe() : Wav(WavOf(MakeApeSignal("tones", 2, Frames * FrameBlocks), WavKind::Signed16)) {
-        CompressFile(Folder.MakeFile("in.wav", Wav), Folder.Path("out.ape"), 2000, {}, GoOn);
+        CompressFile(Folder.MakeFile("in.wav", Wav), Anew(Folder.Path("out.ape")), 2000, {}, GoOn);
         Ape = ContentOf(Folder.Native("out.ape"));
     }
 

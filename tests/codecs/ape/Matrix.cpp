@@ -26,8 +26,8 @@ public:
         const qint32 killFlag = 0;
         ++Files;
         try {
-            CompressFile(source, Folder.Path("out.ape"), level, {}, killFlag);
-            DecompressFile(Folder.Path("out.ape"), Folder.Path("back.wav"), {}, killFlag);
+            CompressFile(source, Anew(Folder.Path("out.ape")), level, {}, killFlag);
+            DecompressFile(Anew(Folder.Path("out.ape")), Folder.Path("back.wav"), {}, killFlag);
         } catch (const Failure& failure) {
             Complain(what, level, failure.what());
             return;
@@ -60,8 +60,8 @@ public:
         const qint32 killFlag = 0;
         for (const int level : {1000, 2000, 3000, 4000}) {
             try {
-                CompressFile(FromNative(QByteArray::fromStdString(path.string())), Folder.Path("out.ape"),
-                             level, {}, killFlag);
+                CompressFile(FromNative(QByteArray::fromStdString(path.string())),
+                             Anew(Folder.Path("out.ape")), level, {}, killFlag);
             } catch (const Failure& failure) {
                 std::printf("%s: %s\n", path.filename().c_str(), failure.what());
                 return;

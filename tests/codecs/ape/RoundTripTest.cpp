@@ -20,7 +20,7 @@ constexpr qint32 GoOn = 0;
 constexpr qsizetype HeaderBytes = 44;
 
 QByteArray Compressed(const TestFolder& folder, const QByteArray& wav, int level) {
-    CompressFile(folder.MakeFile("in.wav", wav), folder.Path("out.ape"), level, {}, GoOn);
+    CompressFile(folder.MakeFile("in.wav", wav), Anew(folder.Path("out.ape")), level, {}, GoOn);
     return ContentOf(folder.Native("out.ape"));
 }
 
@@ -79,11 +79,11 @@ TEST(Ape, IsTheSameFileWhoeverWorksOnIt) {
     const QString wav =
         folder.MakeFile("in.wav", WavOf(MakeApeSignal("mixture", 2, 73728 * 5 + 5), WavKind::Signed16));
     for (const int level : {1000, 2000}) {
-        EncodeApe(wav, folder.Path("one.ape"), level, {}, GoOn, {1, AvailableApeKernels().front()});
+        EncodeApe(wav, Anew(folder.Path("one.ape")), level, {}, GoOn, {1, AvailableApeKernels().front()});
         const QByteArray expected = ContentOf(folder.Native("one.ape"));
         for (const ApeKernels* kernels : AvailableApeKernels()) {
             for (const unsigned threads : {1U, 3U}) {
-                EncodeApe(wav, folder.Path("other.ape"), level, {}, GoOn, {threads, kernels});
+                EncodeApe(wav, Anew(folder.Path("other.ape")), level, {}, GoOn, {threads, kernels});
                 EXPECT_TRUE(ContentOf(folder.Native("other.ape")) == expected) << kernels->Name << threads;
             }
         }

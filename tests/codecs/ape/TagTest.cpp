@@ -18,7 +18,7 @@ constexpr qint32 GoOn = 0;
 class SimpleTag : public ::testing::Test {
 protected:
     SimpleTag() : Wav(WavOf(MakeApeSignal("tones", 2, 44100 * 2), WavKind::Signed16)) {
-        CompressFile(Folder.MakeFile("in.wav", Wav), Folder.Path("out.ape"), 1000, {}, GoOn);
+        CompressFile(Folder.MakeFile("in.wav", Wav), Anew(Folder.Path("out.ape")), 1000, {}, GoOn);
         RunTool({"flac", "--silent", "--force", Folder.Native("in.wav"), "-o", Folder.Native("out.flac"),
                  "--tag=COMPOSER=somebody", "--tag=TITLE=before", "--tag=ARTIST=before"});
         RunTool({"mpcenc", "--silent", "--overwrite", Folder.Native("in.wav"), Folder.Native("out.mpc")});
