@@ -25,6 +25,8 @@ public:
     std::vector<qint64> SizesAsked;
     int Code = 0;
     std::function<void()> AtOpen;
+    std::function<void()> AtEnd;  // when it is asked for the block behind the last one
+    std::function<void()> AtClose;
 
     void OpenForRead(const QString& /*path*/) override {
         if (OpenFails) throw Failure(FailureNumber::Component);
@@ -37,9 +39,13 @@ public:
         if (Given == FailsAtBlock) throw Failure(FailureNumber::Component);
         AudioBlock block;
         if (Given++ < Blocks) block.Bytes.resize(static_cast<std::size_t>(BlockBytes));
+        if (block.IsEmpty() && AtEnd) AtEnd();
         return block;
     }
-    void CloseFile() override { ++Closed; }
+    void CloseFile() override {
+        ++Closed;
+        if (AtClose) AtClose();
+    }
     int SampleRate() const override { return 100; }
     int ChannelCount() const override { return 2; }
     qint64 ByteRate() const override { return BytesOfFrame; }
@@ -63,9 +69,12 @@ public:
     bool WriteFails = false;
     bool CloseFails = false;
     bool MakesFile = false;
+    std::function<void()> AtOpen;
+    std::function<void()> AtClose;
 
     void OpenForWrite(const QString& path) override {
         if (OpenFails) throw Failure(FailureNumber::PathFileAccess);
+        if (AtOpen) AtOpen();
         Path = path;
         if (MakesFile) std::ofstream(ToNative(path).toStdString()) << "sound";
     }
@@ -79,6 +88,7 @@ public:
     }
     void CloseFile() override {
         ++Closed;
+        if (AtClose) AtClose();
         if (CloseFails) throw Failure(FailureNumber::Component);
     }
     void SetFormatPCM(int frequency, int channels, int bits) override {
@@ -114,7 +124,8 @@ public:
     FakeSource Source;
     FakeSink Sink;
     QStringList TagReads;
-    std::function<void()> AtTagRead;  // may fail
+    std::function<void()> AtTagRead;   // may fail
+    std::vector<TagValues> TagsSaved;  // as the tag object was given them, whatever became of it
 
     Components Parts() { return {Source, Sink, Aac, Alac, Flac, Mpc, FlacOut, MpcOut, Ape, Tags}; }
 
@@ -239,6 +250,10 @@ private:
             All.TagReads.append(QStringLiteral("AudioInformation %1").arg(TagKind()));
             if (All.AtTagRead) All.AtTagRead();
             AudioInformation::LoadTag(path);
+        }
+        void SaveTag(const QString& path, Saving saving) override {
+            All.TagsSaved.push_back(*this);
+            AudioInformation::SaveTag(path, saving);
         }
         FakeCodecs& All;
     };

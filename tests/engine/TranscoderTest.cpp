@@ -151,5 +151,69 @@ TEST_F(Transcoder, ARunThatIsNoLongerBusyLeavesTheLoopAndFinishesTheFile) {
     EXPECT_EQ(Row().Progress, u"100 %"_s);
 }
 
+TEST_F(Transcoder, OpensTheReaderFirstAndClosesTheWriterFirst) {
+    QStringList order;
+    Source.AtOpen = [&] { order.append(u"reader opens"_s); };
+    Sink.AtOpen = [&] { order.append(u"writer opens"_s); };
+    Sink.AtClose = [&] { order.append(u"writer closes"_s); };
+    Source.AtClose = [&] { order.append(u"reader closes"_s); };
+    for (const int failing : {-1, 2}) {
+        order.clear();
+        Source.FailsAtBlock = failing;
+        Copy();
+        EXPECT_EQ(order,
+                  (QStringList{u"reader opens"_s, u"writer opens"_s, u"writer closes"_s, u"reader closes"_s}))
+            << "failing at block " << failing;
+    }
+}
+
+TEST_F(Transcoder, ASourceThatCannotBeOpenedLeavesNoOutput) {
+    Source.OpenFails = true;
+    Copy();
+    EXPECT_EQ(Sink.Path, QString());
+}
+
+TEST_F(Transcoder, ACancelBehindTheLastBlockFailsTheFileToo) {
+    Source.AtEnd = [this] { Run.CancelAll = true; };
+    Copy();
+    EXPECT_EQ(Sink.Written, 4);
+    EXPECT_TRUE(Run.FileError);
+    EXPECT_EQ(Row().Icon, ErrorIcon);
+    EXPECT_EQ(Row().Progress, u"line 96"_s);
+    EXPECT_TRUE(Codecs.TagsSaved.empty());
+}
+
+TEST_F(Transcoder, ACancelInALoopThatIsNoLongerBusyFailsTheFileToo) {
+    Host.AtYield = [this] {
+        Run.Busy = false;
+        Run.CancelAll = true;
+    };
+    Copy();
+    EXPECT_TRUE(Run.FileError);
+    EXPECT_EQ(Row().Progress, u"line 96"_s);
+}
+
+TEST_F(Transcoder, ACancelWhileTheOutputIsClosedOnlyKeepsItFromBeingTagged) {
+    Copy();
+    EXPECT_FALSE(Codecs.TagsSaved.empty());
+    Codecs.TagsSaved.clear();
+    Sink.AtClose = [this] { Run.CancelAll = true; };
+    Copy();
+    EXPECT_FALSE(Run.FileError);
+    EXPECT_EQ(Row().Progress, u"100 %"_s);
+    EXPECT_TRUE(Codecs.TagsSaved.empty());
+}
+
+// Eighths are whole in a computer's numbers, so that their halves are halves.
+TEST_F(Transcoder, RoundsHalvesToTheEvenNumberAboveAndBelow) {
+    Source.Blocks = 8;
+    Source.BlockBytes = 4;
+    Source.Frames = 8;
+    std::vector<int> bar;
+    Host.AtYield = [&] { bar.push_back(Host.Progress); };
+    Copy();
+    EXPECT_EQ(bar, (std::vector<int>{12, 25, 38, 50, 62, 75, 88, 100}));
+}
+
 }  // namespace
 }  // namespace Sonmira
