@@ -68,5 +68,14 @@ TEST_F(InputCheck, AMissingWmaIsReportedAsWmaAllTheSame) {
     EXPECT_EQ(Host.Rows.front().Progress, u"line 100"_s);
 }
 
+// Or the name of a WAV of an earlier file would be taken for one of this.
+TEST_F(InputCheck, TakesTheOutputNameFromTheAacDecoder) {
+    for (const char* name : {"a.aac", "b.alac"}) {
+        Codecs.Aac.SetOutputFile(Folder.Path("earlier.wav"));
+        EXPECT_TRUE(Check(Folder.MakeFile(name)));
+        EXPECT_EQ(Codecs.Aac.GetOutputFile(), QString()) << name;
+    }
+}
+
 }  // namespace
 }  // namespace Sonmira

@@ -1,5 +1,6 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
+#include "engine/OutputFormatNames.h"
 #include "engine/OutputStage.h"
 #include "engine/RunState.h"
 #include "support/TestFolder.h"
@@ -46,7 +47,18 @@ TEST_F(OutputStages, AreChosenByTheExactTextOfTheFormat) {
 
 TEST_F(OutputStages, DoNothingUnlessTheRunIsBusy) {
     Run.Busy = false;
-    EXPECT_EQ(OutputOf(u"Mp3"_s), QString());
+    Run.CurrentInput = Folder.MakeFile("in.wav");
+    const std::pair<QStringView, const char*> formats[] = {
+        {FormatName::Wma, "wma"}, {FormatName::Mp3, "mp3"}, {FormatName::Ogg, "ogg"},
+        {FormatName::Wav, "wav"}, {FormatName::Ape, "ape"}, {FormatName::Flac, "flac"},
+        {FormatName::Mpc, "mpc"}};
+    for (const auto& [format, ending] : formats) {
+        Folder.MakeFile(QByteArray("song.") + ending);
+        EXPECT_EQ(OutputOf(format.toString()), QString()) << ending;
+        EXPECT_EQ(Run.OutputStem, Folder.Path("song")) << ending << " was numbered";
+        EXPECT_EQ(Source.Opened, 0) << ending;
+        EXPECT_TRUE(Codecs.Calls.isEmpty()) << ending;
+    }
 }
 
 TEST_F(OutputStages, LeaveTheNumberInTheStem) {
