@@ -250,5 +250,43 @@ TEST_F(JobDrivers, MoreThan32767RecordsOverflow) {
     }
 }
 
+TEST_F(JobDrivers, AStopFromBeforeIsForgotten) {
+    AddMusic({"a.wav"});
+    Run.CancelAll = true;
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s);
+}
+
+TEST_F(JobDrivers, RemovedRecordsBeforeOthersKeepNoneOfThemFromBeingConverted) {
+    AddMusic({"Gone/a.wav", "Kept/b.wav"});
+    for (const char* name : {"Music/Gone", "Music/Gone/a.wav"}) {
+        Items.Records.MarkRemoved(*Items.Records.FirstWithPath(Folder.Path(name)));
+    }
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.Rows[0].Name, u"b.wav"_s);
+    EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s);
+    EXPECT_EQ(Sink.Path, Folder.Path("out") + u"\\Music\\Kept\\b.mp3"_s);
+    EXPECT_EQ(Host.Count, u"2 / 2"_s);
+    EXPECT_FALSE(NativeExists(Folder.Native("out/Music/Gone")))
+        << "the folder of a removed record is not made";
+    EXPECT_TRUE(Host.ControlsEnabled);
+}
+
+TEST_F(JobDrivers, ARemovedRecordBehindAFailedFileKeepsItsSourceAndTheNextFileIsConverted) {
+    AddMusic({"a.wav", "b.wav", "c.wav"});
+    std::filesystem::remove(Folder.Native("Music/a.wav").toStdString());
+    Items.Records.MarkRemoved(*Items.Records.FirstWithPath(Folder.Path("Music/b.wav")));
+    Host.RemoveOriginal = true;
+    Convert();
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[1].Icon, u"converted"_s);
+    EXPECT_EQ(Host.Count, u"3 / 3"_s);
+    EXPECT_TRUE(NativeExists(Folder.Native("Music/b.wav"))) << "the failure of the file before is its own";
+    EXPECT_FALSE(NativeExists(Folder.Native("Music/c.wav")));
+}
+
 }  // namespace
 }  // namespace Sonmira

@@ -6,6 +6,7 @@
 #include "engine/StopCommands.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
+#include "library/Removal.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -168,6 +169,25 @@ TEST_F(RunEdge, AProgressEventWithoutAnArgumentDoesNothing) {
     EXPECT_EQ(yields, 0);
     EXPECT_EQ(Host.Progress, 42);
     EXPECT_EQ(Host.Rows[0].Progress, QString());
+}
+
+TEST_F(RunEdge, FoldersAreFoundByTheirNumbersWhereARemovalHasMovedThem) {
+    for (const char* name : {"A/a.wav", "B/b.wav", "C/c.wav"}) Folder.MakeFile(name);
+    for (const char* name : {"A", "B", "C"}) AddDirectory(Items, Host, Folder.Path(name));
+    RemoveFromCollection(Items, Host, Folder.Path("A"));
+    ASSERT_NE(Items.Records[1].Index, 1) << "B stands at another place than that of its number";
+    const QString b = Folder.Path("out") + u"\\B\\b.mp3"_s;
+    const QString c = Folder.Path("out") + u"\\C\\c.mp3"_s;
+    EXPECT_EQ(OutputsOf([this] { Convert(); }), (QStringList{b, c}));
+    Codecs.Sink.Path.clear();
+    EXPECT_EQ(OutputsOf([this] {
+                  SelectionDriver(Run, Host, Codecs.Parts(), Items).ConvertNode(Folder.Path("B"));
+              }),
+              QStringList{b});
+    EXPECT_EQ(Host.Count, u"1 / 1"_s);
+    RemoveFromCollection(Items, Host, Folder.Path("B"));
+    ASSERT_EQ(Items.Records.UpperBound(), 2);
+    EXPECT_EQ(Items.Records[2].Name, u"c.wav"_s);
 }
 
 }  // namespace

@@ -175,5 +175,76 @@ TEST_F(SelectionRun, AFolderBeyondTheNumbersHasNoChildren) {
     EXPECT_TRUE(Host.Rows.empty());
 }
 
+TEST_F(SelectionRun, ShowsTheCountAtTheStartOfEveryFile) {
+    AddMusic({"a.wav", "b.wav"});
+    QStringList begun;
+    Host.AtYield = [&] {
+        if (static_cast<std::size_t>(begun.size()) < Host.Rows.size()) begun.append(Host.Count);
+        Host.Count = u"something else"_s;
+    };
+    Convert("Music");
+    EXPECT_EQ(begun, (QStringList{u"0 / 2"_s, u"1 / 2"_s}));
+}
+
+TEST_F(SelectionRun, CountsFromTheStartEachTime) {
+    AddMusic({"a.wav", "b.wav"});
+    Convert("Music");
+    Convert("Music/a.wav");
+    EXPECT_EQ(Host.Count, u"1 / 1"_s);
+}
+
+TEST_F(SelectionRun, ForgetsAStopFromBefore) {
+    AddMusic({"a.wav", "b.wav"});
+    for (const auto& [selected, rows] : {std::pair{"Music/a.wav", 1U}, std::pair{"Music", 2U}}) {
+        Run.CancelAll = true;
+        Convert(selected);
+        ASSERT_EQ(Host.Rows.size(), rows) << selected;
+        EXPECT_EQ(Host.Rows.back().Icon, ConvertedIcon) << selected;
+    }
+}
+
+TEST_F(SelectionRun, AStopInAFolderEndsTheFoldersAboveItToo) {
+    // Made by hand, so that the file with the stop comes first whatever order the disk has.
+    for (const char* name : {"Music", "Music/A", "Music/A/Deep", "Music/A/Deep/a.wav", "Music/A/Deep/b.wav",
+                             "Music/B", "Music/B/c.wav", "Music/d.wav"}) {
+        ConversionRecord record;
+        record.Path = Folder.Path(name);
+        record.Name = FileNameOf(record.Path);
+        record.IsFile = record.Name.contains(u'.');
+        if (record.IsFile) Folder.MakeFile(name);
+        const std::optional<int> parent = Items.Records.FirstWithPath(FolderOf(record.Path).chopped(1));
+        if (parent) record.Parent = Items.Records[*parent].Index;
+        Items.Records.Append(record);
+    }
+    Host.AtYield = [this] { CancelByMenu(Run, Items, Codecs.Parts()); };
+    Convert("Music");
+    EXPECT_EQ(Host.Rows.size(), 1U);
+    EXPECT_TRUE(NativeExists(Folder.Native("out/Music/A/Deep")));
+    EXPECT_FALSE(NativeExists(Folder.Native("out/Music/B")));
+}
+
+TEST_F(SelectionRun, GoesOnBehindAFileThatEndsAFullRun) {
+    AddMusic({"a.wav"});
+    for (const char* name : {"nodotwav", "b.wav"}) {
+        ConversionRecord record;
+        record.IsFile = true;
+        record.Path = Folder.MakeFile(QByteArray("Music/") + name);
+        record.Name = QString::fromLatin1(name);
+        record.Parent = 1;
+        Items.Records.Append(record);
+    }
+    QString frees;
+    Host.AtControls = [&](bool enabled) { frees += enabled ? u'+' : u'-'; };
+    Convert("Music");
+    ASSERT_EQ(Host.Rows.size(), 3U);
+    EXPECT_EQ(Host.Rows[0].Icon, ConvertedIcon);
+    EXPECT_EQ(Host.Rows[1].Icon, ConversionIcon);
+    EXPECT_EQ(Host.Rows[1].Progress, u"0 %"_s);
+    EXPECT_EQ(Host.Rows[2].Icon, ConvertedIcon);
+    EXPECT_EQ(Host.Count, u"2 / 3"_s) << "the file without a dot is not counted as done";
+    EXPECT_EQ(frees, u"-+--+"_s) << "it leaves the controls locked for the next one to free";
+    EXPECT_FALSE(Run.Busy);
+}
+
 }  // namespace
 }  // namespace Sonmira
