@@ -5,6 +5,8 @@
 #include "engine/SelectionDriver.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
+#include "platform/Clock.h"
+#include "shell/Values.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -129,6 +131,77 @@ TEST_F(TagSource, OfAnAacGoesOntoThePageAndOnlyItsGenreIntoTheRecord) {
     EXPECT_TRUE(Host.Panel.Artist.startsWith(u"Artist"_s));
     EXPECT_EQ(Host.Panel.Year, u"1999"_s);
     EXPECT_EQ(Host.Panel.Genre, u"17"_s);
+}
+
+TEST_F(TagSource, OfAnAacOrAlacWithoutABlockIsNothingAndThePageStays) {
+    const auto check = [this](const QByteArray& name) {
+        Host.Panel = {u"Artist"_s, u"Album"_s, u"1987"_s, u"Comment"_s, u"3"_s};
+        const TagRecord& tag = Read(name);
+        EXPECT_EQ(Codecs.TagReads, Block) << name.constData();
+        const QString texts = tag.Title + tag.Artist + tag.Album + tag.Comment + tag.GenreText;
+        EXPECT_EQ(texts, QString()) << name.constData();
+        EXPECT_EQ(tag.Year, PlainNumber(CurrentYear()));
+        EXPECT_EQ(tag.GenreIndex, 0);
+        EXPECT_EQ(tag.Track, 1);
+        const PanelTag& panel = Host.Panel;
+        EXPECT_EQ((QStringList{panel.Artist, panel.Album, panel.Year, panel.Comment, panel.Genre}),
+                  (QStringList{u"Artist"_s, u"Album"_s, u"1987"_s, u"Comment"_s, u"3"_s}));
+    };
+    check("a.aac");
+    check("b.alac");
+    Codecs.IsAlac = true;
+    check("c.alac");
+}
+
+TEST_F(TagSource, OfAFlacBehindAnAacWithATitleOfBlanksIsItsBlock) {
+    const QByteArray blanks(30, ' ');
+    AddFileRecord(Items, Host, Folder.MakeFile("a.aac", "sound" + Id3Block(blanks, "Artist", "1999", 7, 17)));
+    AddFileRecord(Items, Host, Folder.MakeFile("b.flac"));
+    JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
+    EXPECT_EQ(Codecs.TagReads, Block + Block);
+    EXPECT_EQ(Run.Tag.GenreIndex, 0);
+}
+
+TEST_F(TagSource, OfAnAacHoldsItsTitleThroughTheRunAndNotBeyond) {
+    AddFileRecord(Items, Host, Folder.MakeFile("a.aac", "sound" + Id3Block("Held", "Artist", "1999", 7, 17)));
+    AddFileRecord(Items, Host, Folder.MakeFile("b.aac"));  // without a block, which changes nothing
+    AddFileRecord(Items, Host, Folder.MakeFile("c.flac"));
+    JobDriver driver(Run, Host, Codecs.Parts(), Items);
+    driver.RunAllConversions();
+    EXPECT_EQ(Codecs.TagReads, Block + Block) << "of the first two";
+    Items = {};
+    Codecs.TagReads.clear();
+    AddFileRecord(Items, Host, Folder.MakeFile("d.flac"));
+    driver.RunAllConversions();
+    EXPECT_EQ(Codecs.TagReads, Block);
+}
+
+TEST_F(TagSource, OfASelectionHoldsNoTitleFromOneFileToTheNext) {
+    Folder.MakeFile("Music/a.aac", "sound" + Id3Block("Held", "Artist", "1999", 7, 17));
+    Folder.MakeFile("Music/b.flac");
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    SelectionDriver(Run, Host, Codecs.Parts(), Items).ConvertNode(Folder.Path("Music"));
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(Host.Rows[1].Name, u"b.flac"_s);
+    EXPECT_EQ(Codecs.TagReads, Block + Block);
+    EXPECT_EQ(Run.Tag.GenreIndex, 0);
+}
+
+TEST_F(TagSource, OfABlockIsACommentOfTwentyNineLetters) {
+    const QByteArray comment = "abcdefghijklmnopqrstuvwxyz012";
+    QByteArray block = Id3Block("Title", "Artist", "1999", 7, 17);
+    block.replace(97, 29, comment);
+    for (const char* name : {"a.ape", "b.mpc", "c.flac"}) {
+        EXPECT_EQ(Read(name, "sound" + block).Comment, QString::fromLatin1(comment)) << name;
+        EXPECT_EQ(Run.Tag.Track, 7);
+    }
+    Read("d.aac", "sound" + block);
+    EXPECT_EQ(Host.Panel.Comment, QString::fromLatin1(comment));
+}
+
+TEST_F(TagSource, OfAStreamWithoutATextForItsGenreIsTheNameOfTheNumber) {
+    EXPECT_EQ(Read("song.mp3").GenreText, AudioInformation::GenreName(12));
+    EXPECT_EQ(Run.Tag.GenreIndex, 12);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "RealEngine.h"
 #include "engine/SelectionDriver.h"
+#include "engine/TempWav.h"
 #include "platform/Clock.h"
+#include "platform/NativePath.h"
 #include "support/Sanitized.h"
 #include "support/Tool.h"
 
@@ -345,6 +347,29 @@ TEST_F(TagTransfer, NothingOfAFileReachesTheOneAfterIt) {
     EXPECT_EQ(TagsBy(Folder.Native("out/Music/a.mp3"))["copyright"], "Copyright");
     EXPECT_EQ(SaidBy(Folder.Native("out/Music/b.mp3")).Text(), Nothing.Text());
     EXPECT_FALSE(TagsBy(Folder.Native("out/Music/b.mp3")).contains("copyright"));
+}
+
+TEST_F(TagTransfer, TheWavOnTheWayToAnEncoderIsTaggedToo) {
+    Make("song.ogg", {"title=Title", "artist=Artist", "album=Album", "comment=Comment", "date=1999",
+                      "track=4", "genre=Rock"});
+    Take("song.ogg");
+    const QByteArray copy = ToNative(TempWavPathFor(Folder.Path("song.ogg"), 3));
+    for (const char* ending : {"ape", "flac", "mpc"}) {
+        std::filesystem::remove(copy.toStdString());
+        To(ending);
+        EXPECT_EQ(SaidBy(copy).Text(), Complete.Text()) << ending;
+    }
+}
+
+TEST_F(TagTransfer, AFlacBehindAnAacWithATitleKeepsItsComments) {
+    Make("Music/a.aac", {}, BlockOf({}));
+    Make("Music/b.flac", {"title=Own title", "artist=Own artist", "album=Own album", "comment=Own comment",
+                          "date=1977", "genre=Jazz"});
+    AddMusic();
+    Convert(FormatName::Ogg);
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(SaidBy(Folder.Native("out/Music/b.ogg")).Text(),
+              (Said{"Own title", "Own artist", "Own album", "Own comment", "1977", "1", "Jazz", {}}).Text());
 }
 
 }  // namespace
