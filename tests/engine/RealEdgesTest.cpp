@@ -228,5 +228,20 @@ TEST_F(RealEdge, AFolderRemovedWhileItsFileIsDecodedStillGetsItsOutput) {
     EXPECT_TRUE(Host.ControlsEnabled);
 }
 
+// What a decoder made goes; what the user listed stays, though the encoder takes both in the same way.
+TEST_F(RealEdge, AWavBehindAFileWithADecoderOfItsOwnKeepsItsSource) {
+    const QByteArray wav = WavOf(MakeSweep(44100, 2, 3L * 44100), WavKind::Signed16);
+    Folder.MakeFile("Music/b.wav", wav);
+    MakeSource(Folder.Native("Music/b.wav"), Folder.Native("Music/a.flac"));
+    AddMusic();
+    for (const OutputFormat& format : OutputFormats) {
+        Convert(format.Name);
+        ASSERT_EQ(Host.Rows.size(), 2U);
+        EXPECT_EQ(Row(1).Name, u"a.flac"_s);
+        EXPECT_EQ(Row(2).Icon, ConvertedIcon);
+        EXPECT_EQ(ContentOf(Folder.Native("Music/b.wav")), wav) << format.Ending;
+    }
+}
+
 }  // namespace
 }  // namespace Sonmira
