@@ -42,6 +42,8 @@ public:
     int FileCount = 0;
     QString StatusPath;
     PanelTag Panel;
+    int TrashedFiles = -1;  // until a run has ended
+    qint64 TrashedBytes = 0;
 
     std::function<void()> AtYield;
     std::function<void(bool enabled)> AtControls;
@@ -69,6 +71,10 @@ public:
     void ShowFileName(const QString& text) override { FileName = text; }
     void ShowDuration(const QString& text) override { Duration = text; }
     void ShowProgress(int percent) override { Progress = percent; }
+    void ShowTrashed(int files, qint64 bytes) override {
+        TrashedFiles = files;
+        TrashedBytes = bytes;
+    }
     PanelTag GetPanelTag() const override { return Panel; }
     void SetPanelTag(const PanelTag& tag) override { Panel = tag; }
     void Yield() override;

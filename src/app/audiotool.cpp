@@ -7,9 +7,10 @@
 
 #include <QApplication>
 
-int main(int argc, char** argv) {
+int main(int /*argc*/, char** argv) {
     using namespace Sonmira;
-    QApplication application(argc, argv);
+    int onlyTheName = 1;  // no argument is read, the toolkit's own neither
+    QApplication application(onlyTheName, argv);
     QApplication::setApplicationName(QStringLiteral("Sonmira"));
     QApplication::setApplicationVersion(QString::fromUtf16(SONMIRA_VERSION));
     ApplyTheme(application);

@@ -70,7 +70,7 @@ void InputStage::PrepareFlac(TempWav& temp, const QString& heldTitle) {
     BeginDecoding(temp, FlacExtension);
     Parts.FlacCodec1.SetOutputFile(temp.Path);
     // Nobody reads the results of these three decoders: a WAV that is missing shows at the next look-up.
-    PassOver([&] { Parts.FlacCodec1.DecodeToWav(); });
+    Run.InputIsWhole = PassOver([&] { Parts.FlacCodec1.DecodeToWav(); });
     TakeTempWav(temp);
 }
 
@@ -80,7 +80,7 @@ void InputStage::PrepareApe(TempWav& temp) {
     Statement([&] { ReadTagOfBlock(Run, Parts, Rules.UntaggedApeYear); });
     Run.KillFlag = 0;
     BeginDecoding(temp, ShortExtension);
-    PassOver([&] {
+    Run.InputIsWhole = PassOver([&] {
         Parts.Ape.DecompressFile(Run.CurrentInput, temp.Path, MakeApeDecodingProgress(Run, View),
                                  Run.KillFlag);
     });
@@ -93,7 +93,7 @@ void InputStage::PrepareMpc(TempWav& temp) {
     Statement([&] { ReadTagOfBlock(Run, Parts, Rules.UntaggedMpcYear); });
     Run.KillFlag = 0;
     BeginDecoding(temp, ShortExtension);
-    PassOver([&] { Parts.mpcdecoder1.DecodeToWav(Run.CurrentInput, temp.Path); });
+    Run.InputIsWhole = PassOver([&] { Parts.mpcdecoder1.DecodeToWav(Run.CurrentInput, temp.Path); });
     TakeTempWav(temp);
 }
 

@@ -22,6 +22,8 @@ void JobDriver::RunAllConversions() {
     Run.CancelAll = Run.Busy = Run.FileError = Run.SkipCurrentFile = false;
     View.ClearRows();
     Run.CurrentItem = 0;
+    Run.TrashedFiles = 0;
+    Run.TrashedBytes = 0;
     FilesDone = 0;
     ShowCount();
 
@@ -40,6 +42,7 @@ void JobDriver::RunAllConversions() {
     Run.Busy = false;
     View.SetControlsEnabled(true);
     Run.FileError = false;
+    View.ShowTrashed(Run.TrashedFiles, Run.TrashedBytes);
 }
 
 bool JobDriver::ConvertRecord(RecordSteps& steps, const ConversionRecord& record) {

@@ -98,8 +98,10 @@ void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
     OutputName output(Run, extension);
     const std::optional<QString> wav = WavInput();
     if (!wav) return;
-    // Nobody reads the encoders' results.
-    PassOver([&] { output.CreateBy([&](const QString& path) { encode(*wav, path); }); });
+    const bool isWavWhole = !Run.FileError;
+    // Nobody reads the encoders' results; a source is only spared for good by them.
+    const bool encoded = PassOver([&] { output.CreateBy([&](const QString& path) { encode(*wav, path); }); });
+    Run.OutputIsWhole = isWavWhole && encoded;
     WriteOutputTag(Run, View, Parts, output.Path());
     // Only a decoder's WAV goes. One that the copy has made stays in the temporary folder, as it always has.
     if (Run.EncodageParticulier) PassOver([&] { DeleteFileOutright(*wav); });

@@ -11,6 +11,8 @@
 #include "shell/Paths.h"
 #include "shell/Values.h"
 
+#include <QScopeGuard>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -37,6 +39,7 @@ bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem
     Run.SkipCurrentFile = false;
     Run.FileError = false;
     Run.DecodingStopped = Run.MpcDecodingStopped = false;
+    Run.InputIsWhole = true;
     Run.CurrentInput = record.Path;
     if (Rules.ShowsFileName) {
         Statement([&] { View.ShowFileName(record.Name); });
@@ -69,7 +72,19 @@ void RecordSteps::DeleteTempWav() {
     if (FileExists(looked)) DeleteFileOutright(Temp.Path);
 }
 
+// A source that a trash takes is there to be had back; one that none takes goes for good only where its sound
+// is known to stand in the output.
+void RecordSteps::RemoveSource(const QString& path) {
+    const bool isWhole = Run.InputIsWhole && Run.OutputIsWhole && !Run.DecodingStopped;
+    const SourceRemoval removal = RemoveSourceFile(path, isWhole ? WithoutTrash::Delete : WithoutTrash::Keep);
+    if (removal.Ends != SourceRemoval::Place::Trash) return;
+    ++Run.TrashedFiles;
+    Run.TrashedBytes += removal.Size;
+}
+
 void RecordSteps::Finish(const ConversionRecord& record, const std::function<void()>& showCount) {
+    // Said of this file alone: a removed record that comes next has no output.
+    const auto forget = qScopeGuard([this] { Run.OutputIsWhole = false; });
     Statement([&] { showCount(); });
     Statement.PassFailuresOver();
     // A removed record has no row of its own and paints the row of the file before it.
@@ -78,7 +93,7 @@ void RecordSteps::Finish(const ConversionRecord& record, const std::function<voi
         return;
     }
     Statement([&] { View.SetRowIcon(Run.CurrentItem, ConvertedIcon); });
-    if (View.Check2()) Statement([&] { RemoveSourceFile(record.Path); });
+    if (View.Check2()) Statement([&] { RemoveSource(record.Path); });
 }
 
 }  // namespace Sonmira

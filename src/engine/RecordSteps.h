@@ -34,6 +34,7 @@ private:
     void AddRow(const ConversionRecord& record);
     void ResetTag();
     void DeleteTempWav();
+    void RemoveSource(const QString& path);
 
     RunState& Run;
     RunView& View;

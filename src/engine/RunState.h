@@ -33,6 +33,10 @@ struct RunState {
     bool CancelAll = false;        // the user stopped the whole run
     bool SkipCurrentFile = false;  // the user abandoned the file in hand
     bool FileError = false;        // the file in hand failed
+    // The file in hand was read and written to its end, and nobody stopped or failed on the way. Only then
+    // may its source go for good: a row says converted in some cases in which there is no output.
+    bool OutputIsWhole = false;
+    bool InputIsWhole = false;  // what a decoder of its own has made of it is
     // The components were told to stop since the file in hand was begun. A decoder forgets what it was told
     // before it started, and hears it from here. Not every stop command is meant for the Musepack decoder.
     bool DecodingStopped = false;
@@ -48,6 +52,10 @@ struct RunState {
 
     bool WmaSupported = false;
     qint32 KillFlag = 0;  // shared with the functions for APE: 1 tells them to stop
+
+    // Sources that went into the trash since the run began, and their bytes.
+    int TrashedFiles = 0;
+    qint64 TrashedBytes = 0;
 
     // Of the run of a selection.
     int SelectionTotal = 0;

@@ -51,6 +51,9 @@ public:
     virtual void ShowDuration(const QString& text) = 0;
     virtual void ShowProgress(int percent) = 0;
 
+    // At the end of a run: that many sources lie in the trash, with that many bytes. None where nothing went.
+    virtual void ShowTrashed(int /*files*/, qint64 /*bytes*/) {}
+
     // The output to WMA failed before its stream was copied. Beside the row, some windows say so in a box.
     virtual void ShowWmaStageFailure() {}
 

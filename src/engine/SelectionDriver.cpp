@@ -56,6 +56,9 @@ void SelectionDriver::ConvertNode(const QString& key) {
     View.ClearRows();
     Run.CurrentItem = 0;
     Run.SelectionTotal = Run.SelectionDone = 0;
+    Run.TrashedFiles = 0;
+    Run.TrashedBytes = 0;
+    const auto tell = qScopeGuard([this] { View.ShowTrashed(Run.TrashedFiles, Run.TrashedBytes); });
     if (key.isEmpty()) return;
     CountFilesUnderNode(key);
     const std::optional<int> position = Items.Records.FirstWithPath(key);

@@ -75,6 +75,7 @@ void Transcode(RunState& run, RunView& view, Components components, const QStrin
     std::optional<QString> output;
     PassOver([&] { output = Copy(run, view, components, inputPath, create); });
     if (output) {
+        run.OutputIsWhole = !run.CancelAll;
         if (!run.CancelAll) WriteOutputTag(run, view, components, *output);
         view.SetRowProgress(run.CurrentItem, u"100 %"_s);
         view.ShowProgress(0);

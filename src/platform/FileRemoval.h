@@ -9,8 +9,17 @@ namespace Sonmira {
 // PathFileAccess and leaves the file where it was.
 void DeleteFileOutright(QStringView path);
 
-// Removes a file that the user owns: to the desktop's trash where the file's volume has one that takes the
-// name, else for good. Fails like DeleteFileOutright.
-void RemoveSourceFile(QStringView path);
+// What becomes of a source that no trash takes.
+enum class WithoutTrash { Delete, Keep };
+
+struct SourceRemoval {
+    enum class Place { Trash, Nowhere, Stays };
+    Place Ends = Place::Stays;
+    qint64 Size = 0;  // bytes
+};
+
+// Removes a file that the user owns: to the trash of its volume, else as a copy to that of the home folder,
+// else as `otherwise` says. Fails like DeleteFileOutright.
+SourceRemoval RemoveSourceFile(QStringView path, WithoutTrash otherwise);
 
 }  // namespace Sonmira

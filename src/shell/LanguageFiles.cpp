@@ -58,6 +58,12 @@ const QString& LanguageTable::operator[](int line) const {
     return Lines[line];
 }
 
+QString LanguageLineOr(int line, const QString& standard) {
+    QString text;
+    PassOver([&] { text = LanguageLines[line]; });
+    return text.isEmpty() ? standard : text;
+}
+
 void OverrideLanguageFolder(const QString& folder) {
     overriddenFolder = folder;
 }

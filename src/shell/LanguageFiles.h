@@ -22,6 +22,9 @@ private:
 };
 extern LanguageTable LanguageLines;
 
+// A line that a language file may end before, or leave empty: `standard` stands in for it then.
+QString LanguageLineOr(int line, const QString& standard);
+
 struct LanguageFile {
     QString Caption;  // the file's name less its last four characters
     QString Path;

@@ -109,6 +109,9 @@ BatchConverterForm::BatchConverterForm(QMainWindow& window) : BatchMenus(window)
     StatusPanel1->setAccessibleName(u"Status"_s);
     StatusPanel1->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     StatusBar1->addWidget(StatusPanel1, 1);
+    StatusPanel2 = Caption(StatusBar1, u"StatusPanel2"_s, {});
+    StatusBar1->addPermanentWidget(StatusPanel2);
+    StatusPanel2->hide();
     OrderTabs();
     CaptionsChanged();
 }

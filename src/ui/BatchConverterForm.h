@@ -43,6 +43,7 @@ struct BatchConverterForm : BatchMenus {
     QToolBar* Toolbar1;
     QStatusBar* StatusBar1;
     QLabel* StatusPanel1;
+    QLabel* StatusPanel2;  // what a run has to say at its end; away while there is nothing
     Splitter* Splitter1;
 
     // The collection, on the left.

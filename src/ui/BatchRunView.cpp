@@ -4,14 +4,18 @@
 #include "kit/MyProgressBar.h"
 #include "library/widgets/FileList.h"
 #include "platform/NativePath.h"
+#include "shell/LanguageFiles.h"
 #include "shell/widgets/ChoiceList.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/RunNews.h"
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 
 namespace Sonmira {
+
+using namespace Qt::StringLiterals;
 
 BatchRunView::BatchRunView(BatchConverterForm& form, std::function<void(bool enabled)> lockInputs,
                            RunNews* news)
@@ -23,6 +27,7 @@ void BatchRunView::SetControlsEnabled(bool enabled) {
 
 void BatchRunView::ClearRows() {
     Form.ListViewFiles->Rows().Clear();
+    ShowTrashed(0, 0);
 }
 int BatchRunView::AddRow() {
     return Form.ListViewFiles->Rows().AddRow();
@@ -50,6 +55,19 @@ void BatchRunView::SetRowIcon(int row, QStringView icon) {
 
 void BatchRunView::ScrollToRow(int row) {
     Form.ListViewFiles->ScrollToRow(row);
+}
+
+void BatchRunView::ShowTrashed(int files, qint64 bytes) {
+    constexpr int InTheTrashLine = 101;
+    QString text;
+    if (files > 0) {
+        text = u"%1: %2 (%3)"_s.arg(LanguageLineOr(InTheTrashLine, u"In the trash"_s))
+                   .arg(files)
+                   .arg(QLocale().formattedDataSize(bytes));
+    }
+    Form.StatusPanel2->setText(text);
+    Form.StatusPanel2->setVisible(!text.isEmpty());
+    if (News != nullptr) News->Trashed(text);
 }
 
 void BatchRunView::ShowCount(const QString& text) {

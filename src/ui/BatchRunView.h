@@ -33,6 +33,7 @@ public:
     void ShowFileName(const QString& text) override;
     void ShowDuration(const QString& text) override;
     void ShowProgress(int percent) override;
+    void ShowTrashed(int files, qint64 bytes) override;
 
     PanelTag GetPanelTag() const override;
     void SetPanelTag(const PanelTag& tag) override;

@@ -1,6 +1,5 @@
 #include "ui/RunNews.h"
 
-#include "platform/Failure.h"
 #include "platform/widgets/DesktopSignals.h"
 #include "shell/LanguageFiles.h"
 
@@ -16,13 +15,6 @@ namespace {
 constexpr int ConvertedLine = 77;
 constexpr int StoppedLine = 78;
 
-// A language file may end before these lines.
-QString Word(int line, const QString& standard) {
-    QString word = standard;
-    PassOver([&] { word = LanguageLines[line]; });
-    return word.isEmpty() ? standard : word;
-}
-
 }  // namespace
 
 void RunNews::Begin() {
@@ -31,6 +23,7 @@ void RunNews::Begin() {
     Runs = true;
     Done = Total = InHand = 0;
     Told = -1;
+    TrashText.clear();
 }
 
 void RunNews::Count(const QString& count) {
@@ -60,8 +53,11 @@ void RunNews::End() {
     Window.setWindowTitle(Title);
     Desktop().HideProgress();
     if (Clock.elapsed() < Long || Window.isActiveWindow()) return;
-    const QString word = Done < Total ? Word(StoppedLine, u"Stopped"_s) : Word(ConvertedLine, u"Converted"_s);
-    Desktop().Notify(u"Sonmira"_s, u"%1: %2 / %3"_s.arg(word).arg(Done).arg(Total));
+    const QString word = Done < Total ? LanguageLineOr(StoppedLine, u"Stopped"_s)
+                                      : LanguageLineOr(ConvertedLine, u"Converted"_s);
+    QString text = u"%1: %2 / %3"_s.arg(word).arg(Done).arg(Total);
+    if (!TrashText.isEmpty()) text += u'\n' + TrashText;
+    Desktop().Notify(u"Sonmira"_s, text);
     QApplication::alert(&Window);
 }
 

@@ -33,6 +33,8 @@ public:
     // nothing is told.
     void Count(const QString& count);
     void Progress(int percent);
+    // What went into the trash, for the message at the end.
+    void Trashed(const QString& text) { TrashText = text; }
 
 private:
     void Begin();
@@ -48,6 +50,7 @@ private:
     int Total = 0;
     int InHand = 0;  // percent
     int Told = -1;
+    QString TrashText;
 };
 
 }  // namespace Sonmira

@@ -4,7 +4,10 @@
 #include "support/TestFolder.h"
 #include "support/Unprivileged.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -17,6 +20,11 @@ namespace {
 namespace fs = std::filesystem;
 
 using Removal = void (*)(QStringView);
+using Place = SourceRemoval::Place;
+
+void RemoveSource(QStringView path) {
+    RemoveSourceFile(path, WithoutTrash::Delete);
+}
 
 int FailureOf(Removal remove, const QString& path) {
     try {
@@ -37,8 +45,8 @@ protected:
     TestFolder Folder;
 };
 
-INSTANTIATE_TEST_SUITE_P(FileRemoval, EitherRemoval,
-                         ::testing::Values(&DeleteFileOutright, &RemoveSourceFile), [](const auto& removal) {
+INSTANTIATE_TEST_SUITE_P(FileRemoval, EitherRemoval, ::testing::Values(&DeleteFileOutright, &RemoveSource),
+                         [](const auto& removal) {
                              return removal.param == &DeleteFileOutright ? "DeleteFileOutright"
                                                                          : "RemoveSourceFile";
                          });
@@ -55,7 +63,7 @@ TEST_P(EitherRemoval, TakesAFileWhoseNameIsNoText) {
 
 TEST(RemoveSourceFile, PutsANameThatIsNoTextIntoTheTrashToo) {
     const TestFolder folder;
-    RemoveSourceFile(folder.MakeFile("raw\xE9.mp3", "music"));
+    RemoveSource(folder.MakeFile("raw\xE9.mp3", "music"));
     EXPECT_EQ(ContentOf(TrashName("raw\xE9.mp3")), "music");
 }
 
@@ -117,7 +125,7 @@ TEST_P(EitherRemoval, FailsInAProtectedFolder) {
 
 TEST(FileRemoval, ASourceFileGoesToTheTrash) {
     const TestFolder folder;
-    RemoveSourceFile(folder.MakeFile("source.mp3", "music"));
+    RemoveSource(folder.MakeFile("source.mp3", "music"));
     EXPECT_EQ(ContentOf(TrashName("source.mp3")), "music");
 }
 
@@ -127,15 +135,62 @@ TEST(FileRemoval, ATemporaryFileDoesNotGoToTheTrash) {
     EXPECT_FALSE(NativeExists(TrashName("temporary.wav")));
 }
 
-TEST(FileRemoval, ANameThatLeavesTheTrashNoRoomForItsEndingGoesForGood) {
+TEST(FileRemoval, ANameThatLeavesTheTrashNoRoomForItsEndingIsCutThere) {
     const TestFolder folder;
     const QByteArray longest = QByteArray(230, 'n') + ".mp3";
-    RemoveSourceFile(folder.MakeFile(longest, "music"));
+    RemoveSource(folder.MakeFile(longest, "music"));
     EXPECT_EQ(ContentOf(TrashName(longest)), "music");
-    const QByteArray tooLong = QByteArray(246, 'n') + ".mp3";
-    RemoveSourceFile(folder.MakeFile(tooLong));
-    EXPECT_FALSE(NativeExists(folder.Native(tooLong)));
-    EXPECT_FALSE(NativeExists(TrashName(tooLong)));
+    for (const QByteArray content : {"first", "second"}) {
+        const QByteArray tooLong = QByteArray(246, 'n') + content.left(5);
+        EXPECT_EQ(RemoveSourceFile(folder.MakeFile(tooLong, content), WithoutTrash::Keep).Ends, Place::Trash);
+        EXPECT_FALSE(NativeExists(folder.Native(tooLong)));
+    }
+    EXPECT_EQ(ContentOf(TrashName(QByteArray(231, 'n'))), "first");
+    EXPECT_EQ(ContentOf(TrashName(QByteArray(231, 'n') + ".2")), "second");
+    const QByteArray note =
+        ContentOf(TrashName(QByteArray(231, 'n')).replace("/files/", "/info/") + ".trashinfo");
+    EXPECT_TRUE(note.startsWith("[Trash Info]\nPath=" + folder.Native() + '/' + QByteArray(246, 'n')))
+        << note.constData();
+    EXPECT_TRUE(note.contains("\nDeletionDate=20")) << note.constData();
+}
+
+TEST(FileRemoval, TellsWhereTheFileWentAndHowLargeItIs) {
+    const TestFolder folder;
+    const SourceRemoval removal = RemoveSourceFile(folder.MakeFile("a.mp3", "music"), WithoutTrash::Keep);
+    EXPECT_EQ(removal.Ends, Place::Trash);
+    EXPECT_EQ(removal.Size, 5);
+}
+
+// A volume whose topmost folder takes no trash, such as a share.
+TEST(FileRemoval, FromAVolumeWithoutATrashACopyGoesToTheOneOfTheHomeFolder) {
+    const TestFolder folder;
+    folder.MakeFolder("volume");
+    const QByteArray volume = folder.Native("volume");
+    const int apart = getuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
+    if (unshare(apart) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("none", volume.constData(), "tmpfs", 0, "size=8m") != 0) {
+        GTEST_SKIP() << "no disk of our own here";
+    }
+    const QString file = folder.MakeFile("volume/Music/far.mp3", "music");
+    const timespec times[2] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
+    utimensat(AT_FDCWD, folder.Native("volume/Music/far.mp3").constData(), times, 0);
+    chmod(volume.constData(), 0555);
+    {
+        const Unprivileged user;
+        EXPECT_EQ(RemoveSourceFile(file, WithoutTrash::Keep).Ends, Place::Trash);
+        EXPECT_FALSE(NativeExists(folder.Native("volume/Music/far.mp3")));
+        EXPECT_EQ(ContentOf(TrashName("far.mp3")), "music");
+        struct stat status {};
+        stat(TrashName("far.mp3").constData(), &status);
+        EXPECT_EQ(status.st_mtime, 1'000'000'000);
+        setenv("XDG_DATA_HOME", folder.Native("nowhere/data").constData(), 1);
+        folder.MakeFile("nowhere");
+        const QString other = folder.MakeFile("volume/Music/other.mp3", "music");
+        EXPECT_EQ(RemoveSourceFile(other, WithoutTrash::Keep).Ends, Place::Stays);
+        EXPECT_EQ(ContentOf(folder.Native("volume/Music/other.mp3")), "music");
+    }
+    chmod(volume.constData(), 0755);
+    umount(volume.constData());
 }
 
 // From here on the trash lies elsewhere.
@@ -149,7 +204,9 @@ TEST(FileRemoval, ASourceFileGoesForGoodWhereTheTrashIsProtected) {
         const QString file = folder.MakeFile("source.mp3");
         chmod(folder.Native(QByteArray("data/Trash/") + part).constData(), 0500);
         const Unprivileged user;
-        RemoveSourceFile(file);
+        EXPECT_EQ(RemoveSourceFile(file, WithoutTrash::Keep).Ends, Place::Stays);
+        EXPECT_TRUE(NativeExists(folder.Native("source.mp3"))) << part;
+        EXPECT_EQ(RemoveSourceFile(file, WithoutTrash::Delete).Ends, Place::Nowhere);
         EXPECT_FALSE(NativeExists(folder.Native("source.mp3"))) << part;
         EXPECT_TRUE(fs::is_empty(folder.Native("data/Trash/info").toStdString())) << part;
         EXPECT_TRUE(fs::is_empty(folder.Native("data/Trash/files").toStdString())) << part;
@@ -163,7 +220,7 @@ TEST(FileRemoval, ASourceFileInAProtectedFolderDoesNotReachTheTrash) {
     const QString file = folder.MakeFile("sub/a.mp3", "music");
     chmod(folder.Native("sub").constData(), 0500);
     const Unprivileged user;
-    EXPECT_EQ(FailureOf(&RemoveSourceFile, file), FailureNumber::PermissionDenied);
+    EXPECT_EQ(FailureOf(&RemoveSource, file), FailureNumber::PermissionDenied);
     EXPECT_EQ(ContentOf(folder.Native("sub/a.mp3")), "music");
     EXPECT_FALSE(NativeExists(folder.Native("data/Trash")));
 }
@@ -175,7 +232,7 @@ TEST(FileRemoval, ASourceFileGoesForGoodWhereThereIsNoTrash) {
     const QString file = folder.MakeFile("source.mp3");
     const fs::path before = fs::current_path();
     fs::current_path(folder.Native().toStdString());
-    RemoveSourceFile(file);
+    RemoveSource(file);
     fs::current_path(before);
     EXPECT_FALSE(NativeExists(folder.Native("source.mp3")));
     EXPECT_FALSE(NativeExists(folder.Native("files"))) << "the working folder is no trash";

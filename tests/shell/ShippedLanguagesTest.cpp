@@ -11,7 +11,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr qsizetype LineCount = 101;
+constexpr qsizetype LineCount = 102;
 
 // The languages that the program comes with, in the order of the menu.
 const QStringList Names = {u"English"_s,    u"French"_s,  u"German"_s,    u"Italian"_s,
