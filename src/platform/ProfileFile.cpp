@@ -88,14 +88,14 @@ bool Replace(int folder, const QByteArray& name, const QByteArray& content, std:
     return isWritten;
 }
 
-QByteArrayView CutToLongest(QByteArrayView value) {
+// Half a pair would go out as another character (a high half) or as a byte (a low one), and what is read here
+// is mostly the path of a folder, which then were another one's.
+QString CutToLongest(QString value) {
     if (value.size() <= LongestProfileValue) return value;
-    qsizetype cut = LongestProfileValue;
-    const auto isInside = [&] { return (static_cast<uchar>(value[cut]) & 0xC0) == 0x80; };
-    for (int back = 0; back < 3 && isInside(); ++back) --cut;
-    // Bytes that form no character are cut anywhere.
-    const bool isLead = static_cast<uchar>(value[cut]) >= 0xC0;
-    return value.first(isLead ? cut : qsizetype{LongestProfileValue});
+    const bool isPair =
+        value[LongestProfileValue - 1].isHighSurrogate() && value[LongestProfileValue].isLowSurrogate();
+    value.truncate(isPair ? LongestProfileValue - 1 : LongestProfileValue);
+    return value;
 }
 
 }  // namespace
@@ -104,7 +104,7 @@ QString ReadProfileValue(QStringView file, QStringView section, QStringView key)
     const auto content = ReadFileBytes(ToNative(file));
     if (!content) return {};
     const auto value = ProfileText(*content).Value(section, key);
-    return value ? FromNarrow(CutToLongest(*value)) : QString();
+    return value ? CutToLongest(FromNarrow(*value)) : QString();
 }
 
 bool WriteProfileValue(QStringView file, QStringView section, QStringView key, QStringView value) {

@@ -9,8 +9,8 @@
 // ";", unknown text), their order and the line ends of the file are kept by a write.
 namespace Sonmira {
 
-// The longest value that a read gives back, in narrow bytes. A longer one is cut there, never inside a
-// character.
+// The longest value that a read gives back, in characters of UTF-16, whatever they take in the file. A longer
+// one is cut there, or one before where the cut would part a pair.
 inline constexpr int LongestProfileValue = 254;
 
 // The value, or the empty text when the file, section or key is missing.

@@ -13,8 +13,8 @@ extern QString SettingsFolder;
 // where that folder is missing, the program's own folder. A failure on the way is passed over.
 void LocateSettingsFile();
 
-// The value, cut at 254 bytes; the empty text when it is absent. There is no default: each caller applies
-// its own.
+// The value, cut at 254 characters; the empty text when it is absent. There is no default: each caller
+// applies its own.
 QString ReadIniValue(const QString& file, const QString& section, const QString& key);
 
 // Writes the value at once. A failed write is lost without a word.

@@ -84,21 +84,32 @@ TEST_F(ProfileFile, KeepsBytesThatAreNoText) {
     EXPECT_EQ(AfterWrite("", u"S", u"k", value), "[S]\nk=/M\xFCsik\n");
 }
 
-TEST_F(ProfileFile, AValueOf254BytesIsWholeAndALongerOneIsCutThere) {
-    const QByteArray whole(254, 'x');
-    EXPECT_EQ(Read("[A]\nk=" + whole + "\n", u"A", u"k").size(), 254);
-    EXPECT_EQ(Read("[A]\nk=" + whole + "y\n", u"A", u"k"), QString::fromLatin1(whole));
+TEST_F(ProfileFile, AValueOf254CharactersIsWholeAndALongerOneIsCutThere) {
+    // Letters of one, two and three bytes.
+    for (const QChar letter : {u'x', u'\u00e4', u'\u65e5'}) {
+        const QString whole(254, letter);
+        EXPECT_EQ(Read("[A]\nk=" + whole.toUtf8() + "\n", u"A", u"k"), whole);
+        EXPECT_EQ(Read("[A]\nk=" + whole.toUtf8() + "y\n", u"A", u"k"), whole);
+    }
 }
 
-TEST_F(ProfileFile, TheCutIsNeverInsideACharacter) {
-    const QString euro = Read("[A]\nk=" + QByteArray(252, 'x') + "\xE2\x82\xACy\n", u"A", u"k");
-    EXPECT_EQ(euro, QString(252, u'x'));
-    const QString fits = Read("[A]\nk=" + QByteArray(251, 'x') + "\xE2\x82\xACy\n", u"A", u"k");
-    EXPECT_EQ(fits, QString(251, u'x') + u'\u20ac');
+TEST_F(ProfileFile, TheCutIsNeverInsideAPair) {
+    const QByteArray note("\xF0\x9F\x8E\xB5");  // one letter, two characters
+    const QString parted = Read("[A]\nk=" + QByteArray(253, 'x') + note + "y\n", u"A", u"k");
+    EXPECT_EQ(parted, QString(253, u'x'));
+    const QString fits = Read("[A]\nk=" + QByteArray(252, 'x') + note + "y\n", u"A", u"k");
+    EXPECT_EQ(fits, QString(252, u'x') + QString::fromUtf8(note));
+    const QString notes = Read("[A]\nk=" + note.repeated(200) + "\n", u"A", u"k");
+    EXPECT_EQ(notes, QString::fromUtf8(note.repeated(127)));
 }
 
 TEST_F(ProfileFile, TheCutTakesBytesThatAreNoTextAsTheyCome) {
-    EXPECT_EQ(Read("[A]\nk=" + QByteArray(300, '\x80') + "\n", u"A", u"k").size(), 254);
+    EXPECT_EQ(ToNarrow(Read("[A]\nk=" + QByteArray(300, '\x80') + "\n", u"A", u"k")),
+              QByteArray(254, '\x80'));
+    // Each of them is a character of its own, also behind a pair that fills the room.
+    const QByteArray note("\xF0\x9F\x8E\xB5");
+    const QByteArray whole = QByteArray(252, 'x') + note;
+    EXPECT_EQ(ToNarrow(Read("[A]\nk=" + whole + "\x80\n", u"A", u"k")), whole);
 }
 
 TEST_F(ProfileFile, ANewFileHasOneSectionAndOneKey) {

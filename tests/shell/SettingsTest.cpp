@@ -77,9 +77,12 @@ TEST(Settings, AMissingAndAnEmptyValueReadAlike) {
 TEST(Settings, ALongValueComesBackCut) {
     const TestFolder folder;
     const QString file = folder.Path("a.ini");
-    WriteIniValue(file, u"S"_s, u"k"_s, QString(255, u'x'));
-    EXPECT_EQ(ReadIniValue(file, u"S"_s, u"k"_s), QString(254, u'x'));
-    EXPECT_TRUE(ContentOf(folder.Native("a.ini")).contains(QByteArray(255, 'x')));
+    // By its characters, whatever they take in the file.
+    for (const QChar letter : {u'x', u'\u65e5'}) {
+        WriteIniValue(file, u"S"_s, u"k"_s, QString(255, letter));
+        EXPECT_EQ(ReadIniValue(file, u"S"_s, u"k"_s), QString(254, letter));
+        EXPECT_TRUE(ContentOf(folder.Native("a.ini")).contains(QString(255, letter).toUtf8()));
+    }
 }
 
 }  // namespace
