@@ -67,6 +67,10 @@ LevelLists::LevelLists(OutputPanel& controls, EncoderLevels& levels) : Panel(con
     for (const ApeLevel& level : ApeLevels) Panel.ComboAPEFormat->addItem(level.Item.toString());
     for (const QStringView item : FlacItems) Panel.ComboFLACFormat->addItem(item.toString());
     for (const QStringView item : MpcItems) Panel.ComboMPCFormat->addItem(item.toString());
+    // Adding the first item selects it in silence; a list shows an item only where its level is one of them.
+    for (ChoiceList* list : {Panel.ComboAPEFormat, Panel.ComboFLACFormat, Panel.ComboMPCFormat}) {
+        list->setCurrentIndex(-1);
+    }
     OnEvent(Panel.ComboAPEFormat, &ChoiceList::Click, this, [this] { ComboAPEFormat_Click(); });
     OnEvent(Panel.ComboFLACFormat, &ChoiceList::Click, this, [this] { ComboFLACFormat_Click(); });
     OnEvent(Panel.ComboMPCFormat, &ChoiceList::Click, this, [this] { ComboMPCFormat_Click(); });

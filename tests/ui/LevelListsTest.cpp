@@ -1,4 +1,5 @@
 #include "MainWindowTest.h"
+#include "platform/NativePath.h"
 
 #include <QLineEdit>
 
@@ -18,6 +19,17 @@ protected:
     }
     QString Saved(const QString& section, const QString& key = u"Quality"_s) {
         return ReadIniValue(SettingsFile, section, key);
+    }
+    // The line of the key as the file holds it: reading drops blanks.
+    static QByteArray SavedLine(const QByteArray& section, const QByteArray& key = "Quality") {
+        const QByteArray content = ContentOf(ToNative(SettingsFile));
+        const qsizetype line = content.indexOf('\n' + key, content.indexOf('[' + section + ']')) + 1;
+        return content.sliced(line, content.indexOf('\n', line) - line);
+    }
+    static QStringList ItemsOf(const ChoiceList* list) {
+        QStringList items;
+        for (int n = 0; n < list->count(); ++n) items.append(list->itemText(n));
+        return items;
     }
     void Select(QStringView format) { Panel().ComboOutFormat->SelectText(format.toString()); }
     const EncoderLevels& Levels() { return Window->State().Levels; }
@@ -45,6 +57,120 @@ TEST_F(LevelList, EachFormatShowsItsOwn) {
         Select(format);
         EXPECT_EQ(Detail(), detail) << format.toString().toStdString();
     }
+}
+
+TEST_F(LevelList, ItemsHaveTheirWholeTexts) {
+    Open();
+    EXPECT_EQ(ItemsOf(Panel().ComboAPEFormat),
+              (QStringList{u"Compression Fast"_s, u"Compression Normal"_s, u"Compression High"_s,
+                           u"Compression Very High (Insane)"_s}));
+    EXPECT_EQ(ItemsOf(Panel().ComboFLACFormat),
+              (QStringList{u"Compression level 0 (Fast)"_s, u"Compression level 1"_s,
+                           u"Compression level 2"_s, u"Compression level 3"_s, u"Compression level 4"_s,
+                           u"Compression level 5 (Recommanded)"_s, u"Compression level 6"_s,
+                           u"Compression level 7"_s, u"Compression level 8 (Best)"_s}));
+    EXPECT_EQ(ItemsOf(Panel().ComboMPCFormat),
+              (QStringList{u"Quality 0 - Very poor "_s, u"Quality 1 - Poor "_s, u"Quality 2 - Low "_s,
+                           u"Quality 3 - Low/Medium (90 kbps)"_s, u"Quality 4 - Medium (130 kbps)"_s,
+                           u"Quality 5 - High (180 kbps)"_s, u"Quality 6 - Excellent (210 kbps)"_s,
+                           u"Quality 7 - Excellent (240 kbps)"_s, u"Quality 8 - Extreme"_s,
+                           u"Quality 9 - braindead"_s}));
+}
+
+TEST_F(LevelList, NothingIsSelectedBeforeItsFormatIs) {
+    Open();
+    for (const ChoiceList* list : {Panel().ComboAPEFormat, Panel().ComboFLACFormat, Panel().ComboMPCFormat}) {
+        EXPECT_EQ(list->currentIndex(), -1) << list->objectName().toStdString();
+        EXPECT_EQ(list->currentText(), QString());
+    }
+}
+
+TEST_F(LevelList, EveryApeItemIsALevelAndHasItsOwnText) {
+    const std::pair<QString, int> levels[] = {{u"COMPRESSION_LEVEL_FAST"_s, 1000},
+                                              {u"COMPRESSION_LEVEL_NORMAL"_s, 2000},
+                                              {u"COMPRESSION_LEVEL_HIGH"_s, 3000},
+                                              {u"COMPRESSION_LEVEL_EXTRA_HIGH"_s, 4000}};
+    Open();
+    Select(Ape);
+    for (int n = 0; n < 4; ++n) {
+        Panel().ComboAPEFormat->SelectPlace(n);
+        EXPECT_EQ(Levels().ApeCompressionLevel, levels[n].second);
+        EXPECT_EQ(Saved(u"APE"_s), levels[n].first);
+    }
+    for (int n = 0; n < 4; ++n) {
+        Save(u"APE"_s, levels[n].first);
+        Select(Ape);
+        EXPECT_EQ(Levels().ApeCompressionLevel, levels[n].second);
+        EXPECT_EQ(Panel().ComboAPEFormat->currentIndex(), n);
+        EXPECT_EQ(Saved(u"APE"_s), levels[n].first);
+    }
+}
+
+TEST_F(LevelList, EveryFlacItemIsALevelAndItsTextIsSaved) {
+    Open();
+    Select(Flac);
+    const QStringList items = ItemsOf(Panel().ComboFLACFormat);
+    for (int n = 0; n < 9; ++n) {
+        Panel().ComboFLACFormat->SelectPlace(n);
+        EXPECT_EQ(Levels().FlacCompressionLevel, n);
+        EXPECT_EQ(Saved(u"FLAC"_s), items[n]);
+    }
+    for (int n = 0; n < 9; ++n) {
+        Save(u"FLAC"_s, items[n]);
+        Select(Flac);
+        EXPECT_EQ(Levels().FlacCompressionLevel, n);
+        EXPECT_EQ(Panel().ComboFLACFormat->currentIndex(), n);
+        EXPECT_EQ(Saved(u"FLAC"_s), items[n]);
+    }
+}
+
+TEST_F(LevelList, EveryMusepackItemIsItsQuality) {
+    Open();
+    Select(Mpc);
+    for (int n = 0; n < 10; ++n) {
+        Panel().ComboMPCFormat->SelectPlace(n);
+        EXPECT_EQ(Levels().MpcQuality, n);
+        EXPECT_EQ(SavedLine("MPC"), "Quality=" + QByteArray::number(n));
+    }
+    for (int n = 0; n < 10; ++n) {
+        Save(u"MPC"_s, QString::number(n));
+        Select(Mpc);
+        EXPECT_EQ(Levels().MpcQuality, n);
+        EXPECT_EQ(Panel().ComboMPCFormat->currentIndex(), n);
+        EXPECT_EQ(SavedLine("MPC"), "Quality=" + QByteArray::number(n));
+    }
+}
+
+// The selection of a format writes, and the list that it sets writes again. What the first of the two leaves
+// shows where the list keeps silent.
+TEST_F(LevelList, AGoodLevelIsWrittenAgainAsItIs) {
+    Folder.MakeFile("settings/Sonmira.ini",
+                    "[LANGUE]\nVALUE= 0\n[APE]\nQuality = COMPRESSION_LEVEL_HIGH \n"
+                    "[FLAC]\nQuality =\tCompression level 3\n");
+    Open();
+    for (const bool silent : {true, false}) {
+        Panel().ComboAPEFormat->blockSignals(silent);
+        Panel().ComboFLACFormat->blockSignals(silent);
+        Select(Ape);
+        Select(Flac);
+        EXPECT_EQ(SavedLine("APE"), "Quality =COMPRESSION_LEVEL_HIGH") << "the blanks of a hand go";
+        EXPECT_EQ(SavedLine("FLAC"), "Quality =Compression level 3");
+        EXPECT_EQ(Levels().ApeCompressionLevel, 3000);
+        EXPECT_EQ(Levels().FlacCompressionLevel, 3);
+        EXPECT_EQ(Panel().ComboAPEFormat->currentIndex(), 2);
+        EXPECT_EQ(Panel().ComboFLACFormat->currentIndex(), 3);
+    }
+}
+
+TEST_F(LevelList, AFlacLevelThatIsNoItemStandsAsABareNumberUntilTheListWritesItsItem) {
+    Save(u"FLAC"_s, u"7"_s);
+    Open();
+    Panel().ComboFLACFormat->blockSignals(true);
+    Select(Flac);
+    EXPECT_EQ(SavedLine("FLAC"), "Quality=5");
+    Panel().ComboFLACFormat->blockSignals(false);
+    Select(Flac);
+    EXPECT_EQ(SavedLine("FLAC"), "Quality=Compression level 5 (Recommanded)");
 }
 
 TEST_F(LevelList, ApeTakesAndSavesItsLevel) {
@@ -88,23 +214,55 @@ TEST_F(LevelList, AFlacLevelThatIsNoItemBecomesTheFifth) {
     }
 }
 
-TEST_F(LevelList, MusepackSavesTheNumberWithoutBlanks) {
-    Save(u"MPC"_s, u"\" 7 \""_s);
+TEST_F(LevelList, MusepackTakesANumberWithBlanksAndWritesItBackWithoutThem) {
+    Folder.MakeFile("settings/Sonmira.ini", "[LANGUE]\nVALUE= 0\n[MPC]\nQuality= \t7 \n");
     Open();
-    Save(u"MPC"_s, u"7"_s);
     Select(Mpc);
     EXPECT_EQ(Levels().MpcQuality, 7);
+    EXPECT_EQ(Panel().ComboMPCFormat->currentIndex(), 7);
+    EXPECT_EQ(SavedLine("MPC"), "Quality=7");
     Panel().ComboMPCFormat->SelectPlace(3);
-    EXPECT_EQ(Levels().MpcQuality, 3);
-    EXPECT_EQ(Saved(u"MPC"_s), u"3"_s);
+    EXPECT_EQ(SavedLine("MPC"), "Quality=3");
+    Save(u"MPC"_s, QString());
+    Select(Mpc);
+    EXPECT_EQ(SavedLine("MPC"), "Quality=5");
 }
 
-TEST_F(LevelList, AMusepackQualityThatTheListDoesNotHaveStaysAsItIs) {
-    Save(u"MPC"_s, u"12"_s);
+TEST_F(LevelList, MusepackKeepsTheTextOfANumberThatItTook) {
+    Open();
+    for (const auto& [text, quality] : {std::pair("07", 7), {"6.4", 6}, {"2 or so", 2}, {"best", 0}}) {
+        Save(u"MPC"_s, QString::fromLatin1(text));
+        Select(Mpc);
+        EXPECT_EQ(Levels().MpcQuality, quality);
+        EXPECT_EQ(Panel().ComboMPCFormat->currentIndex(), quality);
+        EXPECT_EQ(SavedLine("MPC"), QByteArray("Quality=") + text) << "written over the list's own number";
+    }
+}
+
+TEST_F(LevelList, AMusepackQualityThatTheListDoesNotHaveSelectsNothingAndStaysAsItIs) {
+    for (const int quality : {12, 10, -1}) {
+        Save(u"MPC"_s, QString::number(quality));
+        Open();
+        Select(Mpc);
+        EXPECT_EQ(Levels().MpcQuality, quality);
+        EXPECT_EQ(SavedLine("MPC"), "Quality=" + QByteArray::number(quality));
+        EXPECT_EQ(Panel().ComboMPCFormat->currentIndex(), -1);
+        EXPECT_EQ(Panel().ComboMPCFormat->currentText(), QString());
+        EXPECT_EQ(Detail(), u"ComboMPCFormat"_s);
+    }
+}
+
+TEST_F(LevelList, AMusepackQualityThatTheListDoesNotHaveLeavesTheOneThatWasSelected) {
     Open();
     Select(Mpc);
-    EXPECT_EQ(Levels().MpcQuality, 12);
-    EXPECT_EQ(Saved(u"MPC"_s), u"12"_s);
+    Panel().ComboMPCFormat->SelectPlace(3);
+    for (const int quality : {12, -1}) {
+        Save(u"MPC"_s, QString::number(quality));
+        Select(Mpc);
+        EXPECT_EQ(Levels().MpcQuality, quality);
+        EXPECT_EQ(Panel().ComboMPCFormat->currentIndex(), 3);
+        EXPECT_EQ(Saved(u"MPC"_s), QString::number(quality));
+    }
 }
 
 TEST_F(LevelList, AFirstSelectionWritesTheDefaults) {
