@@ -134,6 +134,32 @@ TEST_F(LanguageChange, KeepsTheValuesOfATagThatIsShown) {
     EXPECT_EQ(Form().Label32->text(), LanguageLines[0] + u':');
 }
 
+// Their texts are what the program and the settings go by.
+TEST_F(LanguageChange, LeavesTheListsOfFormatsAndLevelsInEnglish) {
+    WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"True"_s);
+    Open();
+    const auto texts = [this] {
+        QStringList all;
+        for (const ChoiceList* list :
+             {Panel().ComboOutFormat, Panel().ComboAPEFormat, Panel().ComboFLACFormat, Panel().ComboMPCFormat,
+              Panel().ComboWmaFormat}) {
+            for (int n = 0; n < list->count(); ++n) all.append(list->itemText(n));
+        }
+        return all << Panel().ComboOutFormat->currentText() << Panel().TextOutFormat->text();
+    };
+    const QStringList before = texts();
+    EXPECT_EQ(before.mid(0, 7),
+              (QStringList{u"Mp3"_s, u"Wav"_s, u"Ogg"_s, u"APE (MonKey's audio)"_s,
+                           u"FLAC (Free Lossless Audio Codec)"_s, u"Mpc (Musepack)"_s, u"Wma"_s}));
+    for (int index = 0; index < 7; ++index) {
+        Choose(index);
+        EXPECT_EQ(texts(), before) << LanguageLines[93].toStdString();
+    }
+    CloseWindow();
+    Open();  // now with another language from the start
+    EXPECT_EQ(texts(), before);
+}
+
 TEST_F(LanguageChange, AnEmptyLineShowsAnEmptyText) {
     QByteArray content = Numbered(101);
     content.replace("line 3\n", "\n");

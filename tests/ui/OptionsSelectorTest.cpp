@@ -188,6 +188,26 @@ TEST_F(FormatChoice, TheButtonOpensTheWindowOfItsFormat) {
     EXPECT_TRUE(Boxes.empty());
 }
 
+TEST_F(FormatChoice, NoNumberIsSavedWithABlankButTheLanguages) {
+    SupportWma();
+    Open();
+    InMp3([](Mp3Options& window) { Click(window.cmdOK); });
+    Select(u"Ogg"_s);
+    InOgg([](OggOptions& window) { Click(window.cmdOk); });
+    Select(u"Wav"_s);
+    InWav([](WavOptions& window) { Click(window.Command1); });
+    for (const QString& format : {Ape, Flac, Mpc, u"Wma"_s}) Select(format);
+    Panel().ComboMPCFormat->SelectPlace(4);
+    int numbers = 0;
+    for (const QByteArray& line : ContentOf(Folder.Native("settings/Sonmira.ini")).split('\n')) {
+        const QByteArray value = line.mid(line.indexOf('=') + 1);
+        if (!value.isEmpty() && std::isdigit(static_cast<unsigned char>(value.trimmed().back())) != 0)
+            ++numbers;
+        EXPECT_EQ(value.startsWith(' ') || value.endsWith(' '), line == "VALUE= 0") << line.constData();
+    }
+    EXPECT_GE(numbers, 1 + 15 + 8 + 3 + 2) << "or it looked at nothing";
+}
+
 TEST_F(FormatChoice, IsLockedDuringARunButForMusepack) {
     MakeLongWav("Music/a.wav", 20);
     Open();

@@ -1,5 +1,6 @@
 #include "MainWindowTest.h"
 #include "platform/Folders.h"
+#include "platform/NativePath.h"
 #include "shell/LanguageFiles.h"
 #include "shell/widgets/Deb.h"
 #include "shell/widgets/FailureReport.h"
@@ -27,6 +28,16 @@ protected:
         WriteIniValue(SettingsFile, u"LANGUE"_s, u"VALUE"_s, u" 0"_s);
     }
     void TakeEncoderAway() { OverrideEncoderSystemFolder(Folder.MakeFolder("no-encoder")); }
+    // What might make a window look at its lists again.
+    void UseTheWindow() {
+        for (const QString& format : Formats()) Panel().ComboOutFormat->SelectText(format);
+        Window->LanguageItems().Item(1)->trigger();
+        ClickToolbar(1);
+        Folder.MakeFile("Music/a.wav");
+        AddFolderByCommand(Folder.Path("Music"));
+        ClickToolbar(5);
+        Panel().ComboOutFormat->SelectText(u"Ogg"_s);
+    }
     QString Format() { return Panel().ComboOutFormat->currentText(); }
     QStringList Formats() {
         QStringList texts;
@@ -109,6 +120,55 @@ TEST_F(StartAndClose, WithoutTheEncoderMp3IsNotOfferedAndASavedOneBecomesWav) {
     EXPECT_EQ(Setting(u"Format"_s), u"Wav"_s);
 }
 
+// One replacement leads to the next.
+TEST_F(StartAndClose, ASavedWmaBecomesMp3AndThatBecomesWavWithoutTheEncoder) {
+    Save(u"Format"_s, u"Wma"_s);
+    WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"False"_s);
+    TakeEncoderAway();
+    Open();
+    EXPECT_EQ(Format(), u"Wav"_s);
+    EXPECT_EQ(Panel().TextOutFormat->text(), u"PCM 44100 Hz, Stereo, 16 bits"_s);
+    CloseWindow();
+    EXPECT_EQ(Setting(u"Format"_s), u"Wav"_s);
+}
+
+TEST_F(StartAndClose, ASavedWmaNeedsNoMp3Encoder) {
+    Save(u"Format"_s, u"Wma"_s);
+    WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, u"True"_s);
+    TakeEncoderAway();
+    Open();
+    EXPECT_EQ(Format(), u"Wma"_s);
+}
+
+TEST_F(StartAndClose, AnEncoderThatComesWhileTheWindowIsOpenIsOfferedAtTheNextStart) {
+    const QString library = EncoderSystemFolder() + u"\\libmp3lame.so.0"_s;
+    TakeEncoderAway();
+    Open();
+    const QStringList formats = Formats();
+    EXPECT_FALSE(formats.contains(u"Mp3"_s));
+    std::filesystem::create_symlink(ToNative(library).toStdString(),
+                                    Folder.Native("no-encoder/libmp3lame.so.0").toStdString());
+    UseTheWindow();
+    EXPECT_EQ(Formats(), formats);
+    Panel().ComboOutFormat->SelectText(u"Mp3"_s);
+    EXPECT_NE(Format(), u"Mp3"_s);
+    CloseWindow();
+    Open();
+    EXPECT_EQ(Formats(), QStringList(u"Mp3"_s) + formats);
+}
+
+TEST_F(StartAndClose, AnEncoderThatGoesWhileTheWindowIsOpenStaysInTheListUntilTheNextStart) {
+    Open();
+    const QStringList formats = Formats();
+    EXPECT_EQ(formats.first(), u"Mp3"_s);
+    TakeEncoderAway();
+    UseTheWindow();
+    EXPECT_EQ(Formats(), formats);
+    CloseWindow();
+    Open();
+    EXPECT_EQ(Formats(), formats.mid(1));
+}
+
 TEST_F(StartAndClose, AMissingWmaSupportIsWrittenAsFalseAtOnce) {
     Save(u"Format"_s, u"Wma"_s);
     Open();
@@ -188,7 +248,18 @@ TEST_F(StartAndClose, ASavedFormatThatIsNoneSelectsNothing) {
     Save(u"Format"_s, u"Mp4"_s);
     Open();
     EXPECT_EQ(Panel().ComboOutFormat->currentIndex(), -1);
-    EXPECT_FALSE(Panel().TextOutFormat->text().isEmpty());
+    EXPECT_EQ(Panel().TextOutFormat->text(), u"MPEG Layer-3 44100 Hz, Stereo, 128 kbit/s"_s)
+        << "what is in force before anything is selected";
+}
+
+TEST_F(StartAndClose, AFolderOfAsManyLettersAsANameCanHaveComesBack) {
+    // 255 bytes, and still fewer characters than a setting holds.
+    const QString folder = Folder.MakeFolder(QString(85, u'\u65e5').toUtf8());
+    Open();
+    Panel().TextOutPath->SetText(folder);
+    CloseWindow();
+    Open();
+    EXPECT_EQ(Panel().TextOutPath->Text(), folder);
 }
 
 TEST_F(StartAndClose, TheLogoStandsUntilTheSettingsAreRestored) {
