@@ -196,15 +196,16 @@ TEST(Journey, FilesDraggedToTheCompactWindowAreConverted) {
 }
 
 // What assistive tools hear of a program with its window on the screen: depth, role and name of each node.
-QList<QList<QByteArray>> Heard(const char* program) {
+QList<QList<QByteArray>> Heard(const char* program, const QList<QByteArray>& arguments = {}) {
     LocateSettingsFile();
     std::ofstream(ToNative(SettingsFile).toStdString(), std::ios::binary) << "[LANGUE]\nVALUE= 0\n";
-    const ToolResult heard =
-        OnDisplay({"dbus-run-session", "--", "bash", "-c",
-                   "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 \"$0\" & program=$!; "
-                   "timeout 60 xdotool search --sync --onlyvisible --name '^Sonmira V2.1$' >&2; "
-                   "\"$1\" Sonmira; status=$?; kill $program; exit $status",
-                   Program(program), Program("accessible-walk")});
+    const ToolResult heard = OnDisplay(
+        QList<QByteArray>{"dbus-run-session", "--", "bash", "-c",
+                          "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 \"$0\" \"${@:2}\" & program=$!; "
+                          "timeout 60 xdotool search --sync --onlyvisible --name '^Sonmira V2.1$' >&2; "
+                          "\"$1\" Sonmira; status=$?; kill $program; exit $status",
+                          Program(program), Program("accessible-walk")} +
+        arguments);
     EXPECT_EQ(heard.ExitCode, 0) << heard.Errors.constData();
     QList<QList<QByteArray>> nodes;
     for (const QByteArray& line : heard.Output.split('\n')) {
@@ -234,6 +235,22 @@ TEST(Journey, EveryControlOfBothProgramsHasANameOnTheAccessibilityBus) {
         for (const char* role :
              {"tree", "splitter", "progress bar", "page tab", "radio button", "tool bar"}) {
             EXPECT_TRUE(roles.contains(role)) << role;
+        }
+    }
+}
+
+TEST(Journey, NeitherProgramReadsItsCommandLine) {
+    const TestFolder folder;
+    folder.MakeFolder("album");
+    const QByteArray song = folder.Native("album/song.wav");
+    ASSERT_EQ(RunTool({"sox", "-n", "-r", "44100", "-c", "2", song, "synth", "1", "sine", "440"}).ExitCode,
+              0);
+    for (const char* program : {"sonmira", "audiotool"}) {
+        const auto nodes = Heard(program, {song, folder.Native("album"), "--help"});
+        EXPECT_GT(nodes.size(), 80) << program;
+        for (const auto& node : nodes) {
+            EXPECT_FALSE(node[2].contains("song") || node[2].contains("album"))
+                << program << ": " << node[2].constData();
         }
     }
 }

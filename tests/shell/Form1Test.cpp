@@ -4,6 +4,7 @@
 #include "support/TestFolder.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QtTest/QTest>
@@ -53,6 +54,19 @@ TEST_F(LanguagePicker, ListsTheFilesAndMarksEnglish) {
     EXPECT_EQ(Picker->ListView1->item(0)->text(), u"Danish"_s);
     EXPECT_EQ(Picker->ListView1->item(0)->data(Qt::UserRole).toString(), u"Danish.lng"_s);
     EXPECT_EQ(Picker->ListView1->selectedItems(), QList{Picker->ListView1->item(1)});
+}
+
+TEST_F(LanguagePicker, IsInEnglishWhateverIsLoaded) {
+    LanguageLines.Assign(QStringList(101, u"loaded"_s));
+    Open({"French.lng"});
+    LanguageLines.Assign({});
+    EXPECT_EQ(Picker->windowTitle(), u"Sonmira - Language"_s);
+    const auto labels = Picker->findChildren<QLabel*>();
+    ASSERT_EQ(labels.size(), 1);
+    EXPECT_EQ(labels[0]->text(), u"Select your language :"_s);
+    EXPECT_TRUE(labels[0]->isVisible());
+    EXPECT_EQ(Picker->Command1->text(), u"Ok"_s);
+    EXPECT_TRUE(Picker->Command1->isVisible());
 }
 
 TEST_F(LanguagePicker, MarksNothingWhereNoFileIsEnglish) {

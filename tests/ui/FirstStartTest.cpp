@@ -5,8 +5,12 @@
 #include "shell/widgets/Main.h"
 #include "ui/TabStrip.h"
 
+#include <QActionEvent>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+
+#include <set>
 
 namespace Sonmira {
 namespace {
@@ -79,6 +83,140 @@ TEST_F(FirstStart, AsksForTheLanguageAfterTheLogoIsGone) {
     EXPECT_TRUE(Window->LanguageItems().Item(0)->isChecked());
     EXPECT_EQ(Panel().ComboOutFormat->currentText(), u"Mp3"_s);
     EXPECT_EQ(Panel().TextOutPath->Text(), DesktopFolder());
+}
+
+// The steps of the load as they are seen from outside, up to the picker and behind it.
+class LoadOrder : public FirstStart {
+public:
+    LoadOrder() { qApp->installEventFilter(&Events); }
+
+protected:
+    struct Filter : QObject {
+        std::function<void(const QObject&, QEvent&)> Seen = [](auto&&...) {};
+        bool eventFilter(QObject* watched, QEvent* event) override {
+            Seen(*watched, *event);
+            return false;
+        }
+    };
+
+    // Each step once, at its first sign.
+    void Note(const QString& step) {
+        if (!Steps.contains(step)) Steps.append(step);
+    }
+    // How many of the two names that others look for this process bears, and how many anybody bears: other
+    // tests run at the same time.
+    static std::pair<int, int> NamesHeld() {
+        std::set<QByteArray> own;
+        for (const auto& file : std::filesystem::directory_iterator("/proc/self/fd")) {
+            std::error_code gone;
+            own.insert(QByteArray::fromStdString(std::filesystem::read_symlink(file, gone).string()));
+        }
+        std::pair<int, int> held;
+        for (const QByteArray& line : ContentOf("/proc/net/unix").split('\n')) {
+            if (!line.endsWith(" @Tolvane_SonmiraPack") && !line.endsWith(" @Global\\Tolvane_SonmiraPack"))
+                continue;
+            ++held.second;
+            held.first += own.contains("socket:[" + line.simplified().split(' ')[6] + ']') ? 1 : 0;
+        }
+        return held;
+    }
+    template <class Control>
+    static Control& In(const QWidget& window, const char* name) {
+        return *window.findChild<Control*>(QString::fromLatin1(name));
+    }
+    void SeeBeforeThePicker(const QObject& watched, QEvent& event) {
+        if (event.type() == QEvent::WindowTitleChange && watched.objectName() == u"BatchConverter") {
+            Note(u"title"_s);
+            LeastSizeAtTitle = static_cast<const QWidget&>(watched).minimumSize();
+        }
+        if (event.type() != QEvent::ActionChanged || watched.objectName() != u"Languer") return;
+        if (static_cast<const QActionEvent&>(event).action()->text() != u"English" || Loading) return;
+        Note(u"languages"_s);
+        Loading = static_cast<const QWidget*>(&watched);
+        while (Loading->parentWidget() != nullptr) Loading = Loading->parentWidget();
+        LeastSizeAtLanguages = Loading->minimumSize();
+        HeldAtLanguages = NamesHeld();
+    }
+    void WatchBehindThePicker(QWidget& window) {
+        const auto note = [this](auto* sender, auto signal, const QString& step) {
+            QObject::connect(sender, signal, &Events, [this, step] { Note(step); });
+        };
+        note(&In<QAction>(window, "LangueName1"), &QAction::toggled, u"item"_s);
+        note(In<QMenu>(window, "file").menuAction(), &QAction::changed, u"texts"_s);
+        const auto noteRows = [&](const char* name, const QString& step) {
+            const auto* rows = window.findChild<QComboBox*>(QString::fromLatin1(name));
+            note(rows->model(), &QAbstractItemModel::rowsInserted, step);
+        };
+        noteRows("infoGenre", u"genres"_s);
+        note(In<QTreeView>(window, "TreeView1").model(), &QAbstractItemModel::rowsInserted, u"root"_s);
+        noteRows("ComboOutFormat", u"settings"_s);
+        Events.Seen = [this](const QObject& watched, const QEvent& event) {
+            if (event.type() == QEvent::EnabledChange && watched.objectName() == u"infoGenreS")
+                Note(u"tag version"_s);
+        };
+    }
+
+    QStringList Steps;
+    const QWidget* Loading = nullptr;
+    QSize LeastSizeAtTitle;
+    QSize LeastSizeAtLanguages;
+    const std::pair<int, int> HeldBefore = NamesHeld();
+    std::pair<int, int> HeldAtLanguages;
+    Filter Events;
+};
+
+TEST_F(LoadOrder, IsKeptStepByStep) {
+    Events.Seen = [this](const QObject& watched, QEvent& event) { SeeBeforeThePicker(watched, event); };
+    Start([this](Form1& picker) {
+        QWidget& window = *picker.parentWidget();
+        EXPECT_EQ(window.objectName(), u"BatchConverter"_s);
+        EXPECT_EQ(Loading, &window);
+        // All that comes before the choice of the language is done, and nothing of what follows.
+        Note(u"picker"_s);
+        EXPECT_EQ(window.windowTitle(), u"Sonmira V2.1"_s);
+        EXPECT_EQ(window.minimumSize(), QSize(613, 560));
+        const int byOthers = HeldAtLanguages.second - HeldAtLanguages.first;
+        EXPECT_GE(NamesHeld().first, 2 - byOthers) << "the names that others look for";
+        EXPECT_EQ(In<QAction>(window, "LangueName6").text(), u"US English"_s);
+        EXPECT_FALSE(In<QAction>(window, "LangueName1").isChecked());
+        EXPECT_EQ(In<QComboBox>(window, "infoGenre").count(), 0);
+        EXPECT_EQ(In<QTreeView>(window, "TreeView1").model()->rowCount(), 0);
+        EXPECT_EQ(In<QComboBox>(window, "ComboOutFormat").count(), 0);
+        EXPECT_TRUE(In<QLineEdit>(window, "infoGenreS").isEnabled());
+        EXPECT_EQ(Ini(), QByteArray());
+        WatchBehindThePicker(window);
+        Choose(picker, 1);
+    });
+    EXPECT_EQ(Steps, (QStringList{u"title"_s, u"languages"_s, u"picker"_s, u"item"_s, u"texts"_s, u"genres"_s,
+                                  u"root"_s, u"settings"_s, u"tag version"_s}));
+    EXPECT_NE(LeastSizeAtTitle, QSize(613, 560));
+    EXPECT_EQ(LeastSizeAtLanguages, QSize(613, 560));
+    EXPECT_EQ(HeldAtLanguages.first, HeldBefore.first);
+    EXPECT_EQ(Form().TagPage.Fields->infoGenre->count(), 148);
+    for (const QLineEdit* field :
+         {Form().TagPage.Fields->infoGenreS, Form().TagPage.Fields->infoCopyright,
+          Form().TagPage.Fields->infoComposer, Form().TagPage.Fields->infoURL,
+          Form().TagPage.Fields->infoEncodedBy, Form().TagPage.Fields->infoOriginalArtist}) {
+        EXPECT_FALSE(field->isEnabled()) << field->objectName().toStdString();
+    }
+}
+
+TEST_F(LoadOrder, TheMenusHaveTheirPicturesBeforeThePicker) {
+    Start([](Form1& picker) {
+        const auto picture = [&](const char* name) {
+            const QIcon icon = In<QAction>(*picker.parentWidget(), name).icon();
+            EXPECT_FALSE(icon.isNull()) << name;
+            return icon.pixmap(16, 16).toImage();
+        };
+        std::vector<QImage> pictures;
+        for (const char* name : {"addfile", "adddirectory", "mynew", "ConvertAll", "about", "cancel"}) {
+            EXPECT_EQ(std::count(pictures.begin(), pictures.end(), picture(name)), 0) << name;
+            pictures.push_back(picture(name));
+        }
+        EXPECT_EQ(picture("convertnoww"), picture("ConvertAll"));
+        Choose(picker, 0);
+    });
+    EXPECT_EQ(PickersSeen, 1);
 }
 
 TEST_F(FirstStart, WritesJustThreeKeysBeforeTheCloseAndThreeMoreAtIt) {

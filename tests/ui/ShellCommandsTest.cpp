@@ -130,6 +130,30 @@ TEST_F(ShellCommands, QuitClosesLikeTheWindowsButton) {
     EXPECT_FALSE(Window->isVisible());
 }
 
+TEST_F(ShellCommands, QuitDoesNothingDuringARun) {
+    MakeLongWav("Music/a.wav", 20);
+    Open();
+    Panel().TextOutPath->SetText(Folder.Path("out"));
+    AddFolderByCommand(Folder.Path("Music"));
+    bool asked = false;
+    WhenReached(1, [&] {
+        asked = Window->State().Busy;
+        Form().Quit->trigger();
+        EXPECT_TRUE(Window->isVisible());
+        EXPECT_EQ(Setting(u"Format"_s), QString()) << "unlike the button of the window, it keeps no settings";
+        EXPECT_TRUE(Window->State().Busy);
+        EXPECT_FALSE(Window->State().CancelAll);
+        EXPECT_EQ(Window->minimumSize(), QSize(613, 560));
+        ClickToolbar(6);
+    });
+    ClickToolbar(5);
+    EXPECT_TRUE(asked);
+    EXPECT_TRUE(Ended.empty());
+    const ModalAnswer farewell(u"LameEncoder"_s, [](QWidget& notice) { notice.close(); });
+    Form().Quit->trigger();
+    EXPECT_EQ(Ended, std::vector<qint64>{OwnId});
+}
+
 TEST_F(ShellCommands, WhereTheEndHitSomebodyElseTheNoticeIsTheLastThingShown) {
     Open();
     Processes().List = [] { return std::vector<RunningProcess>{{u"editor"_s, 1}}; };
