@@ -45,6 +45,17 @@ TEST_F(AddFiles, TheSameFileTwiceLeavesOneRecord) {
     EXPECT_EQ(Items.FileCount, 1);
 }
 
+TEST_F(AddFiles, NamesThatDifferInCapitalsAreDifferentFilesAndFolders) {
+    for (const char* name : {"a.mp3", "A.mp3", "A.MP3", "Music/x.wav", "MUSIC/x.wav"}) Folder.MakeFile(name);
+    AddFileRecord(Items, Host, Folder.Path("a.mp3"));
+    AddFileRecord(Items, Host, Folder.Path("A.mp3"));
+    AddDropped(Items, Host, {Folder.Path("A.MP3"), Folder.Path("Music"), Folder.Path("MUSIC")});
+    AddDirectory(Items, Host, Folder.Path("music"));
+    EXPECT_EQ(Nodes(), (std::vector<QString>{u"a.mp3"_s, u"A.mp3"_s, u"A.MP3"_s, u"Music"_s,
+                                             u"Music\\x.wav"_s, u"MUSIC"_s, u"MUSIC\\x.wav"_s, u"music"_s}));
+    EXPECT_EQ(Items.Records.UpperBound(), 8);
+}
+
 TEST_F(AddFiles, AFileWithoutADotHasARecordButNoNodeAndNoCount) {
     AddFileRecord(Items, Host, Folder.MakeFile("song"));
     EXPECT_EQ(Items.Records.UpperBound(), 1);

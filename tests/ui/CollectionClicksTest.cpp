@@ -116,6 +116,19 @@ TEST_F(CollectionClicks, DeleteRemovesTheNodeThatWasClickedNotTheOneTheKeyboardM
     EXPECT_EQ(Nodes().size(), 4);
 }
 
+TEST_F(CollectionClicks, DeleteWithoutASelectionRemovesNothing) {
+    Click(Folder.Path("Music/a.wav"));
+    Tree().clearSelection();
+    LeaveOldInformation();
+    PressDelete();
+    EXPECT_EQ(Nodes().size(), 5);
+    EXPECT_EQ(Information(), (QStringList{u"old"_s, u"old"_s}));
+    Tree().setCurrentItem(Node(Folder.Path("Music")));
+    PressDelete();
+    EXPECT_EQ(Node(Folder.Path("Music/a.wav")), nullptr) << "any selection will do";
+    EXPECT_NE(Node(Folder.Path("Music")), nullptr);
+}
+
 TEST_F(CollectionClicks, TheRootCannotBeRemoved) {
     Click(RootKey.toString());
     QTest::keyClick(Form().TreeView1, Qt::Key_Delete);

@@ -47,6 +47,27 @@ TEST_F(CollectionDialog, AsksInTheWordsOfTheLanguageFile) {
     EXPECT_FALSE(Requests[0].Title.isEmpty());
 }
 
+// A file of numbered lines cannot have the right text on a wrong line.
+TEST_F(CollectionDialog, EachTitleIsItsLineOfTheLanguageFile) {
+    QByteArray lines;
+    for (int n = 0; n <= 100; ++n) lines += "line " + QByteArray::number(n) + '\n';
+    Shipped.MakeFile("French.lng", lines);
+    QStringList titles;
+    Dialogs().BrowseForFolder = [&](const QString& title) {
+        titles.append(title);
+        return QString();
+    };
+    Window->LanguageItems().Item(1)->trigger();
+    Form().adddirectory->trigger();
+    ClickToolbar(3);
+    QTest::mouseClick(Panel().CmdSelectPath, Qt::LeftButton);
+    Form().addfile->trigger();
+    ClickToolbar(2);
+    EXPECT_EQ(titles, QStringList(3, u"line 18"_s));
+    ASSERT_EQ(Requests.size(), 2U);
+    for (const OpenDialogRequest& request : Requests) EXPECT_EQ(request.Title, u"line 1"_s);
+}
+
 TEST_F(CollectionDialog, OffersTheKindsOfFilesInTheirOrder) {
     Form().addfile->trigger();
     ASSERT_EQ(Requests.size(), 1U);

@@ -1,5 +1,6 @@
 // The images that the nodes of the tree go by, and the hint over an empty tree.
 #include "CollectionTest.h"
+#include "kit/Icons.h"
 #include "library/widgets/ImageList.h"
 #include "platform/Failure.h"
 
@@ -36,6 +37,13 @@ protected:
     int FailureOfAdding(const QString& parent, const QString& key, const QString& image) {
         return FailureOf([&] { Tree().AddNode(parent, key, u"text"_s, image); });
     }
+    // The same whether the node is selected or not.
+    static QImage PictureOf(const QTreeWidgetItem* node) {
+        const QImage picture = node->icon(0).pixmap(QSize(16, 16), QIcon::Normal).toImage();
+        EXPECT_EQ(node->icon(0).pixmap(QSize(16, 16), QIcon::Selected).toImage(), picture);
+        return picture;
+    }
+    static QImage Drawing(QStringView name) { return OwnIcon(name).pixmap(QSize(16, 16)).toImage(); }
     static qint64 ImageOf(const QTreeWidgetItem* node) { return node->icon(0).cacheKey(); }
 };
 
@@ -50,6 +58,26 @@ TEST_F(CollectionImages, ANodeFailsWithoutItsImageOrItsParentAndWhereItsKeyIsThe
     EXPECT_EQ(FailureOfAdding(RootKey.toString(), RootKey.toString(), u".mp3"_s),
               FailureNumber::KeyNotUnique);
     EXPECT_EQ(Tree().topLevelItem(0)->childCount(), 1);
+}
+
+TEST_F(CollectionImages, ShowTheRootADriveAFolderAndAnEnding) {
+    Tree().GetIcon4(u"Z:\\"_s);
+    Tree().AddNode(RootKey.toString(), u"Z:\\"_s, QString(), u"disque"_s);
+    for (const char* name : {"Music/a.mp3", "Music/Sub/b.ogg", "Music/Sub/c.WAV"}) Folder.MakeFile(name);
+    AddFolderByCommand(Folder.Path("Music"));
+    std::vector<QImage> different;
+    for (const auto& [key, drawing] : {std::pair(RootKey.toString(), u"collection"_s),
+                                       {u"Z:\\"_s, u"drive"_s},
+                                       {Folder.Path("Music"), u"folder"_s},
+                                       {Folder.Path("Music/a.mp3"), u"format-mp3"_s},
+                                       {Folder.Path("Music/Sub/b.ogg"), u"format-ogg"_s},
+                                       {Folder.Path("Music/Sub/c.WAV"), u"format-wav"_s}}) {
+        const QImage picture = PictureOf(Node(key));
+        EXPECT_EQ(picture, Drawing(drawing)) << key.toStdString();
+        EXPECT_EQ(std::count(different.begin(), different.end(), picture), 0) << key.toStdString();
+        different.push_back(picture);
+    }
+    EXPECT_EQ(PictureOf(Node(Folder.Path("Music/Sub"))), Drawing(u"folder"));
 }
 
 TEST_F(CollectionImages, AreOnePerEndingAndFetchedOnce) {

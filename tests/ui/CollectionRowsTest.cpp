@@ -1,5 +1,6 @@
 // The list of a run's rows.
 #include "CollectionTest.h"
+#include "kit/Icons.h"
 #include "kit/Splitter.h"
 
 namespace Sonmira {
@@ -39,6 +40,21 @@ TEST_F(CollectionRows, AreNumberedWithThreeDigitsAtLeast) {
         EXPECT_EQ(Rows().Text(row, FileListModel::TrackColumn), number);
     }
     EXPECT_TRUE(List().viewport()->rect().contains(List().visualRect(Rows().index(1000, 0))));
+}
+
+TEST_F(CollectionRows, ShowADifferentPictureForEachState) {
+    Rows().AddRow();
+    std::vector<QImage> pictures;
+    for (const QString& icon : {u"conversion"_s, u"converted"_s, u"error"_s}) {
+        Rows().SetIcon(1, icon);
+        const auto shown =
+            Rows().index(0, FileListModel::TrackColumn).data(Qt::DecorationRole).value<QIcon>();
+        const QImage picture = shown.pixmap(QSize(16, 16)).toImage();
+        EXPECT_EQ(picture, OwnIcon(u"row-"_s + icon).pixmap(QSize(16, 16)).toImage());
+        EXPECT_FALSE(picture.isNull()) << icon.toStdString();
+        EXPECT_EQ(std::count(pictures.begin(), pictures.end(), picture), 0) << icon.toStdString();
+        pictures.push_back(picture);
+    }
 }
 
 TEST_F(CollectionRows, GoWithTheNextRunAndWithTheClearButton) {

@@ -49,6 +49,39 @@ TEST_F(CollectionScan, TakesWhatItsListHoldsADropTakesMoreAndASubfolderAfterward
     ExpectFree();
 }
 
+TEST_F(CollectionScan, LeavesAllNodesButTheRootCollapsed) {
+    Folder.MakeFile("Music/Sub/Deep/x.ogg");
+    Folder.MakeFile("y.wav");
+    AddFolderByCommand(Folder.Path("Music"));
+    EXPECT_TRUE(Drop({"y.wav"}));
+    int nodes = 0;
+    for (QTreeWidgetItemIterator it(&Tree()); *it != nullptr; ++it, ++nodes) {
+        EXPECT_EQ((*it)->isExpanded(), *it == Node(RootKey.toString())) << (*it)->text(0).toStdString();
+    }
+    EXPECT_EQ(nodes, 6);
+    Node(RootKey.toString())->setExpanded(false);
+    StartAnew();
+    AddFolderByCommand(Folder.Path("Music"));
+    EXPECT_TRUE(Node(RootKey.toString())->isExpanded());
+    EXPECT_FALSE(Node(Folder.Path("Music"))->isExpanded());
+}
+
+TEST_F(CollectionScan, TakesNamesThatDifferInCapitalsForDifferentOnes) {
+    for (const char* name : {"a.wav", "A.wav", "Music/x.ogg", "MUSIC/x.ogg"}) Folder.MakeFile(name);
+    EXPECT_TRUE(Drop({"a.wav", "A.wav"}));
+    for (const char* name : {"Music", "MUSIC"}) AddFolderByCommand(Folder.Path(name));
+    const QStringList nodes = {u"My Conversion"_s, u"a.wav"_s, u"A.wav"_s, u"Music"_s,
+                               u"x.ogg"_s,         u"MUSIC"_s, u"x.ogg"_s};
+    EXPECT_EQ(Nodes(), nodes);
+    Click(Folder.Path("MUSIC"));
+    PressDelete();
+    Click(Folder.Path("A.wav"));
+    PressDelete();
+    EXPECT_EQ(Nodes(), (QStringList{nodes[0], nodes[1], nodes[3], nodes[4]}));
+    EXPECT_NE(Node(Folder.Path("Music/x.ogg")), nullptr);
+    ExpectCounts(u"1"_s, u"2"_s);
+}
+
 TEST_F(CollectionScan, LocksTheInputsAndNamesThePathInHand) {
     MakeSubfolders();
     int turns = 0;

@@ -1,4 +1,6 @@
 #include "MainWindowTest.h"
+#include "tags/TagMemory.h"
+#include "ui/TabStrip.h"
 
 namespace Sonmira {
 namespace {
@@ -8,7 +10,57 @@ using namespace Qt::StringLiterals;
 class WindowCommands : public MainWindowTest {
 protected:
     WindowCommands() { Open(); }
+
+    // Whether the tag in memory is still shown, over the page of tags, behind that command and, where the
+    // command shows a window, beside it.
+    QString MemoryBy(const std::function<void()>& command) {
+        Form().SSTab1->setCurrentIndex(1);
+        const TagMemory& memory = *Form().TagPage.Picture4;
+        if (!memory.isVisible()) Form().TagPage.ToolbarButton(3)->trigger();
+        EXPECT_TRUE(memory.isVisible());
+        const auto state = [&] { return memory.isVisible() ? u"shown"_s : u"hidden"_s; };
+        QString beside;
+        Dialogs().OpenFiles = [&](const OpenDialogRequest& /*request*/) {
+            beside = state() + u' ';
+            return std::optional<QStringList>();
+        };
+        Dialogs().BrowseForFolder = [&](const QString& /*title*/) {
+            beside = state() + u' ';
+            return QString();
+        };
+        const ModalAnswer about(u"About"_s, [&](QWidget& window) {
+            beside = state() + u' ';
+            window.close();
+        });
+        command();
+        return beside + state();
+    }
 };
+
+TEST_F(WindowCommands, ToolbarButtonsHideTheTagInMemoryBeforeTheyDoAnything) {
+    for (const int button : {1, 5}) {
+        EXPECT_EQ(MemoryBy([&] { ClickToolbar(button); }), u"hidden"_s) << button;
+    }
+    for (const int button : {2, 3, 8}) {
+        EXPECT_EQ(MemoryBy([&] { ClickToolbar(button); }), u"hidden hidden"_s) << button;
+    }
+    EXPECT_EQ(MemoryBy([&] {
+                  Window->SetControlsEnabled(false);
+                  ClickToolbar(6);
+                  Window->SetControlsEnabled(true);
+              }),
+              u"hidden"_s);
+}
+
+TEST_F(WindowCommands, MenuCommandsLeaveTheTagInMemoryWhereItIs) {
+    for (QAction* command : {Form().mynew, Form().ConvertAll, Form().ConvertSlection, Form().cancel}) {
+        EXPECT_EQ(MemoryBy([&] { command->trigger(); }), u"shown"_s) << command->objectName().toStdString();
+    }
+    for (QAction* command : {Form().addfile, Form().adddirectory, Form().about}) {
+        EXPECT_EQ(MemoryBy([&] { command->trigger(); }), u"shown shown"_s)
+            << command->objectName().toStdString();
+    }
+}
 
 TEST_F(WindowCommands, FilesPickedInTheDialogAreAddedAndItsFolderIsRemembered) {
     const QString one = Folder.MakeFile("Music/one.mp3");
