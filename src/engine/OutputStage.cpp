@@ -10,6 +10,7 @@
 #include "engine/Transcoder.h"
 #include "platform/Failure.h"
 #include "platform/FileRemoval.h"
+#include "platform/FileStamp.h"
 #include "shell/Paths.h"
 
 namespace Sonmira {
@@ -101,7 +102,7 @@ void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
     const bool isWavWhole = !Run.FileError;
     // Nobody reads the encoders' results; a source is only spared for good by them.
     const bool encoded = PassOver([&] { output.CreateBy([&](const QString& path) { encode(*wav, path); }); });
-    Run.OutputIsWhole = isWavWhole && encoded;
+    Run.OutputIsWhole = isWavWhole && encoded && StampOf(output.Path()).has_value();
     WriteOutputTag(Run, View, Parts, output.Path());
     // Only a decoder's WAV goes. One that the copy has made stays in the temporary folder, as it always has.
     if (Run.EncodageParticulier) PassOver([&] { DeleteFileOutright(*wav); });

@@ -40,6 +40,7 @@ bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem
     Run.FileError = false;
     Run.DecodingStopped = Run.MpcDecodingStopped = false;
     Run.InputIsWhole = true;
+    Source = StampOf(record.Path);
     Run.CurrentInput = record.Path;
     if (Rules.ShowsFileName) {
         Statement([&] { View.ShowFileName(record.Name); });
@@ -76,7 +77,10 @@ void RecordSteps::DeleteTempWav() {
 // is known to stand in the output.
 void RecordSteps::RemoveSource(const QString& path) {
     const bool isWhole = Run.InputIsWhole && Run.OutputIsWhole && !Run.DecodingStopped;
-    const SourceRemoval removal = RemoveSourceFile(path, isWhole ? WithoutTrash::Delete : WithoutTrash::Keep);
+    // Another file may have come under the name since, or have been written into this one.
+    const bool isSame = Source && StampOf(path) == Source;
+    const SourceRemoval removal =
+        RemoveSourceFile(path, isWhole && isSame ? WithoutTrash::Delete : WithoutTrash::Keep);
     if (removal.Ends != SourceRemoval::Place::Trash) return;
     ++Run.TrashedFiles;
     Run.TrashedBytes += removal.Size;

@@ -5,6 +5,7 @@
 #include "engine/DriverRules.h"
 #include "engine/Statements.h"
 #include "engine/TempWav.h"
+#include "platform/FileStamp.h"
 
 namespace Sonmira {
 
@@ -43,7 +44,8 @@ private:
     Statements Statement;
     Destination Target;
     TempWav Temp;
-    QString HeldTitle;  // of the last AAC file that had one
+    QString HeldTitle;                // of the last AAC file that had one
+    std::optional<FileStamp> Source;  // of the file in hand, when it was begun
 };
 
 }  // namespace Sonmira

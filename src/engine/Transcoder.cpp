@@ -6,6 +6,7 @@
 #include "engine/RunView.h"
 #include "engine/TagWriting.h"
 #include "platform/Failure.h"
+#include "platform/FileStamp.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Values.h"
 
@@ -75,7 +76,8 @@ void Transcode(RunState& run, RunView& view, Components components, const QStrin
     std::optional<QString> output;
     PassOver([&] { output = Copy(run, view, components, inputPath, create); });
     if (output) {
-        run.OutputIsWhole = !run.CancelAll;
+        // Its folder may be gone by now.
+        run.OutputIsWhole = !run.CancelAll && StampOf(*output).has_value();
         if (!run.CancelAll) WriteOutputTag(run, view, components, *output);
         view.SetRowProgress(run.CurrentItem, u"100 %"_s);
         view.ShowProgress(0);

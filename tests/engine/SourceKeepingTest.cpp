@@ -4,6 +4,10 @@
 #include "engine/StopCommands.h"
 #include "platform/NativePath.h"
 
+#include <sched.h>
+#include <sys/mount.h>
+#include <unistd.h>
+
 #include <filesystem>
 
 namespace Sonmira {
@@ -117,6 +121,54 @@ TEST_F(SourceWithoutTrash, StaysWhereTheAacDecoderRefusesIt) {
     ActAtFirst([] { return true; }, [this] { Folder.MakeFile("song.alac", QByteArray(100, 'x')); });
     Convert(FormatName::Mp3);
     EXPECT_TRUE(NativeExists(Folder.Native("song.alac")));
+}
+
+TEST_F(SourceWithoutTrash, StaysWhereTheOutputFolderVanishesMeanwhile) {
+    for (const OutputFormat& format : OutputFormats) {
+        TakeSource("song.wav", 30);
+        ActAtFirst([this] { return Host.Progress > 0; },
+                   [this] { std::filesystem::remove_all(Folder.Native("out").toStdString()); });
+        Convert(format.Name);
+        EXPECT_TRUE(NativeExists(Folder.Native("song.wav"))) << format.Ending;
+        Folder.MakeFolder("out");
+    }
+}
+
+// The output folder is a small disk of its own.
+TEST_F(SourceWithoutTrash, StaysWhereTheDiskIsFull) {
+    const QByteArray disk = Folder.Native("out");
+    const int apart = getuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
+    if (unshare(apart) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("none", disk.constData(), "tmpfs", 0, "size=16k") != 0) {
+        GTEST_SKIP() << "no disk of our own here";
+    }
+    for (const char* name : {"song.wav", "song.flac"}) {
+        for (const OutputFormat& format : OutputFormats) {
+            TakeSource(name, 20);
+            const QByteArray source = ContentOf(Folder.Native(name));
+            Convert(format.Name);
+            EXPECT_EQ(Row().Icon, format.FromWav ? ConvertedIcon : ErrorIcon) << format.Ending;
+            EXPECT_EQ(ContentOf(Folder.Native(name)), source) << format.Ending;
+            std::filesystem::remove(disk.toStdString() + "/song." + format.Ending);
+        }
+    }
+    umount(disk.constData());
+}
+
+TEST_F(SourceWithoutTrash, StaysWhereAnotherFileCameUnderItsNameMeanwhile) {
+    for (const char* name : {"song.wav", "song.flac"}) {
+        for (const OutputFormat& format : OutputFormats) {
+            TakeSource(name, 30);
+            Folder.MakeFile("another", "another song");
+            ActAtFirst([this] { return Host.Progress > 0; },
+                       [&] {
+                           std::filesystem::rename(Folder.Native("another").toStdString(),
+                                                   Folder.Native(name).toStdString());
+                       });
+            Convert(format.Name);
+            EXPECT_EQ(ContentOf(Folder.Native(name)), "another song") << name << " to " << format.Ending;
+        }
+    }
 }
 
 TEST_F(SourceWithoutTrash, StaysWhereItsRecordWasRemovedBeforeItsTurn) {

@@ -97,6 +97,7 @@ TEST(Floors, PlainRoomsKnowNoWidget) {
                                         "QByteArrayView",
                                         "QCoreApplication",
                                         "QDate",
+                                        "QDateTime",
                                         "QDir",
                                         "QEventLoop",
                                         "QFile",

@@ -35,12 +35,12 @@ TEST_F(FirstAlbum, ARunThatRemovesSourcesSaysHowManyLieInTheTrash) {
     EXPECT_FALSE(Form().StatusPanel2->isVisible());
     AddFolderByCommand(Folder.Path("Music/Rock"));
     const qint64 size = ContentOf(Folder.Native("Music/Rock/x.ogg")).size();
-    Form().Check2->setChecked(true);
+    Panel().Check2->setChecked(true);
     ClickToolbar(5);
     EXPECT_TRUE(Form().StatusPanel2->isVisible());
     EXPECT_EQ(Form().StatusPanel2->text(),
               u"In the trash: 1 (%1)"_s.arg(QLocale().formattedDataSize(size)));
-    Form().Check2->setChecked(false);
+    Panel().Check2->setChecked(false);
     ClickToolbar(5);
     EXPECT_FALSE(Form().StatusPanel2->isVisible()) << "the next run has nothing to say";
 }
