@@ -56,8 +56,10 @@ constexpr double TooShort = 1;
 }  // namespace
 
 bool CheckInputFile(RunState& run, RunView& view, Components parts, const QString& path) {
-    QString message = LanguageLines[OtherUnreadableLine];
+    QString message;
     const bool readable = PassOver([&] {
+        // Inside, so that a language without the line refuses the file and does not end the run.
+        message = LanguageLines[OtherUnreadableLine];
         if (FindFirstName(path, SearchFor::VisibleFiles).isEmpty()) {
             message = LanguageLines[FileNotFoundLine];
             throw Failure(FailureNumber::FileNotFound);

@@ -272,9 +272,9 @@ public:
 };
 
 // Language lines that say which line they are.
-inline void NumberLanguageLines() {
+inline void NumberLanguageLines(int last = 100) {
     QStringList lines;
-    for (int n = 0; n <= 100; ++n) lines.append(QStringLiteral("line %1").arg(n));
+    for (int n = 0; n <= last; ++n) lines.append(QStringLiteral("line %1").arg(n));
     LanguageLines.Assign(lines);
 }
 

@@ -77,5 +77,26 @@ TEST_F(InputCheck, TakesTheOutputNameFromTheAacDecoder) {
     }
 }
 
+// A translation that ends early: the reason is missing, and what goes by it fails, but only that.
+TEST_F(InputCheck, WithoutTheLineOfTheReasonEveryFileIsRefusedAndTheRunGoesOn) {
+    NumberLanguageLines(98);
+    EXPECT_FALSE(Check(Folder.MakeFile("a.mp3")));
+    EXPECT_TRUE(Run.FileError);
+    EXPECT_EQ(Host.Rows.front().ProgressSeen, (std::vector<QString>{u"line 96"_s, QString()}));
+    EXPECT_EQ(Source.Opened, 0);
+    EXPECT_FALSE(Check(Folder.MakeFile("a.aac")));
+    EXPECT_EQ(Host.Rows.front().Progress, u"line 98"_s);
+}
+
+TEST_F(InputCheck, WithoutTheLineOfTheGeneralFailureItFailsItself) {
+    NumberLanguageLines(95);
+    try {
+        Check(Folder.Path("gone.mp3"));
+        ADD_FAILURE();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.Number, FailureNumber::SubscriptOutOfRange);
+    }
+}
+
 }  // namespace
 }  // namespace Sonmira
