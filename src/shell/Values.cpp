@@ -97,8 +97,13 @@ double LeadingNumber(QStringView text) {
     return ScanNumber(WithoutLeadingBlanks(text)).Value;
 }
 
+QStringView UpToNul(QStringView text) {
+    const qsizetype nul = text.indexOf(QChar(u'\0'));
+    return nul < 0 ? text : text.first(nul);
+}
+
 double ToNumber(QStringView text) {
-    const QStringView number = WithoutBlanks(text);
+    const QStringView number = WithoutBlanks(UpToNul(text));
     const ScannedNumber scanned = ScanNumber(number);
     if (scanned.Length == 0 || scanned.Length != number.size()) throw Failure(FailureNumber::TypeMismatch);
     return scanned.Value;

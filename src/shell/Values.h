@@ -9,12 +9,16 @@ namespace Sonmira {
 // The text less the blanks at both ends.
 QStringView WithoutBlanks(QStringView text);
 
+// The text before its first NUL, which is all of it where there is none. Fields of a fixed size are filled up
+// with NULs.
+QStringView UpToNul(QStringView text);
+
 // The number at the start of the text: blanks are skipped, reading stops at the first character that does
 // not belong to a decimal number (sign, digits, one point, an exponent). No number gives 0. Never fails.
 double LeadingNumber(QStringView text);
 
-// The whole text as a number, with blanks around it allowed. Fails with TypeMismatch when the text is empty
-// or no number.
+// The whole text, up to a NUL, as a number, with blanks around it allowed. Fails with TypeMismatch when the
+// text is empty or no number.
 double ToNumber(QStringView text);
 // The same, rounded with halves to even; fails with Overflow where it does not fit.
 qint16 ToInteger16(QStringView text);

@@ -327,6 +327,16 @@ TEST_F(TagTransfer, AYearThatOnlyBeginsWithANumberEndsTheTagAndNotTheConversion)
     }
 }
 
+TEST_F(TagTransfer, AYearOfThreeDigitsIsOneAndTheTagArrives) {
+    Make("song.ape", {}, BlockOf({"Title", "Artist", "Album", "199", "Comment", 4, 17}));
+    Take("song.ape");
+    for (const char* ending : {"mp3", "ogg", "wav", "wma"}) {
+        const Said said = SaidBy(To(ending));
+        EXPECT_EQ(said.Title, "Title") << ending;
+        EXPECT_EQ(said.Date.toInt(), 199) << ending;
+    }
+}
+
 TEST_F(TagTransfer, TheBlockOfAnAacStaysOnThePageForTheFilesAfterIt) {
     Make("Music/a.aac", {}, BlockOf({}));
     Make("Music/b.wav", {});

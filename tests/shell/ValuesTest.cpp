@@ -91,6 +91,16 @@ TEST(Integers, AllowBlanksAroundTheNumber) {
     EXPECT_EQ(ToInteger16(u"\t 12\t"), 12);
 }
 
+// Fields of a fixed size are filled up with zeros.
+TEST(Integers, EndAtTheFirstNul) {
+    EXPECT_EQ(ToInteger32(QStringView(u"199\0", 4)), 199);
+    EXPECT_EQ(ToInteger16(QStringView(u" 7 \0x8", 6)), 7);
+    for (const QStringView text :
+         {QStringView(u"\0\0\0\0", 4), QStringView(u"\0001", 2), QStringView(u"19x\0", 4)}) {
+        EXPECT_EQ(FailureOf([&] { ToInteger32(text); }), FailureNumber::TypeMismatch);
+    }
+}
+
 TEST(Integers, AcceptAnExponent) {
     EXPECT_EQ(ToInteger32(u"1e3"), 1000);
 }
