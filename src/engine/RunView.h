@@ -57,7 +57,7 @@ public:
     // The output to WMA failed before its stream was copied. Beside the row, some windows say so in a box.
     virtual void ShowWmaStageFailure() {}
 
-    // The tag page as it stands.
+    // The tag page as it stands. What is set may be filled up with NULs; a page shows the text before them.
     virtual PanelTag GetPanelTag() const = 0;
     virtual void SetPanelTag(const PanelTag& tag) = 0;
 

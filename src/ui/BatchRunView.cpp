@@ -5,6 +5,7 @@
 #include "library/widgets/FileList.h"
 #include "platform/NativePath.h"
 #include "shell/LanguageFiles.h"
+#include "shell/Values.h"
 #include "shell/widgets/ChoiceList.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/RunNews.h"
@@ -96,11 +97,14 @@ PanelTag BatchRunView::GetPanelTag() const {
 
 void BatchRunView::SetPanelTag(const PanelTag& tag) {
     const TagFields& fields = *Form.TagPage.Fields;
-    fields.infoArtist->setText(tag.Artist);
-    fields.infoAlbum->setText(tag.Album);
-    fields.infoYear->setText(tag.Year);
-    fields.infoComment->setText(tag.Comment);
-    fields.infoGenre->setEditText(tag.Genre);
+    // A text box ends at the first NUL. Padding in it would look like blanks, and what is typed behind that
+    // would be cut off by whoever reads the text up to the NUL.
+    const auto shown = [](const QString& text) { return UpToNul(text).toString(); };
+    fields.infoArtist->setText(shown(tag.Artist));
+    fields.infoAlbum->setText(shown(tag.Album));
+    fields.infoYear->setText(shown(tag.Year));
+    fields.infoComment->setText(shown(tag.Comment));
+    fields.infoGenre->setEditText(shown(tag.Genre));
 }
 
 }  // namespace Sonmira

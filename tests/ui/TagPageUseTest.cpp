@@ -327,5 +327,34 @@ TEST_F(TagPageUse, ATrackOfAWmaMovesUpInTheFileToo) {
     }
 }
 
+// The block of such a file goes onto the page, from fields of a fixed size that are filled up with zeros.
+TEST_F(TagPageUse, WhatIsTypedBehindTheTextsOfAnAacReachesTheOutputs) {
+    const auto padded = [](const QByteArray& text, qsizetype size) { return text.leftJustified(size, '\0'); };
+    const QByteArray block = "TAG" + padded("Title", 30) + padded("Artist", 30) + padded("Album", 30) +
+                             padded("199", 4) + padded("Comment", 29) + "\x04\x11";
+    Make("a.aac");
+    Folder.MakeFile("music/a.aac", ContentOf(Folder.Native("music/a.aac")) + block);
+    AddFolderByCommand(Folder.Path("music"));
+    Panel().TextOutPath->SetText(Folder.Path("out"));
+    Panel().ComboOutFormat->SelectText(u"Wav"_s);
+    ClickToolbar(5);
+    EXPECT_EQ(IconOf(1), u"converted"_s);
+    EXPECT_EQ(Fields().infoArtist->text(), u"Artist"_s);
+    EXPECT_EQ(Fields().infoAlbum->text(), u"Album"_s);
+    EXPECT_EQ(Fields().infoYear->text(), u"199"_s);
+    EXPECT_EQ(Fields().infoComment->text(), u"Comment"_s);
+    EXPECT_EQ(Fields().infoGenre->currentText(), u"17"_s);
+
+    Window->NewConversion();
+    Folder.MakeFile("more/b.wav", ContentOf(Folder.Native("in.wav")));
+    AddFolderByCommand(Folder.Path("more"));
+    QTest::keyClick(Fields().infoArtist, Qt::Key_End);
+    QTest::keyClicks(Fields().infoArtist, u" and Others"_s);
+    Panel().ComboOutFormat->SelectText(u"APE (MonKey's audio)"_s);
+    ClickToolbar(5);
+    const QByteArray written = ContentOf(Folder.Native("out/more/b.ape")).right(128);
+    EXPECT_EQ(written.mid(33, 30), padded("Artist and Others", 30));
+}
+
 }  // namespace
 }  // namespace Sonmira
