@@ -105,18 +105,27 @@ std::optional<int> ConversionRecords::NextChildOf(qint16 index, int position) co
     return next == children.end() ? std::nullopt : std::optional<int>(*next);
 }
 
+template <class Test>
+bool ConversionRecords::HoldsWhere(const QString& path, Test&& test) const {
+    const auto found = PositionsByPath.constFind(path);
+    if (found == PositionsByPath.constEnd()) return false;
+    return std::any_of(found->begin(), found->end(), [&](int position) {
+        const ConversionRecord& record = (*this)[position];
+        return !record.Removed && test(record);
+    });
+}
+
 bool ConversionRecords::HoldsPath(const QString& path) const {
-    const QList<int> positions = PositionsByPath.value(path);
-    return std::any_of(positions.begin(), positions.end(),
-                       [this](int position) { return !(*this)[position].Removed; });
+    return HoldsWhere(path, [](const ConversionRecord& /*record*/) { return true; });
 }
 
 bool ConversionRecords::HoldsFolder(const QString& path) const {
-    const QList<int> positions = PositionsByPath.value(path);
-    return std::any_of(positions.begin(), positions.end(), [this](int position) {
-        const ConversionRecord& record = (*this)[position];
-        return !record.IsFile && !record.Removed;
-    });
+    return HoldsWhere(path, [](const ConversionRecord& record) { return !record.IsFile; });
+}
+
+bool ConversionRecords::HoldsSingleFile(const QString& path) const {
+    return HoldsWhere(path,
+                      [](const ConversionRecord& record) { return record.IsFile && record.Parent == 0; });
 }
 
 }  // namespace Sonmira

@@ -61,12 +61,15 @@ public:
     // The first of them behind that position.
     std::optional<int> NextChildOf(qint16 index, int position) const;
 
-    // Whether any record of that path, and folders only where so asked, is not removed.
+    // Whether any record of that path is not removed: any at all, a folder, a file directly under the root.
     bool HoldsPath(const QString& path) const;
     bool HoldsFolder(const QString& path) const;
+    bool HoldsSingleFile(const QString& path) const;
 
 private:
     friend class RecordWalk;
+    template <class Test>
+    bool HoldsWhere(const QString& path, Test&& test) const;
     void AddToIndex(int position);
     void MoveWalks(const std::vector<int>& moved);
 

@@ -49,6 +49,8 @@ private:
 
     void AddFile(const QString& folder, const QString& name, int parentPosition) {
         const QString path = folder + name;
+        // Added by itself before, and not to be converted twice.
+        if (Items.Records.HoldsSingleFile(path)) return;
         AddRecord(folder, name, parentPosition, true);
         PassOver([&] { View.GetIcon(path); });
         if (!name.contains(u'.')) return;

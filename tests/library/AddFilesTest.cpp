@@ -136,6 +136,38 @@ TEST_F(AddFiles, AFileThatAScanFoundIsNotAddedByTheDialogAgain) {
     EXPECT_EQ(Items.Records.UpperBound(), 2);
 }
 
+TEST_F(AddFiles, AFileThatStandsByItselfDoesNotComeInAgainWithItsFolder) {
+    Folder.MakeFile("Music/a.wav");
+    Folder.MakeFile("Music/Rock/b.wav");
+    Folder.MakeFile("Music/Rock/c.wav");
+    AddFileRecord(Items, Host, Folder.Path("Music/a.wav"));
+    AddDropped(Items, Host, {Folder.Path("Music/Rock/b.wav")});
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Nodes(), (std::vector<QString>{u"Music\\a.wav"_s, u"Music\\Rock\\b.wav"_s, u"Music"_s,
+                                             u"Music\\Rock"_s, u"Music\\Rock\\c.wav"_s}));
+    EXPECT_EQ(Items.Records.UpperBound(), 5);
+    EXPECT_EQ(Items.Records[1].Parent, 0) << "it stays where it stands";
+    EXPECT_EQ(Host.FileCount, 3);
+    EXPECT_EQ(Host.DirectoryCount, 2);
+}
+
+TEST_F(AddFiles, AFileThatStoodByItselfComesInWithItsFolderOnceItWasRemoved) {
+    const QString path = Folder.MakeFile("Music/a.wav");
+    AddFileRecord(Items, Host, path);
+    Items.Records.MarkRemoved(1);
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Last().Path, path);
+    EXPECT_EQ(Last().Parent, 2);
+}
+
+TEST_F(AddFiles, AFolderThatStandsWhereAFileWasDoesNotKeepTheFileOut) {
+    const QString path = Folder.MakeFile("Music/a.wav");
+    AddDirectory(Items, Host, path);  // a folder by the record alone
+    AddDirectory(Items, Host, Folder.Path("Music"));
+    EXPECT_EQ(Last().Path, path);
+    EXPECT_TRUE(Last().IsFile);
+}
+
 TEST_F(AddFiles, AStopEndsADropBetweenTwoPaths) {
     Folder.MakeFile("Music/Rock/a.wav");
     Host.AtYield = [this] { Items.StopScan = true; };

@@ -60,15 +60,18 @@ void ExpectAnswersOfAPlainWalk(const ConversionRecords& records, int paths, int 
         const QString path = u"\\p%1"_s.arg(p);
         bool anyLive = false;
         bool anyFolder = false;
+        bool anySingle = false;
         std::optional<int> first;
         for (int n = 0; n <= records.UpperBound(); ++n) {
             if (records[n].Path != path) continue;
             if (!first) first = n;
             anyLive = anyLive || !records[n].Removed;
             anyFolder = anyFolder || (!records[n].Removed && !records[n].IsFile);
+            anySingle = anySingle || (!records[n].Removed && records[n].IsFile && records[n].Parent == 0);
         }
         EXPECT_EQ(records.HoldsPath(path), anyLive) << p;
         EXPECT_EQ(records.HoldsFolder(path), anyFolder) << p;
+        EXPECT_EQ(records.HoldsSingleFile(path), anySingle) << p;
         EXPECT_EQ(records.FirstWithPath(path), first) << p;
     }
     for (qint16 number = 0; number < numbers; ++number) {
@@ -103,7 +106,7 @@ TEST_P(RandomRecords, AnswerWhatAPlainWalkWouldAnswer) {
     bool numbersWereShared = false;
     for (int step = 0; step < 600; ++step) {
         ConversionRecord record = Made(u"\\p%1"_s.arg(below(Paths)), below(2) == 0);
-        record.Parent = static_cast<qint16>(below(records.UpperBound() + 2));
+        record.Parent = static_cast<qint16>(below(3) == 0 ? 0 : below(records.UpperBound() + 2));
         const int position = records.Append(record);
         numbersWereShared = numbersWereShared || records.FirstWithIndex(records[position].Index) != position;
         if (below(4) == 0) records.MarkRemoved(1 + below(records.UpperBound()));
