@@ -28,11 +28,12 @@ void HeadlessHost::Yield() {
 }
 
 void HeadlessHost::AddNode(const QString& parentKey, const QString& key, const QString& /*text*/,
-                           const QString& /*imageKey*/) {
+                           const QString& imageKey) {
     if (Keys.contains(key)) throw Failure(FailureNumber::KeyNotUnique);
     if (parentKey != RootKey && !Keys.contains(parentKey)) throw Failure(FailureNumber::KeyNotFound);
     Keys.insert(key);
     NodeKeys.push_back(key);
+    NodeImages.push_back(imageKey);
 }
 
 }  // namespace Sonmira

@@ -38,6 +38,7 @@ public:
     int Progress = 0;
     bool ControlsEnabled = true;
     std::vector<QString> NodeKeys;  // in the order of adding, the root not among them
+    std::vector<QString> NodeImages;
     int DirectoryCount = 0;
     int FileCount = 0;
     QString StatusPath;

@@ -61,7 +61,7 @@ void AddFolderUnderRoot(Collection& collection, CollectionView& view, const QStr
     const QString name = record.Name;
     const int position = collection.Records.Append(std::move(record));
     Checked16(position);
-    view.AddNode(RootKey.toString(), path, name, (path.size() > 3 ? FolderImage : DriveImage).toString());
+    view.AddNode(RootKey.toString(), path, name, FolderImageOf(path));
     view.ShowPath(path);
     view.ShowDirectoryCount(++collection.DirectoryCount);
     ScanDirectory(collection, view, path, position);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include "shell/Paths.h"
 
 namespace Sonmira {
 
@@ -8,6 +8,11 @@ namespace Sonmira {
 inline constexpr QStringView RootKey = u"\\";
 inline constexpr QStringView FolderImage = u"dossier";
 inline constexpr QStringView DriveImage = u"disque";
+
+// The image of a folder or drive.
+inline QString FolderImageOf(const QString& path) {
+    return (IsDriveRoot(path) ? DriveImage : FolderImage).toString();
+}
 
 // What adding shows of the collection. The main window shows a tree; the benchmarks show nothing.
 class CollectionView {

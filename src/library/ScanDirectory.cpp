@@ -63,10 +63,7 @@ private:
         const QString path = folder + name;
         const int position = AddRecord(folder, name, parentPosition, false);
         PassOver([&] { View.GetIcon4(path); });
-        PassOver([&] {
-            View.AddNode(Items.Records[parentPosition].Path, path, name,
-                         (path.size() < 4 ? DriveImage : FolderImage).toString());
-        });
+        PassOver([&] { View.AddNode(Items.Records[parentPosition].Path, path, name, FolderImageOf(path)); });
         PassOver([&] { View.ShowDirectoryCount(++Items.DirectoryCount); });
         PassOver([&] { View.ShowPath(path); });
         return position;

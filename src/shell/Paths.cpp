@@ -46,6 +46,13 @@ bool FolderExists(const QString& path) {
     return IsFolder(path);
 }
 
+bool IsDriveRoot(const QString& path) {
+    constexpr qsizetype Longest = 3;
+    constexpr qsizetype Drive = 2;
+    const bool hasDrive = path.size() >= Drive && path[1] == u':';
+    return path.size() + (hasDrive ? 0 : Drive) <= Longest;
+}
+
 QString GetSpecialFolder(int number) {
     const QString folder = GetKnownFolder(number);
     return folder.isEmpty() ? ProgramFolder() : folder;

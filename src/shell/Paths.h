@@ -30,6 +30,10 @@ bool DirectoryExists(const QString& path);
 // True for folders only.
 bool FolderExists(const QString& path);
 
+// Whether the path is the root of a drive. It is told by its length, as the system always told it, but with
+// the drive in front: "\hd" is a folder of the drive that the file system is shown as.
+bool IsDriveRoot(const QString& path);
+
 // The numbers of the special folders that the system asks for.
 inline constexpr int DesktopFolderNumber = 16;
 inline constexpr int ApplicationDataFolderNumber = 26;

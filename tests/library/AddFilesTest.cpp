@@ -271,6 +271,17 @@ TEST_F(AddFiles, OddNamesComeInUnchanged) {
     }
 }
 
+// What a path is by its length, whether it is there or not.
+TEST_F(AddFiles, AFolderWithAShortNameBelowTheRootOfTheFileSystemIsNoDrive) {
+    Host.AtYield = [this] { Items.StopScan = true; };  // of the drive no more than has to be
+    for (const QString& path : {u"\\q7"_s, u"\\q"_s, u"Z:\\"_s}) AddDirectory(Items, Host, path);
+    ASSERT_GE(Host.NodeKeys.size(), 3U);
+    EXPECT_EQ(Host.NodeKeys.at(2), u"Z:\\"_s);
+    EXPECT_EQ(Host.NodeImages.at(0), FolderImage);
+    EXPECT_EQ(Host.NodeImages.at(1), FolderImage);
+    EXPECT_EQ(Host.NodeImages.at(2), DriveImage);
+}
+
 TEST_F(AddFiles, AFolderThatCannotBeListedHasNoChildren) {
     AddDirectory(Items, Host, Folder.Path("gone"));
     EXPECT_EQ(Items.Records.UpperBound(), 1);

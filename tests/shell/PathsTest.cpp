@@ -125,6 +125,15 @@ TEST(Paths, TheRootIsADirectory) {
     EXPECT_TRUE(DirectoryExists(u"\\"_s));
 }
 
+TEST(Paths, OnlyARootIsADrive) {
+    for (const QString& path : {u"\\"_s, u"Z:\\"_s, u"C:\\"_s, u"Z:"_s}) {
+        EXPECT_TRUE(IsDriveRoot(path)) << path.toStdString();
+    }
+    for (const QString& path : {u"\\h"_s, u"\\hd"_s, u"Z:\\h"_s, u"Z:\\hd"_s, u"\\home"_s}) {
+        EXPECT_FALSE(IsDriveRoot(path)) << path.toStdString();
+    }
+}
+
 TEST(Paths, AFolderExistsForFoldersOnly) {
     const TestFolder folder;
     EXPECT_TRUE(FolderExists(folder.MakeFolder("sub")));

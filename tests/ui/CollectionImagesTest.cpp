@@ -128,6 +128,19 @@ TEST_F(CollectionImages, TheRootOfTheFileSystemIsADriveWithoutAName) {
     ExpectFree();
 }
 
+TEST_F(CollectionImages, AFolderWithAShortNameBelowTheRootOfTheFileSystemIsAFolderBeforeAndAfterOthers) {
+    Window->AddFolder(u"\\q7"_s);
+    Folder.MakeFile("Music/a.wav");
+    AddFolderByCommand(Folder.Path("Music"));
+    for (const QString& path : {u"\\q8"_s, u"\\q"_s}) Window->AddFolder(path);
+    ExpectCounts(u"4"_s, u"1"_s);
+    for (const QString& path : {u"\\q7"_s, u"\\q8"_s, u"\\q"_s}) {
+        ASSERT_NE(Node(path), nullptr) << path.toStdString();
+        EXPECT_EQ(ImageOf(Node(path)), ImageOf(Node(Folder.Path("Music")))) << path.toStdString();
+    }
+    ExpectFree();
+}
+
 TEST_F(CollectionImages, TheRootOfTheFileSystemHasNoNodeAfterAFolder) {
     Folder.MakeFile("Music/a.wav");
     AddFolderByCommand(Folder.Path("Music"));

@@ -113,7 +113,7 @@ void ConversionTree::GetIcon(const QString& path) {
 void ConversionTree::GetIcon4(const QString& path) {
     const QString folderKey = FolderImage.toString();
     if (Images.Contains(folderKey)) return;
-    if (path.size() < 4) {
+    if (IsDriveRoot(path)) {
         Images.Add(DriveImage.toString(), OwnIcon(u"drive"));
     } else {
         Images.Add(folderKey, OwnIcon(u"folder"));
