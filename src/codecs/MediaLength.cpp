@@ -61,6 +61,8 @@ Skipped SkippedBy(const AVPacket& packet) {
     return {AV_RL32(data), AV_RL32(data + 4)};
 }
 
+constexpr qint64 PacketsATurn = 64;
+
 qint64 ScannedLength(const MediaInput& input, int rate, const std::function<bool()>& givesUp) {
     MediaInput again(input.File());
     const CHandleByAddress<AVPacket, av_packet_free> packet(av_packet_alloc());
@@ -72,8 +74,11 @@ qint64 ScannedLength(const MediaInput& input, int rate, const std::function<bool
     const qint64 longest = av_rescale_q(10, AVRational{1, 1}, unit);
     // Ogg packets say what remains of the last one both in its duration and as a number to skip.
     const bool skipsEnd = !IsContainer(input, "ogg");
+    qint64 packets = 0;
     for (bool first = true; again.Read(*packet); first = false) {
-        YieldToEventLoop();  // a file of many hours takes seconds, in which the window must stay alive
+        // A file of many hours takes seconds, in which the window must stay alive. Packets are too small to
+        // be worth a turn of the event loop each.
+        if (packets++ % PacketsATurn == 0) YieldToEventLoop();
         if (givesUp && givesUp()) break;
         if (packet->duration > 0 && packet->duration <= longest) duration += packet->duration;
         const Skipped now = SkippedBy(*packet);

@@ -14,6 +14,9 @@ protected:
     void MakeSubfolders() {
         for (const char* name : {"Music/A/1.wav", "Music/B/2.wav", "Music/C/3.wav"}) Folder.MakeFile(name);
     }
+    void MakeEmptySubfolders(int count) {
+        for (int n = 0; n < count; ++n) Folder.MakeFolder("Music/" + QByteArray::number(n));
+    }
     QStringList RecordNames() {
         QStringList names;
         for (int n = 1; n <= Records().UpperBound(); ++n) names.append(Records()[n].Name);
@@ -144,6 +147,40 @@ TEST_F(CollectionScan, RemovesNothingMeanwhile) {
     EXPECT_EQ(Records().UpperBound(), 0);
 }
 
+TEST_F(CollectionScan, HearsTheUserBehindEverySubfolder) {
+    MakeEmptySubfolders(200);
+    int turns = 0;
+    AddWhile(Folder.Path("Music"), [&] { EXPECT_EQ(Window->Gathered().DirectoryCount, 1 + ++turns); });
+    EXPECT_EQ(turns, 200);
+}
+
+// Counts the events of one type that come to an object.
+struct EventCount : QObject {
+    EventCount(QObject* watched, QEvent::Type type) : Type(type) { watched->installEventFilter(this); }
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == Type) ++Count;
+        return false;
+    }
+    const QEvent::Type Type;
+    int Count = 0;
+};
+
+TEST_F(CollectionScan, PaintsAndPlacesNodesNoMoreThanSixtyTimesASecond) {
+    MakeEmptySubfolders(500);
+    const auto opening = QObject::connect(Tree().model(), &QAbstractItemModel::rowsInserted, &Tree(),
+                                          [&](const QModelIndex& parent) { Tree().expand(parent); });
+    const EventCount painted(Form().StatusPanel1, QEvent::Paint);
+    const EventCount placed(&Tree(), QEvent::Timer);
+    QElapsedTimer whole;
+    whole.start();
+    Window->AddFolder(Folder.Path("Music"));
+    const auto most = static_cast<int>(whole.elapsed() / 15 + 1);
+    EXPECT_LE(painted.Count, most);
+    EXPECT_LE(placed.Count, most);
+    QObject::disconnect(opening);
+    EXPECT_EQ(Nodes().size(), 502);
+}
+
 // The button of the toolbar and the command of the menu.
 class CollectionStop : public CollectionScan, public ::testing::WithParamInterface<bool> {};
 
@@ -177,6 +214,15 @@ TEST_P(CollectionStop, EndsAScanAfterTheSubfolderInHandAndKeepsWhatCameIn) {
     Folder.MakeFile("Other/x.wav");
     AddFolderByCommand(Folder.Path("Other"));
     EXPECT_EQ(LastRecord().Name, u"x.wav"_s);
+}
+
+TEST_P(CollectionStop, ThatWaitsAlreadyEndsAScanAfterTheFirstOfManySmallSubfolders) {
+    MakeEmptySubfolders(200);
+    QAction* const stop = GetParam() ? Form().ToolbarButton(6) : Form().cancel;
+    QMetaObject::invokeMethod(stop, &QAction::trigger, Qt::QueuedConnection);
+    AddFolderByCommand(Folder.Path("Music"));
+    ExpectCounts(u"2"_s, u"0"_s);
+    ExpectFree();
 }
 
 INSTANTIATE_TEST_SUITE_P(ByButtonAndMenu, CollectionStop, ::testing::Bool(),

@@ -60,10 +60,6 @@ protected:
             if (Window->Gathered().ScanRunning) act();
         });
         turn.start(0);
-        // A scan lets the event loop run only where it has not run for a moment.
-        QElapsedTimer rest;
-        for (rest.start(); rest.elapsed() < 25;) {
-        }
         Window->AddFolder(folder);
     }
 
