@@ -82,10 +82,7 @@ void BatchConverter::ConnectEvents() {
     toolbar(6, [this] { CancelByToolbar(Run, Items, Codecs.Parts()); });
     menu(Controls.cancelonefile, [this] { CancelOneFile(Run); });
     OnEvent(Controls.StopImg, &QToolButton::clicked, this, [this] { SkipFile(Run, Codecs.Parts()); });
-    OnEvent(Controls.ClearImg, &QToolButton::clicked, this, [this] {
-        // A run that still checks its first file is not busy yet and writes into its row all the same.
-        if (InputsFree() || Items.ScanRunning) ClearRowsWhenIdle(Run, RunShown);
-    });
+    OnEvent(Controls.ClearImg, &QToolButton::clicked, this, [this] { ClearRowsWhenIdle(Run, RunShown); });
     OnEvent(Controls.SSTab1, &QTabBar::currentChanged, this, [this] { SSTab1_Click(); });
 }
 

@@ -113,5 +113,44 @@ TEST_F(CollectionRows, GiveTheNameWhateverWidthTheOthersLeave) {
     expectFilled();
 }
 
+TEST_F(CollectionRows, AreClearedBeforeAnyFileWasAcceptedAndCountAnewAfterwards) {
+    constexpr int Broken = 50;
+    for (int n = 0; n < Broken; ++n) Folder.MakeFile("Music/a" + QByteArray::number(n) + ".wav");
+    Folder.MakeFile("Music/b.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
+    AddFolderByCommand(Folder.Path("Music"));
+    int cleared = 0;
+    QTimer turn;
+    QObject::connect(&turn, &QTimer::timeout, &turn, [&] {
+        if (cleared > 0 || Rows().RowCount() == 0) return;
+        cleared = Rows().RowCount();
+        QTest::mouseClick(Form().ClearImg, Qt::LeftButton);
+        EXPECT_EQ(Rows().RowCount(), 0);
+    });
+    turn.start(0);
+    ClickToolbar(5);
+    ASSERT_GT(cleared, 0);
+    ASSERT_EQ(Rows().RowCount(), Broken + 1 - cleared);
+    EXPECT_EQ(Rows().Text(1, FileListModel::TrackColumn), u"001."_s);
+    EXPECT_EQ(Progress(Rows().RowCount()), u"100 %"_s);
+    EXPECT_EQ(IconOf(Rows().RowCount()), u"converted"_s);
+    EXPECT_EQ(Form().Label29->text(), u"%1 / %1"_s.arg(Broken + 1));
+}
+
+TEST_F(CollectionRows, TakeNoHarmFromAWriteToOneThatIsGone) {
+    BatchRunView view(Form(), [](bool /*enabled*/) {});
+    const int row = view.AddRow();
+    view.ClearRows();
+    view.SetRowText(row, u"001."_s);
+    view.SetRowName(row, u"a.wav"_s);
+    view.SetRowProgress(row, u"7 %"_s);
+    view.SetRowIcon(row, u"error");
+    view.ScrollToRow(row);
+    EXPECT_EQ(view.RowProgress(row), QString());
+    EXPECT_EQ(Rows().RowCount(), 0);
+    EXPECT_EQ(view.AddRow(), 1);
+    EXPECT_EQ(Progress(1), QString());
+    EXPECT_EQ(IconOf(1), QString());
+}
+
 }  // namespace
 }  // namespace Sonmira

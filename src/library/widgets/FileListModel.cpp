@@ -1,7 +1,6 @@
 #include "library/widgets/FileListModel.h"
 
 #include "kit/Icons.h"
-#include "platform/Failure.h"
 #include "shell/Values.h"
 
 namespace Sonmira {
@@ -22,9 +21,12 @@ int FileListModel::AddRow() {
     return position + 1;
 }
 
-FileListModel::Row& FileListModel::At(int row) {
-    if (row < 1 || row > RowCount()) throw Failure(FailureNumber::SubscriptOutOfRange);
-    return Rows[static_cast<std::size_t>(row - 1)];
+const FileListModel::Row* FileListModel::At(int row) const {
+    return row < 1 || row > RowCount() ? nullptr : &Rows[static_cast<std::size_t>(row - 1)];
+}
+
+FileListModel::Row* FileListModel::At(int row) {
+    return const_cast<Row*>(std::as_const(*this).At(row));
 }
 
 void FileListModel::Changed(int row, int column) {
@@ -33,16 +35,21 @@ void FileListModel::Changed(int row, int column) {
 }
 
 void FileListModel::SetText(int row, Column column, const QString& text) {
-    At(row).Texts[column] = text;
+    Row* const changed = At(row);
+    if (changed == nullptr) return;
+    changed->Texts[column] = text;
     Changed(row, column);
 }
 
 QString FileListModel::Text(int row, Column column) const {
-    return const_cast<FileListModel*>(this)->At(row).Texts[column];
+    const Row* const asked = At(row);
+    return asked == nullptr ? QString() : asked->Texts[column];
 }
 
 void FileListModel::SetIcon(int row, const QString& key) {
-    At(row).IconKey = key;
+    Row* const changed = At(row);
+    if (changed == nullptr) return;
+    changed->IconKey = key;
     Changed(row, TrackColumn);
     Changed(row, ProgressColumn);
 }

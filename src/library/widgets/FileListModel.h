@@ -21,7 +21,8 @@ public:
     void Clear();
     int AddRow();
     int RowCount() const { return static_cast<int>(Rows.size()); }
-    // Each fails with SubscriptOutOfRange for a row that is not there.
+    // The user may clear the rows before a run has accepted its first file. What is written then to a row
+    // that has gone is dropped, and its text is empty.
     void SetText(int row, Column column, const QString& text);
     QString Text(int row, Column column) const;
     void SetIcon(int row, const QString& key);
@@ -37,7 +38,9 @@ private:
         QString Texts[ColumnCount];
         QString IconKey;
     };
-    Row& At(int row);
+    // Null for a row that is not there.
+    const Row* At(int row) const;
+    Row* At(int row);
     void Changed(int row, int column);
 
     std::vector<Row> Rows;
