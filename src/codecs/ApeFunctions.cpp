@@ -6,6 +6,7 @@
 #include "codecs/MemoryChecked.h"
 #include "codecs/SimpleTags.h"
 #include "codecs/ape/ApeFileReader.h"
+#include "codecs/ape/ApeLink.h"
 #include "codecs/ape/Decode.h"
 #include "codecs/ape/Encode.h"
 
@@ -16,10 +17,17 @@ namespace Sonmira {
 namespace {
 
 qint64 SecondsOf(const QString& path) {
-    const auto file = std::make_shared<const InputFile>(path);
-    if (const auto reader = ApeFileReader::Open(file)) return reader->Blocks() / reader->Sound().Rate;
-    MediaReader reader(path);
-    return reader.Length() / reader.Format().Rate;
+    const auto named = std::make_shared<const InputFile>(path);
+    const auto link = ReadApeLink(path, *named);
+    const auto file = link ? link->Image : named;
+    const auto seconds = [&](qint64 blocks, qint64 rate) {
+        if (!link) return blocks / rate;
+        const ApeLink::Part part = link->PartOf(blocks);
+        return (part.Finish - part.Start) / rate;
+    };
+    if (const auto reader = ApeFileReader::Open(file)) return seconds(reader->Blocks(), reader->Sound().Rate);
+    MediaReader reader(file);
+    return seconds(reader.Length(), reader.Format().Rate);
 }
 
 }  // namespace

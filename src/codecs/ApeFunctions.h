@@ -28,14 +28,20 @@ void CompressFile(const QString& wav, const QString& ape, qint32 level, const Ap
 // plain one and its header was kept. Works and stops like CompressFile. Fails for anything that is no APE
 // file, and at the end when frames were damaged or missing: damaged ones are silent in the WAV, so that the
 // rest keeps its time.
+//
+// A path that ends in "apl" may be that of a text that names an APE file and a part of it; then just that
+// part is decoded. It fails where there is no such file or nothing of the part, and, after writing what there
+// is, where the file ends before the part does.
 void DecompressFile(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
                     const qint32& killFlag);
 
-// The length of an APE file in whole seconds, cut; 0 when it cannot be read. Never fails.
+// The length of an APE file, or of the part that a text names, in whole seconds, cut; 0 when it cannot be
+// read. Never fails.
 qint32 GetDurationTrack(const QString& path);
 
-// Fills `block` with the ID3v1 block at the end of the file; in a FLAC file without one, with the block that
-// TagFileSimple put into it. Leaves `block` as it is when there is none. Never fails.
+// Fills `block` with the ID3v1 block at the end of the file, for a text that names a part the one of the
+// text; in a FLAC file without one, with the block that TagFileSimple put into it. Leaves `block` as it is
+// when there is none. Never fails.
 void GetID3Tag(const QString& path, std::array<char, 128>& block);
 
 // Tags an APE or Musepack file (APEv2, and an ID3v1 block behind it, which no decoder minds) or a FLAC file

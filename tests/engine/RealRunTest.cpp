@@ -105,6 +105,34 @@ TEST_F(RealRun, AFlacThatLostSoundCountsAsConvertedAndItsSourceIsInTheTrash) {
     EXPECT_GT(ContentOf(Folder.Native("out/Music/hole.wav")).size(), 44) << "what could be read is there";
 }
 
+TEST_F(RealRun, ATextThatNamesAPartOfAnApeIsConvertedAndRemovedWithoutTheApe) {
+    constexpr int Second = 44100;
+    const TestSound disc = MakeNoise(Second, 2, 6 * Second);
+    Folder.MakeFile("disc.wav", WavOf(disc, WavKind::Signed16));
+    CompressFile(Folder.Path("disc.wav"), Folder.Path("disc.ape"), 2000, {}, 0);
+    const QByteArray image = ContentOf(Folder.Native("disc.ape"));
+    Folder.MakeFile("Music/song.apl",
+                    "[Monkey's Audio Image Link File]\nImage File=..\\disc.ape\n"
+                    "Start Block=44100\nFinish Block=176400\n" +
+                        QByteArray("TAGSong").leftJustified(93, '\0') +
+                        QByteArray("1999").leftJustified(35, '\0'));
+    Folder.MakeFile("Music/gone.apl", "[Monkey's Audio Image Link File]\nImage File=gone.ape\n");
+    AddMusic();
+    Host.RemoveOriginal = true;
+    Convert(FormatName::Wav);
+    ASSERT_EQ(Host.Rows.size(), 2U);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[0].Progress, u"line 99"_s);
+    EXPECT_EQ(Host.Rows[1].Icon, u"converted"_s);
+    TestSound song = disc;
+    song.Samples = {disc.Samples.begin() + 2 * Second, disc.Samples.begin() + 8 * Second};
+    EXPECT_TRUE(ContentOf(Folder.Native("out/Music/song.wav")).contains(PcmOf(song, WavKind::Signed16)));
+    EXPECT_EQ(Run.Tag.Title.left(4), u"Song"_s);
+    EXPECT_FALSE(NativeExists(Folder.Native("Music/song.apl")));
+    EXPECT_TRUE(NativeExists(Folder.Native("Music/gone.apl")));
+    EXPECT_TRUE(ContentOf(Folder.Native("disc.ape")) == image);
+}
+
 TEST_F(RealRun, AnEmptyWavIsConvertedToAnEmptyOne) {
     Folder.MakeFile("Music/a.wav", WavOf(MakeSilence(44100, 2, 0), WavKind::Signed16));
     AddMusic();

@@ -66,6 +66,7 @@ bool ApeFileReader::ReadHeaders() {
     if (FrameDataBytes == 0 || FrameDataBytes > left) FrameDataBytes = left;
     Tail = std::min(Tail, left - FrameDataBytes);
     Frames.resize(std::size_t{framesCounted} + 1);
+    EndFrame = framesCounted;
     ReadSeekTable(Start + descriptorBytes + headerBytes);
     return true;
 }
@@ -109,10 +110,18 @@ std::vector<std::uint8_t> ApeFileReader::FrameBytes(std::size_t frame, std::size
     return bytes;
 }
 
+qint64 ApeFileReader::Select(qint64 start, qint64 finish) {
+    const qint64 full = Shape->BlocksPerFrame;
+    NextFrame = static_cast<std::size_t>(start / full);
+    EndFrame = static_cast<std::size_t>((finish + full - 1) / full);
+    return start / full * full;
+}
+
 std::unique_ptr<ApeFrameGroup> ApeFileReader::NextGroup(std::size_t padding) {
     const std::size_t frames = Frames.size() - 1;
     auto group = std::make_unique<ApeFrameGroup>();
-    for (; NextFrame < frames && group->Frames.size() < MostApeFramesOfAGroup(Format.Channels); ++NextFrame) {
+    for (; NextFrame < EndFrame && group->Frames.size() < MostApeFramesOfAGroup(Format.Channels);
+         ++NextFrame) {
         std::vector<std::uint8_t> bytes = FrameBytes(NextFrame, padding);
         // Nothing of it is there: the file was cut, or it never had what it counts.
         CutShort = bytes.size() == padding;
@@ -121,7 +130,7 @@ std::unique_ptr<ApeFrameGroup> ApeFileReader::NextGroup(std::size_t padding) {
         group->Blocks +=
             static_cast<std::size_t>(NextFrame + 1 < frames ? Shape->BlocksPerFrame : LastFrameBlocks);
     }
-    if (CutShort) NextFrame = frames;
+    if (CutShort) NextFrame = EndFrame;
     return group->Frames.empty() ? nullptr : std::move(group);
 }
 

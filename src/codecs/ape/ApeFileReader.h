@@ -28,6 +28,9 @@ public:
     qint64 TailStart() const { return FramesStart() + FrameDataBytes; }
     qint64 TailBytes() const { return Tail; }
 
+    // Only the frames that hold these blocks are given from now on. Returns the first block of them. `start`
+    // is before `finish`, and that no more than Blocks().
+    qint64 Select(qint64 start, qint64 finish);
     // The next frames, as many as a worker takes at a time, with `padding` zeros behind each; null at the
     // end. It also ends at a frame of which the file has nothing.
     std::unique_ptr<ApeFrameGroup> NextGroup(std::size_t padding);
@@ -52,6 +55,7 @@ private:
     std::int64_t LastFrameBlocks = 0;
     std::vector<qint64> Frames;  // place of each frame in the frame data, and behind them the end
     std::size_t NextFrame = 0;
+    std::size_t EndFrame = 0;
     bool CutShort = false;
 };
 

@@ -5,6 +5,7 @@
 #include "codecs/WavHeader.h"
 #include "codecs/WavWriter.h"
 #include "codecs/ape/ApeFileReader.h"
+#include "codecs/ape/ApeLink.h"
 #include "codecs/ape/FrameDecoder.h"
 #include "codecs/ape/WavLayout.h"
 #include "platform/Failure.h"
@@ -48,9 +49,8 @@ std::optional<Frame> StoredFrame(const ApeFileReader& ape, const InputFile& file
     return isCounted ? std::optional(std::move(frame)) : std::nullopt;
 }
 
-Frame PlainFrame(const ApeFileReader& ape) {
-    const ApeSound& sound = ape.Sound();
-    const qint64 data = ape.Blocks() * sound.BlockBytes();
+Frame PlainFrame(const ApeSound& sound, qint64 blocks) {
+    const qint64 data = blocks * sound.BlockBytes();
     return {WavHeader({sound.Rate, sound.Channels, sound.Bits}, data > MostWavData ? UnknownWavSize : data),
             0, 0};
 }
@@ -64,16 +64,41 @@ void WriteTail(const InputFile& file, const Frame& frame, OutputFile& out) {
     }
 }
 
-void DecodeOurs(ApeFileReader& ape, const InputFile& file, OutputFile& out,
-                const ApeProgressCallback& progress, const qint32& killFlag, const ApeWorkers& workers) {
-    auto stored = StoredFrame(ape, file);
+// What lies between two places of a stream whose pieces come in order.
+class Cut {
+public:
+    Cut(qint64 skipped, qint64 taken) : Skip(skipped), Left(taken) {}
+
+    std::span<const std::byte> Of(std::span<const std::byte> piece) {
+        const qint64 size = std::ssize(piece);
+        const qint64 first = std::min(Skip, size);
+        const qint64 count = std::min(Left, size - first);
+        Skip -= first;
+        Left -= count;
+        return piece.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count));
+    }
+    bool IsComplete() const { return Left == 0; }
+
+private:
+    qint64 Skip;
+    qint64 Left;
+};
+
+void DecodeOurs(ApeFileReader& ape, const InputFile& file, const std::optional<ApeLink>& link,
+                OutputFile& out, const ApeProgressCallback& progress, const qint32& killFlag,
+                const ApeWorkers& workers) {
+    const qint64 blockBytes = ape.Sound().BlockBytes();
+    const ApeLink::Part part = link ? link->PartOf(ape.Blocks()) : ApeLink::Part{0, ape.Blocks(), false};
+    const qint64 firstBlock = link ? ape.Select(part.Start, part.Finish) : 0;
+    auto stored = link ? std::nullopt : StoredFrame(ape, file);
     const bool isStored = stored.has_value();
-    const Frame frame = isStored ? std::move(*stored) : PlainFrame(ape);
+    const Frame frame = isStored ? std::move(*stored) : PlainFrame(ape.Sound(), part.Finish - part.Start);
     out.Write(frame.Head);
+    Cut cut((part.Start - firstBlock) * blockBytes, (part.Finish - part.Start) * blockBytes);
     const auto groupBytes = static_cast<qint64>(MostApeFramesOfAGroup(ape.Sound().Channels)) *
-                            ape.Level().BlocksPerFrame * ape.Sound().BlockBytes();
+                            ape.Level().BlocksPerFrame * blockBytes;
     int damaged = 0;
-    ApeWork work(workers, ape.Blocks(), 2 * groupBytes, progress, killFlag);
+    ApeWork work(workers, part.Finish - firstBlock, 2 * groupBytes, progress, killFlag);
     const bool isWhole = work.Run(
         [&](ApeWorkState& state) -> ApeWork::Worker {
             const auto decoder =
@@ -85,7 +110,7 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, OutputFile& out,
         },
         [&] { return ape.NextGroup(ApeFrameDecoder::Padding); },
         [&](ApeFrameGroup& group) {
-            out.Write(group.Pcm);
+            out.Write(cut.Of(group.Pcm));
             damaged += group.Damaged;
         });
     if (isWhole && isStored) {
@@ -94,49 +119,62 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, OutputFile& out,
         out.Write(std::vector<std::byte>(1));
     }
     out.Close();
-    if (damaged > 0 || ape.IsCutShort()) throw DamagedFile();
+    if (damaged > 0 || ape.IsCutShort() || (isWhole && part.IsCutShort)) throw DamagedFile();
 }
 
 // Other versions, by the libraries' decoder.
-void DecodeOthers(const std::shared_ptr<const InputFile>& ape, OutputFile& out,
-                  const ApeProgressCallback& progress, const qint32& killFlag) {
-    constexpr qint64 blockBytes = qint64{64} * 1024;
+void DecodeOthers(const std::shared_ptr<const InputFile>& ape, const std::optional<ApeLink>& link,
+                  OutputFile& out, const ApeProgressCallback& progress, const qint32& killFlag) {
+    constexpr qint64 pieceBytes = qint64{64} * 1024;
     MediaReader reader(ape);
-    AudioBlock block = reader.Read(blockBytes);
+    AudioBlock block = reader.Read(pieceBytes);
     const StreamFormat format = reader.Format();
     WavWriter writer({format.Rate, format.Channels, block.Type == SampleType::Int16 ? 16 : 24},
                      WavWriter::Beyond4Gb::GrowsOn);
+    const auto blockBytes = static_cast<qint64>(reader.FrameSize());
     const qint64 length = std::max<qint64>(reader.Length(), 1);
+    const ApeLink::Part part = link ? link->PartOf(length) : ApeLink::Part{0, length, false};
+    // Without a link all that comes is taken, whatever length the file tells.
+    const bool isToEnd = !link || !link->Finish;
+    Cut cut(part.Start * blockBytes,
+            isToEnd ? std::numeric_limits<qint64>::max() : (part.Finish - part.Start) * blockBytes);
     qint64 done = 0;
     const auto finish = [&] {
         writer.Finish(out);
         out.Close();
     };
     try {
-        for (; !block.IsEmpty(); block = reader.Read(blockBytes)) {
-            writer.Write(block, out);
-            done += std::ssize(block.Bytes) / static_cast<qint64>(reader.FrameSize());
-            if (progress) progress(static_cast<qint32>(std::min(done, length) * 100'000 / length));
-            if (killFlag != 0) break;
+        while (!block.IsEmpty()) {
+            done += std::ssize(block.Bytes) / blockBytes;
+            const auto taken = cut.Of(block.Bytes);
+            block.Bytes = {taken.begin(), taken.end()};
+            if (!block.IsEmpty()) writer.Write(block, out);
+            if (progress) progress(static_cast<qint32>(std::min(done, part.Finish) * 100'000 / part.Finish));
+            if (killFlag != 0 || cut.IsComplete()) break;
+            block = reader.Read(pieceBytes);
         }
     } catch (const Failure&) {
         PassOver(finish);
         throw;
     }
     finish();
+    const bool isShort = part.IsCutShort || (!isToEnd && !cut.IsComplete());
+    if (killFlag == 0 && isShort) throw DamagedFile();
 }
 
 }  // namespace
 
 void DecodeApe(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
                const qint32& killFlag, const ApeWorkers& workers) {
-    const auto file = std::make_shared<const InputFile>(ape);
+    const auto named = std::make_shared<const InputFile>(ape);
+    const auto link = ReadApeLink(ape, *named);
+    const auto file = link ? link->Image : named;
     // Made before anything is decoded: who asked for it goes by its being there.
     OutputFile out(wav, OutputFile::Existing::Overwritten);
     if (auto reader = ApeFileReader::Open(file)) {
-        DecodeOurs(*reader, *file, out, progress, killFlag, workers);
+        DecodeOurs(*reader, *file, link, out, progress, killFlag, workers);
     } else {
-        DecodeOthers(file, out, progress, killFlag);
+        DecodeOthers(file, link, out, progress, killFlag);
     }
 }
 
