@@ -32,6 +32,7 @@ protected:
         MakeImage("disc.ape", Sound, WavKind::Signed16, 1000);
     }
     void MakeImage(const QByteArray& name, const TestSound& sound, WavKind kind, int level) {
+        std::filesystem::remove(Folder.Native(name).toStdString());
         CompressFile(Folder.MakeFile("in.wav", WavOf(sound, kind)), Folder.Path(name), level, {}, GoOn);
     }
     static QByteArray Text(const QByteArray& image, const QByteArray& start, const QByteArray& finish) {
