@@ -97,6 +97,7 @@ void MoveUpLeftovers(const QByteArray& usersFolder) {
 
 std::optional<QString> overridden;
 std::optional<ProcessFolder> own;
+pid_t owner = 0;  // a process that was forked off has none yet
 
 }  // namespace
 
@@ -156,7 +157,8 @@ QList<QByteArray> TemporaryPlaces() {
 
 QString TemporaryFolder() {
     if (overridden) return *overridden;
-    if (!own || !own->IsThere()) own = ProcessFolder::Claim(TemporaryPlaces());
+    if (owner != getpid() || !own || !own->IsThere()) own = ProcessFolder::Claim(TemporaryPlaces());
+    owner = getpid();
     return own ? FromNative(own->Native()) : QString();
 }
 
