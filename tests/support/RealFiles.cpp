@@ -6,17 +6,22 @@
 
 namespace Sonmira {
 
+QByteArray RealFilesFolder() {
+    return qEnvironmentVariableIsSet("SONMIRA_CORPUS") ? qgetenv("SONMIRA_CORPUS") : SONMIRA_CORPUS;
+}
+
 std::vector<RealFile> RealFiles() {
     std::vector<RealFile> files;
-    QFile list(QStringLiteral(SONMIRA_CORPUS "/MANIFEST.tsv"));
-    if (!list.open(QIODevice::ReadOnly)) return files;
+    const QByteArray folder = RealFilesFolder();
+    QFile list(QFile::decodeName(folder + "/MANIFEST.tsv"));
+    if (folder.isEmpty() || !list.open(QIODevice::ReadOnly)) return files;
     const QList<QByteArray> header = list.readLine().trimmed().split('\t');
     const auto column = [&](const char* name) { return header.indexOf(QByteArray(name)); };
     while (!list.atEnd()) {
         const QList<QByteArray> fields = list.readLine().split('\t');
         if (fields.size() < header.size() - 1) continue;
-        files.push_back({SONMIRA_CORPUS "/" + fields.value(column("path")),
-                         fields.value(column("rate")).toInt(), fields.value(column("channels")).toInt(),
+        files.push_back({folder + '/' + fields.value(column("path")), fields.value(column("rate")).toInt(),
+                         fields.value(column("channels")).toInt(),
                          fields.value(column("ffmpeg_decodes_cleanly")),
                          fields.value(column("ffmpeg_sample_frames")).trimmed().toLongLong(),
                          fields.value(column("codec"))});

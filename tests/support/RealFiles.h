@@ -20,6 +20,10 @@ struct RealFile {
     QByteArray Codec = {};
 };
 
+// Where they lie: the folder that SONMIRA_CORPUS names in the environment, none where that is empty; else the
+// one that the build was told.
+QByteArray RealFilesFolder();
+
 // All of them; none where the folder is not there.
 std::vector<RealFile> RealFiles();
 

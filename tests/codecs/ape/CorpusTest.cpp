@@ -30,7 +30,7 @@ TEST(RealApe, DecodesToTheSoundThatFfmpegGives) {
 
 // One that the format's first encoder made: encoding its sound again gives the same bytes.
 TEST(RealApe, OfAnotherEncoderComesOutTheSameWhenItsSoundIsEncodedAgain) {
-    const QByteArray file = SONMIRA_CORPUS "/taglib+taglib/mac-399-tagged.ape";
+    const QByteArray file = RealFilesFolder() + "/taglib+taglib/mac-399-tagged.ape";
     if (!NativeExists(file)) GTEST_SKIP() << "the file is not there";
     const TestFolder folder;
     DecompressFile(FromNative(file), folder.Path("back.wav"), {}, GoOn);
