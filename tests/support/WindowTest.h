@@ -7,6 +7,7 @@
 #include "support/ModalAnswer.h"
 #include "support/TestAudio.h"
 #include "support/TestFolder.h"
+#include "support/WindowWaiting.h"
 
 #include <QApplication>
 
