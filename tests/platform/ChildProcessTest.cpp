@@ -1,6 +1,7 @@
 #include "platform/ChildProcess.h"
 #include "platform/Failure.h"
 #include "support/TestFolder.h"
+#include "support/Waiting.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -41,7 +42,7 @@ TEST_F(ProgramBeside, GetsItsInputAndWritesIntoTheFile) {
         std::span<const std::byte> left = BytesOf(text);
         while (!left.empty()) left = left.subspan(program.Send(left, 100ms).value());
         program.CloseInput();
-        const auto ending = program.WaitForEnd(10s);
+        const auto ending = program.WaitForEnd(LongestWait);
         ASSERT_TRUE(ending);
         EXPECT_TRUE(ending->IsGood());
         EXPECT_TRUE(ContentOf(Folder.Native("out")) == text);
@@ -51,7 +52,7 @@ TEST_F(ProgramBeside, GetsItsInputAndWritesIntoTheFile) {
 
 TEST_F(ProgramBeside, TellsItsExitCode) {
     ChildProcess program({"sh", "-c", "exit 7"}, Output);
-    const auto ending = program.WaitForEnd(10s);
+    const auto ending = program.WaitForEnd(LongestWait);
     ASSERT_TRUE(ending);
     EXPECT_EQ(ending->ExitCode, 7);
     EXPECT_EQ(ending->Signal, 0);
@@ -60,7 +61,7 @@ TEST_F(ProgramBeside, TellsItsExitCode) {
 
 TEST_F(ProgramBeside, TellsTheSignalThatEndedIt) {
     ChildProcess program({"sh", "-c", "kill -9 $$"}, Output);
-    const auto ending = program.WaitForEnd(10s);
+    const auto ending = program.WaitForEnd(LongestWait);
     ASSERT_TRUE(ending);
     EXPECT_EQ(ending->Signal, SIGKILL);
     EXPECT_FALSE(ending->IsGood());
@@ -80,18 +81,18 @@ TEST_F(ProgramBeside, ThatIsMissingFailsWithItsName) {
 
 TEST_F(ProgramBeside, ThatReadsNoMoreTakesNothingAndHarmsNobody) {
     ChildProcess program({"true"}, Output);
-    ASSERT_TRUE(program.WaitForEnd(10s));
+    ASSERT_TRUE(program.WaitForEnd(LongestWait));
     const QByteArray text(1000, 'x');
     EXPECT_FALSE(program.Send(BytesOf(text), 100ms));
 }
 
 TEST_F(ProgramBeside, ThatReadsNothingYetTakesWhatThePipeHoldsAndNeverBlocks) {
-    ChildProcess program({"sleep", "100"}, Output);
+    ChildProcess program({"sleep", Sleeper}, Output);
     const QByteArray text(1'000'000, 'x');
     std::size_t taken = 0;
     const auto start = std::chrono::steady_clock::now();
     for (int i = 0; i < 20; ++i) taken += program.Send(BytesOf(text), 10ms).value();
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, FarLessThanTheSleeper);
     EXPECT_GT(taken, 0U);
     EXPECT_LT(taken, 20'000'000U);
     EXPECT_FALSE(program.WaitForEnd(20ms));
@@ -99,15 +100,15 @@ TEST_F(ProgramBeside, ThatReadsNothingYetTakesWhatThePipeHoldsAndNeverBlocks) {
 
 TEST_F(ProgramBeside, EndsWithItsOwner) {
     const auto start = std::chrono::steady_clock::now();
-    { const ChildProcess program({"sh", "-c", "trap '' TERM; exec sleep 100"}, Output); }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+    { const ChildProcess program({"sh", "-c", QByteArray("trap '' TERM; exec sleep ") + Sleeper}, Output); }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, FarLessThanTheSleeper);
     EXPECT_TRUE(HasNoChild());
 }
 
 TEST_F(ProgramBeside, HoldsNoneOfOurOtherFiles) {
     const int other = ::open(Folder.Native("other").constData(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     ChildProcess program({"ls", "-l", "/proc/self/fd"}, Output);
-    ASSERT_TRUE(program.WaitForEnd(10s));
+    ASSERT_TRUE(program.WaitForEnd(LongestWait));
     ::close(other);
     const QByteArray files = ContentOf(Folder.Native("out"));
     EXPECT_TRUE(files.contains(Folder.Native("out")));

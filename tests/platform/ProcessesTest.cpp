@@ -1,4 +1,5 @@
 #include "platform/Processes.h"
+#include "support/Waiting.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -43,8 +44,7 @@ TEST(Processes, AnotherInstanceOfThisProgramIsListedAndAnyOtherProgramIsNot) {
     const pid_t other = waiting(true);
     EXPECT_TRUE(Lists(instance));
     // The other one may not have become its program yet.
-    for (int tries = 0; tries < 200 && Lists(other); ++tries) usleep(10'000);
-    EXPECT_FALSE(Lists(other));
+    EXPECT_TRUE(ComesTrue([&] { return !Lists(other); }));
     EXPECT_FALSE(Lists(1));
     close(hold[1]);
     for (const pid_t child : {instance, other}) waitpid(child, nullptr, 0);

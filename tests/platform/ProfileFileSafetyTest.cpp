@@ -197,6 +197,7 @@ TEST(ProfileFileSafety, AWriteWaitsForTheLockOfTheFolder) {
     ASSERT_EQ(flock(holder, LOCK_EX), 0);
     std::atomic<bool> isWritten = false;
     std::thread writer([&] { isWritten = WriteProfileValue(folder.Path("a.ini"), u"S", u"k", u"1"); });
+    // Time for a write that does not wait. On a slow machine it may come too late to be noticed, no more.
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_FALSE(NativeExists(folder.Native("a.ini")));
     flock(holder, LOCK_UN);

@@ -2,6 +2,7 @@
 #include "platform/NativePath.h"
 #include "platform/widgets/QtDialogs.h"
 #include "support/TestFolder.h"
+#include "support/WindowWaiting.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -81,7 +82,7 @@ TEST_F(QtDialogs, AMessageBelongsToTheActiveWindow) {
     QWidget window;
     window.show();
     window.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    ASSERT_TRUE(BecomesActive(window));
     QWidget* owner = nullptr;
     const WhenShown<QMessageBox> answer([&](QMessageBox& box) {
         owner = box.parentWidget();
