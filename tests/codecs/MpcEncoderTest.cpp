@@ -2,7 +2,9 @@
 #include "codecs/MpcDecoder.h"
 #include "codecs/MpcEncoder.h"
 #include "platform/Failure.h"
+#include "support/Timing.h"
 #include "support/Tool.h"
+#include "support/Waiting.h"
 
 #include <gtest/gtest.h>
 #include <sched.h>
@@ -24,8 +26,11 @@ bool HasNoChild() {
     return ::waitpid(-1, nullptr, WNOHANG) == -1 && errno == ECHILD;
 }
 
+constexpr int LongWavSeconds = 90;
+
 QString LongWav(const TestFolder& folder) {
-    return folder.MakeFile("long.wav", WavOf(MakeNoise(44100, 2, 90LL * 44100), WavKind::Signed16));
+    return folder.MakeFile("long.wav",
+                           WavOf(MakeNoise(44100, 2, LongWavSeconds * 44100LL), WavKind::Signed16));
 }
 
 // Puts a program of our own in the encoder's place.
@@ -136,20 +141,22 @@ TEST_F(MpcEncoderTest, StopsAtOnceAndLeavesWhatWasWritten) {
     const QString path = LongWav(folder);
     MpcEncoder encoder;
     int calls = 0;
+    int callsAfterTheStop = 0;
     encoder.Progress = [&](qint32 total, qint32 done) {
         EXPECT_LE(done, total);
         ++calls;
-        if (done > total / 4) encoder.StopCodec();
+        if (done <= total / 4) return;
+        encoder.StopCodec();
+        ++callsAfterTheStop;
     };
-    const auto start = std::chrono::steady_clock::now();
     encoder.EncodeFromWav(path, Anew(folder.Path("out.mpc")));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
     EXPECT_GT(calls, 10);
+    EXPECT_EQ(callsAfterTheStop, 1) << "the one that asked for it";
     EXPECT_TRUE(NativeExists(folder.Native("out.mpc")));
     EXPECT_TRUE(HasNoChild());
 }
 
-TEST_F(MpcEncoderTest, CallsProgressManyTimesASecond) {
+TEST_F(MpcEncoderTest, CallsProgressManyTimesASecondOrWithEachSecondOfSound) {
     const TestFolder folder;
     const QString path = LongWav(folder);
     MpcEncoder encoder;
@@ -158,7 +165,10 @@ TEST_F(MpcEncoderTest, CallsProgressManyTimesASecond) {
     const auto start = std::chrono::steady_clock::now();
     encoder.EncodeFromWav(path, Anew(folder.Path("out.mpc")));
     const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-    EXPECT_GT(calls, time.count() * 8);
+    EXPECT_GT(calls, LongWavSeconds / 2);
+    if (LooksAtMilliseconds()) {
+        EXPECT_GT(calls, time.count() * 8);
+    }
 }
 
 TEST_F(MpcEncoderTest, WithoutTheProgramFailsAndLeavesTheFileOfAnEarlierRunAlone) {
@@ -199,7 +209,7 @@ TEST_F(MpcEncoderTest, WhoseProgramFailsOrWritesOnlyAPartFails) {
 TEST_F(MpcEncoderTest, WhoseProgramHangsCanBeStopped) {
     const TestFolder folder;
     const QString path = LongWav(folder);
-    PutInPlaceOfTheEncoder(folder, "exec sleep 1000");
+    PutInPlaceOfTheEncoder(folder, QByteArray("exec sleep ") + Sleeper);
     MpcEncoder encoder;
     int calls = 0;
     encoder.Progress = [&](qint32, qint32) {
@@ -207,7 +217,7 @@ TEST_F(MpcEncoderTest, WhoseProgramHangsCanBeStopped) {
     };
     const auto start = std::chrono::steady_clock::now();
     encoder.EncodeFromWav(path, Anew(folder.Path("out.mpc")));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, FarLessThanTheSleeper);
     EXPECT_TRUE(HasNoChild());
 }
 

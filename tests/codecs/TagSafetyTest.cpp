@@ -4,6 +4,7 @@
 #include "platform/Failure.h"
 #include "support/RealFiles.h"
 #include "support/Sanitized.h"
+#include "support/Timing.h"
 #include "support/Unprivileged.h"
 
 #include <QtEndian>
@@ -13,7 +14,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <chrono>
 #include <csignal>
 #include <filesystem>
 #include <set>
@@ -24,6 +24,9 @@ namespace {
 using namespace Qt::StringLiterals;
 
 using Lines = std::set<std::string>;
+
+// Of the processor, for what takes some seconds.
+constexpr auto MostTime = std::chrono::minutes(2);
 
 // All tags and pictures that another program finds, without those of the title, which formats keep in several
 // places. Keys know no case.
@@ -327,7 +330,7 @@ TEST_F(TagSafety, AFlacWhoseFirstBlockLiesAboutItsSizeIsTaggedReadablyOrLeft) {
 }
 
 TEST_F(TagSafety, DamageAnywhereInATagNeverHurtsMoreThanTheTag) {
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = CpuClock::now();
     for (const char* name : Names) {
         const QString path = Make(name);
         ASSERT_TRUE(SaveTitle(path, u"Title"_s)) << name;
@@ -349,7 +352,7 @@ TEST_F(TagSafety, DamageAnywhereInATagNeverHurtsMoreThanTheTag) {
             ExpectAllOrNothing(name);
         }
     }
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+    EXPECT_LT(CpuClock::now() - start, MostTime);
 }
 
 TEST_F(TagSafety, ThousandsOfFramesAndCommentsAreReadAndKept) {
@@ -364,10 +367,10 @@ TEST_F(TagSafety, ThousandsOfFramesAndCommentsAreReadAndKept) {
     for (int n = 3; n >= 0; --n) head += static_cast<char>(frames.size() >> (7 * n) & 0x7F);
     Make("a.mp3", {"-map_metadata", "-1", "-write_id3v2", "0", "-id3v2_version", "0"});
     const QString path = Folder.MakeFile("b.mp3", head + frames + ContentOf(Folder.Native("a.mp3")));
-    const auto start = std::chrono::steady_clock::now();
+    const auto start = CpuClock::now();
     EXPECT_TRUE(SaveTitle(path, u"Title"_s));
     EXPECT_EQ(TitleOf(path), u"Title"_s);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
+    EXPECT_LT(CpuClock::now() - start, MostTime);
     const QByteArray after = ContentOf(Folder.Native("b.mp3"));
     EXPECT_TRUE(after.contains("name0")) << "the first";
     EXPECT_TRUE(after.contains("name" + QByteArray::number(Count - 1))) << "and the last";

@@ -3,6 +3,7 @@
 #include "codecs/ape/Decode.h"
 #include "codecs/ape/Encode.h"
 #include "support/TestFolder.h"
+#include "support/Timing.h"
 
 #include <gtest/gtest.h>
 
@@ -14,13 +15,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Twenty seconds of sound.
+// A little less than four groups of frames.
 QString MakeSource(const TestFolder& folder) {
-    return folder.MakeFile("in.wav", WavOf(MakeApeSignal("walk", 2, 900'000), WavKind::Signed16));
+    return folder.MakeFile("in.wav", WavOf(MakeApeSignal("walk", 2, 1'150'000), WavKind::Signed16));
 }
 
-// The portable kernels take long enough for a stop to come in between.
-const ApeWorkers Slow{2, AvailableApeKernels().front()};
+// With one worker only one group waits beside the one at work: half of the sound at most is done where none
+// was taken back yet.
+const ApeWorkers Slow{1, AvailableApeKernels().front()};
+
+// The progress is told once in a while only. Who takes as long as that to hear it is told of every step,
+// however fast the machine is.
+constexpr std::chrono::milliseconds SlowListener{30};
 
 TEST(ApeProgress, RisesFromNothingToAHundredPercentOnTheCallingThread) {
     const TestFolder folder;
@@ -31,13 +37,16 @@ TEST(ApeProgress, RisesFromNothingToAHundredPercentOnTheCallingThread) {
     const ApeProgressCallback progress = [&](qint32 value) {
         EXPECT_EQ(std::this_thread::get_id(), caller);
         told.push_back(value);
+        std::this_thread::sleep_for(SlowListener);
     };
     const auto expectRise = [&] {
         ASSERT_GE(told.size(), 5U);
         EXPECT_EQ(told.front(), 0);
         EXPECT_EQ(told.back(), 100'000);
         EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
-        EXPECT_GT(told[told.size() / 2], 0);
+        EXPECT_GE(std::count_if(told.begin(), told.end(),
+                                [](qint32 value) { return value > 0 && value < 100'000; }),
+                  2);
         told.clear();
     };
     EncodeApe(wav, folder.Path("out.ape"), 3000, progress, killFlag, Slow);
@@ -46,7 +55,7 @@ TEST(ApeProgress, RisesFromNothingToAHundredPercentOnTheCallingThread) {
     expectRise();
 }
 
-TEST(ApeStop, IsHeardWithinATenthOfASecondAndLeavesThePartialFile) {
+TEST(ApeStop, IsHeardAtOnceAndLeavesThePartialFile) {
     const TestFolder folder;
     const QString wav = MakeSource(folder);
     CompressFile(wav, folder.Path("whole.ape"), 3000, {}, 0);
@@ -55,20 +64,32 @@ TEST(ApeStop, IsHeardWithinATenthOfASecondAndLeavesThePartialFile) {
     Clock::time_point stopped;
     const ApeProgressCallback progress = [&](qint32 value) {
         EXPECT_LT(value, 100'000);
-        if (++calls < 4) return;
-        EXPECT_EQ(calls, 4);
+        if (++calls < 4) {
+            std::this_thread::sleep_for(SlowListener);
+            return;
+        }
+        EXPECT_EQ(calls, 4) << "told of nothing more";
         killFlag = 1;
         stopped = Clock::now();
     };
+    const auto expectStopped = [&] {
+        EXPECT_EQ(calls, 4);
+        if (LooksAtMilliseconds()) {
+            EXPECT_LT(Clock::now() - stopped, std::chrono::milliseconds(100));
+        }
+        calls = 0;
+        killFlag = 0;
+    };
     EncodeApe(wav, folder.Path("out.ape"), 3000, progress, killFlag, Slow);
-    EXPECT_LT(Clock::now() - stopped, std::chrono::milliseconds(100));
+    expectStopped();
     EXPECT_TRUE(NativeExists(folder.Native("out.ape")));
-    calls = 0;
-    killFlag = 0;
+    EXPECT_LT(ContentOf(folder.Native("out.ape")).size(),
+              ContentOf(folder.Native("whole.ape")).size() * 6 / 10);
     DecodeApe(folder.Path("whole.ape"), folder.Path("back.wav"), progress, killFlag, Slow);
-    EXPECT_LT(Clock::now() - stopped, std::chrono::milliseconds(100));
+    expectStopped();
     EXPECT_TRUE(NativeExists(folder.Native("back.wav")));
-    EXPECT_LT(ContentOf(folder.Native("back.wav")).size(), ContentOf(folder.Native("in.wav")).size());
+    EXPECT_LT(ContentOf(folder.Native("back.wav")).size(),
+              ContentOf(folder.Native("in.wav")).size() * 6 / 10);
 }
 
 TEST(ApeStop, ThatWasThereBeforeStopsAtOnce) {
