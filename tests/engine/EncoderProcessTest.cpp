@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 
@@ -53,9 +52,7 @@ protected:
 
     // As nobody reads the encoder's result, a failed one looks like one that worked.
     void ExpectConverted() {
-        const auto start = std::chrono::steady_clock::now();
         Convert(FormatName::Mpc);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
         ASSERT_EQ(Host.Rows.size(), 1U);
         EXPECT_EQ(Row().Icon, ConvertedIcon);
         EXPECT_TRUE(Host.ControlsEnabled);
@@ -88,19 +85,16 @@ TEST_F(EncoderProcess, ThatIsKilledFromOutsideEndsTheFileAtOnce) {
 }
 
 TEST_F(EncoderProcess, ThatHangsIsEndedByAStop) {
-    std::chrono::steady_clock::time_point clicked;
     int yields = 0;
     InTheMiddle([&] {
         for (const pid_t child : Children()) kill(child, SIGSTOP);
         Later = [&] {
-            if (++yields != 5) return;
-            clicked = std::chrono::steady_clock::now();
-            CancelByMenu(Run, Items, Codecs.Parts());
+            if (++yields == 5) CancelByMenu(Run, Items, Codecs.Parts());
         };
     });
     ExpectConverted();
     EXPECT_GE(yields, 5) << "a program that takes nothing keeps the window alive all the same";
-    EXPECT_LT(std::chrono::steady_clock::now() - clicked, std::chrono::seconds(2));
+    EXPECT_LT(yields, 10) << "heard at once";
 }
 
 // Files of this process and its children end at this size, as on a disk that is full.

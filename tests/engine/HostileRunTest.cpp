@@ -1,10 +1,10 @@
 #include "MadeSources.h"
 #include "RealEngine.h"
 #include "support/Sanitized.h"
+#include "support/Timing.h"
 
 #include <sys/resource.h>
 
-#include <chrono>
 #include <filesystem>
 #include <random>
 
@@ -13,7 +13,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr auto MostTime = std::chrono::seconds(10);
+constexpr auto MostTime = std::chrono::seconds(60);  // of the processor
 constexpr long MostKilobytes = 300L * 1024;
 
 // Whatever a file holds, its run ends soon, in a row that says how, and leaves the window to the user.
@@ -38,9 +38,9 @@ protected:
 
     void ConvertOne(const QByteArray& content, QStringView format) {
         Folder.MakeFile("song." + Ending, content);
-        const auto start = std::chrono::steady_clock::now();
+        const auto start = CpuClock::now();
         Convert(format);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, MostTime);
+        EXPECT_LT(CpuClock::now() - start, MostTime);
         ASSERT_EQ(Host.Rows.size(), 1U);
         EXPECT_TRUE(Host.ControlsEnabled);
         EXPECT_FALSE(Run.Busy);
