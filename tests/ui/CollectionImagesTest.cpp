@@ -193,17 +193,17 @@ struct PaintedRegion : QObject {
 };
 
 TEST_F(EmptyHint, IsPaintedOverWhereItStoodWhenANodeCameIn) {
-    QTest::qWait(20);
+    Settle();
     PaintedRegion painted;
     Tree().viewport()->installEventFilter(&painted);
     const QPoint middle = Tree().viewport()->rect().center();
-    QTest::qWait(20);
+    Settle();
     ASSERT_FALSE(painted.Region.contains(middle)) << "nothing happens yet";
     Drop({"a.wav"});
     EXPECT_TRUE(painted.Region.contains(middle));
     painted.Region = {};
     StartAnew();
-    QTest::qWait(20);
+    Settle();
     EXPECT_TRUE(painted.Region.contains(middle));
 }
 

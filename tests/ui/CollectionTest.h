@@ -2,7 +2,6 @@
 
 #include "MainWindowTest.h"
 
-#include <QElapsedTimer>
 #include <QMenu>
 #include <QTimer>
 
@@ -41,7 +40,7 @@ protected:
         if (!enter.isAccepted()) return false;
         QDropEvent drop(Place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(Tree().viewport(), &drop);
-        QTest::qWait(20);
+        Settle();
         return drop.isAccepted();
     }
     bool Drop(const QList<QByteArray>& names) {
@@ -52,6 +51,8 @@ protected:
         data.setUrls(urls);
         return Drop(data);
     }
+
+    static constexpr int Moment = 25;  // milliseconds
 
     // Adds a folder and calls `act` at every turn of the event loop while it is scanned.
     void AddWhile(const QString& folder, const std::function<void()>& act) {

@@ -205,7 +205,7 @@ TEST_F(LanguageChange, TheToolbarAndTheMenusFitAtTheLeastSizeInEveryLanguage) {
     Open().resize(613, 560);
     for (int index = 0; index < 7; ++index) {
         Choose(index);
-        QTest::qWait(200);  // until the layout has settled on a busy machine
+        Settle();
         const std::string language = LanguageLines[93].toStdString();
         for (const QLabel* label : {Panel().Label5, Panel().Label6, Panel().Label7, Form().Label1,
                                     Form().Label2, Form().Label28, Form().Label32, Form().Label27}) {

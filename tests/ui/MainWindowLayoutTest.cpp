@@ -354,7 +354,7 @@ TEST_F(MainWindowLayouts, InARightToLeftLayoutEverythingIsMirrored) {
     Window->setLayoutDirection(Qt::RightToLeft);
     for (const int width : {700, 900}) {
         Resize({width, 640});
-        QTest::qWait(20);
+        Settle();
     }
     for (qsizetype n = 0; n < all.size(); ++n) {
         EXPECT_NEAR(rightOf(all[n]), before[n], 1) << qPrintable(all[n]->objectName());
@@ -369,16 +369,16 @@ TEST_F(MainWindowLayouts, TheLeastSizeGrowsWithTheLettersAsFarAsTheScreenGoes) {
     QFont font = usual;
     font.setPointSizeF(usual.pointSizeF() * 1.25);
     QApplication::setFont(font);
-    QTest::qWait(50);
+    Settle();
     EXPECT_GT(Window->minimumWidth(), before.width());
     font.setPointSizeF(usual.pointSizeF() * 4);
     QApplication::setFont(font);
-    QTest::qWait(50);
+    Settle();
     const QSize screen = Window->screen()->availableSize();
     EXPECT_LE(Window->minimumWidth(), qMax(screen.width(), before.width()));
     EXPECT_LE(Window->minimumHeight(), qMax(screen.height(), before.height()));
     QApplication::setFont(usual);
-    QTest::qWait(50);
+    Settle();
     EXPECT_EQ(Window->minimumSize(), before);
     EXPECT_EQ(Form().Splitter1->MaxSize(), 6500);
     EXPECT_EQ(Form().Splitter1->MinSize1(), 2000);
@@ -391,9 +391,9 @@ TEST_F(MainWindowLayouts, LargerLettersHaveTheirRoom) {
         QFont font = usual;
         font.setPointSizeF(usual.pointSizeF() * factor);
         QApplication::setFont(font);
-        QTest::qWait(50);
+        Settle();
         Resize({2400, 1400});
-        QTest::qWait(50);
+        Settle();
         for (const QLabel* label :
              {Form().Label1, Form().Label2, Form().Label28, Form().Label27, Form().Label32, Form().Label31,
               Panel().Label5, Panel().Label6, Panel().Label7, Panel().Label11}) {

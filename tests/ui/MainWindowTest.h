@@ -64,12 +64,16 @@ protected:
         return texts;
     }
 
-    // Acts once, as soon as the first row has reached `percent`.
+    // Acts once, as soon as the first row has reached `percent`. Until then each change of a row takes so
+    // long to paint that no machine is through with a run before it was looked at.
     void WhenReached(int percent, std::function<void()> act) {
         auto* poll = new QTimer(Window.get());
-        QObject::connect(poll, &QTimer::timeout, poll, [this, poll, percent, act] {
+        const auto slow =
+            QObject::connect(&Rows(), &QAbstractItemModel::dataChanged, poll, [] { QTest::qSleep(30); });
+        QObject::connect(poll, &QTimer::timeout, poll, [this, poll, slow, percent, act] {
             if (Rows().RowCount() < 1 || Progress(1).chopped(2).toInt() < percent) return;
             poll->stop();
+            QObject::disconnect(slow);
             act();
         });
         poll->start(5);

@@ -122,7 +122,7 @@ private:
     int In(const QString& name, const std::function<void(Options&)>& act) {
         const ModalAnswer answer(name, [&](QWidget& window) {
             window.activateWindow();
-            EXPECT_TRUE(QTest::qWaitFor([&] { return window.isActiveWindow(); }));
+            EXPECT_TRUE(BecomesActive(window));
             act(static_cast<Options&>(window));
             if (window.isVisible()) window.close();
         });

@@ -1,4 +1,5 @@
 #include "MainWindowTest.h"
+#include "support/Timing.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -17,18 +18,25 @@ protected:
     }
 };
 
-TEST_F(Stop, AtATenthOfALongFileFreesTheControlsWithinAQuarterSecond) {
+TEST_F(Stop, AtATenthOfALongFileFreesTheControlsAtOnce) {
     MakeLongWav("Music/a.wav", 20);
     MakeLongWav("Music/b.wav", 20);
     AddFolderByCommand(Folder.Path("Music"));
     QElapsedTimer sinceClick;
+    int farthest = 0;  // percent, after the click
+    QObject::connect(&Rows(), &QAbstractItemModel::dataChanged, Window.get(), [&] {
+        if (sinceClick.isValid()) farthest = std::max(farthest, Progress(1).chopped(2).toInt());
+    });
     WhenReached(10, [&] {
         sinceClick.start();
         ClickToolbar(6);
     });
     ClickToolbar(5);
     ASSERT_TRUE(sinceClick.isValid());
-    EXPECT_LT(sinceClick.elapsed(), 250);
+    EXPECT_LT(farthest, 60) << "the file goes on to its end where nobody hears";
+    if (LooksAtMilliseconds()) {
+        EXPECT_LT(sinceClick.elapsed(), 250);
+    }
     ASSERT_EQ(Rows().RowCount(), 1);
     EXPECT_EQ(IconOf(1), u"error"_s);
     EXPECT_EQ(Progress(1), LanguageLines[96]);
@@ -49,9 +57,11 @@ TEST_F(Stop, SkippingAFileGoesOnWithTheNext) {
     EXPECT_EQ(IconOf(2), u"converted"_s);
 }
 
-TEST_F(Stop, TheInterfaceAnswersAtLeastTenTimesASecondDuringARun) {
+TEST_F(Stop, TheInterfaceAnswersAllThroughARun) {
     MakeLongWav("Music/a.wav", 5);
     AddFolderByCommand(Folder.Path("Music"));
+    // A screen that paints so slowly that no machine is through with many percents before the next answer.
+    QObject::connect(&Rows(), &QAbstractItemModel::dataChanged, Window.get(), [] { QTest::qSleep(3); });
     for (const QString& format : {u"Mp3"_s, u"Ogg"_s, u"Wav"_s}) {
         Panel().ComboOutFormat->SelectText(format);
         QTimer tick;
@@ -59,18 +69,27 @@ TEST_F(Stop, TheInterfaceAnswersAtLeastTenTimesASecondDuringARun) {
         QElapsedTimer whole;
         int ticks = 0;
         qint64 longest = 0;
+        int percent = 0;
+        int most = 0;  // percents between two answers
         QObject::connect(&tick, &QTimer::timeout, &tick, [&] {
             if (ticks++ > 0) longest = std::max(longest, since.elapsed());
             since.start();
+            if (!Window->State().Busy) return;
+            const int before = std::exchange(percent, Progress(1).chopped(2).toInt());
+            most = std::max(most, percent - before);
         });
-        tick.start(10);
+        tick.start(0);
         whole.start();
         ClickToolbar(5);
         const double seconds = static_cast<double>(whole.elapsed()) / 1000;
         tick.stop();
         EXPECT_EQ(IconOf(1), u"converted"_s);
-        EXPECT_GT(ticks, 10 * seconds) << qPrintable(format);
-        EXPECT_LT(longest, 500) << qPrintable(format);
+        EXPECT_GT(percent, 60) << qPrintable(format);
+        EXPECT_LT(most, 10) << qPrintable(format);
+        if (LooksAtMilliseconds()) {
+            EXPECT_GT(ticks, 10 * seconds) << qPrintable(format);
+            EXPECT_LT(longest, 500) << qPrintable(format);
+        }
         RecordProperty(format.toStdString() + " longest gap ms", std::to_string(longest));
     }
 }
@@ -99,6 +118,8 @@ TEST_F(Stop, ClosingBeforeAnyFileWasAcceptedEndsTheRun) {
     for (int n = 0; n < 300; ++n)
         Folder.MakeFile("Music/bad" + QByteArray::number(n) + ".mp3", QByteArray(9000, 'x'));
     AddFolderByCommand(Folder.Path("Music"));
+    // The event loop runs between two files only where it has not run for a moment.
+    QObject::connect(&Rows(), &QAbstractItemModel::dataChanged, Window.get(), [] { QTest::qSleep(20); });
     QTimer close;
     close.setSingleShot(true);
     QObject::connect(&close, &QTimer::timeout, Window.get(), [this] { CloseWindow(); });

@@ -52,15 +52,18 @@ protected:
     }
     TagFields& Fields() { return *Editor->Fields; }
     MusicExplorer& Explorer() { return *Editor->Explorer1; }
-    // The names of the files that the browser shows, as soon as there are that many.
-    QStringList ShownFiles(int count) {
+    // The names of the files that the browser shows. It finds and sorts them on a thread of its own.
+    QStringList ShownFiles() {
         QStringList names;
         QListView& list = *Explorer().Files;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return list.model()->rowCount(list.rootIndex()) == count; }));
         for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
             names.append(list.model()->index(row, 0, list.rootIndex()).data().toString());
         }
         return names;
+    }
+    void WaitForFiles(const QStringList& names) {
+        Becomes([&] { return ShownFiles() == names; });
+        ASSERT_EQ(ShownFiles(), names);
     }
     QModelIndex File(int row) {
         return Explorer().Files->model()->index(row, 0, Explorer().Files->rootIndex());
@@ -77,7 +80,7 @@ TEST_F(TagEditor, ShowsTheMusicOfAFolderAndLoadsTheFileThatIsClicked) {
     Explorer().ShowFolder(Folder.Path("Music"));
     EXPECT_EQ(Explorer().Folder(), Folder.Path("Music"));
     EXPECT_TRUE(Explorer().CurrentFolder->text().endsWith(u"Music"_s));
-    EXPECT_EQ(ShownFiles(2), (QStringList{u"a.ogg"_s, u"b.mp3"_s}));
+    WaitForFiles({u"a.ogg"_s, u"b.mp3"_s});
     EXPECT_FALSE(Editor->Command1->isEnabled());
     QTest::mouseClick(Explorer().Files->viewport(), Qt::LeftButton, {},
                       Explorer().Files->visualRect(File(0)).center());
@@ -96,7 +99,7 @@ TEST_F(TagEditor, IsBrowsedByKeysAlone) {
     Folder.MakeFolder("Music/Below");
     Make("Below/c.mp3", "title=Of C");
     Explorer().ShowFolder(Folder.Path("Music"));
-    ShownFiles(2);
+    WaitForFiles({u"a.ogg"_s, u"b.mp3"_s});
     Explorer().Files->setFocus();
     QTest::keyClick(Explorer().Files, Qt::Key_Home);
     QTest::keyClick(Explorer().Files, Qt::Key_Down);
@@ -105,10 +108,10 @@ TEST_F(TagEditor, IsBrowsedByKeysAlone) {
     // Into the folder below and back.
     QTreeView& folders = *Explorer().Folders;
     folders.setFocus();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return folders.model()->rowCount(folders.currentIndex()) == 1; }));
+    EXPECT_TRUE(Becomes([&] { return folders.model()->rowCount(folders.currentIndex()) == 1; }));
     QTest::keyClick(&folders, Qt::Key_Down);
     EXPECT_EQ(Explorer().Folder(), Folder.Path("Music/Below"));
-    EXPECT_EQ(ShownFiles(1), QStringList{u"c.mp3"_s});
+    WaitForFiles({u"c.mp3"_s});
     QTest::keyClick(&folders, Qt::Key_Up);
     EXPECT_EQ(Explorer().Folder(), Folder.Path("Music"));
 }

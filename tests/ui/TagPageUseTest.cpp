@@ -270,10 +270,10 @@ TEST_F(TagPageUse, TheMemoryHasGoneWhenAButtonOfTheMainToolbarOpensItsWindow) {
 
 TEST_F(TagPageUse, TheMemoryStaysOnThePageThatBecomesSmaller) {
     Window->resize(1600, 900);
-    QTest::qWait(50);
+    Settle();
     Press(3);
     Window->resize(Window->minimumSize());
-    QTest::qWait(50);
+    Settle();
     EXPECT_TRUE(Page().Picture2->rect().contains(Page().Picture4->geometry()));
 }
 
