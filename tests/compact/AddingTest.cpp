@@ -69,7 +69,7 @@ TEST_F(Adding, AnAddressOnTheNetIsPassedOver) {
     QMimeData data;
     data.setUrls({QUrl(u"https://example.org/z.wav"_s)});
     EXPECT_TRUE(Drop(data));
-    QTest::qWait(20);
+    Settle();
     EXPECT_EQ(Rows().Count(), 0);
     EXPECT_TRUE(Form().addfile->isEnabled());
 }
@@ -94,7 +94,7 @@ TEST_F(Adding, TheAddCommandsAreOffForTheTimeOfADropAndOnAgainAfterIt) {
     Drop(data);
     EXPECT_FALSE(Form().addfile->isEnabled()) << "from the drop on";
     EXPECT_FALSE(Form().Image1->isEnabled());
-    QTest::qWait(20);
+    Settle();
     EXPECT_EQ(seen, std::vector<bool>({false, false}));
     EXPECT_TRUE(Form().addfile->isEnabled());
     EXPECT_TRUE(Form().Image1->isEnabled());

@@ -104,7 +104,7 @@ protected:
         }
         data.setUrls(urls);
         const bool taken = Drop(data);
-        QTest::qWait(20);
+        Settle();
         return taken;
     }
     void AddFiles(const QList<QByteArray>& names) {
@@ -146,12 +146,16 @@ protected:
     void PressDelete() { QTest::keyClick(&List(), Qt::Key_Delete); }
     void Click(QAbstractButton* button) { QTest::mouseClick(button, Qt::LeftButton); }
 
-    // Acts once, as soon as `reached` holds.
-    void When(const std::function<bool()>& reached, const std::function<void()>& act) {
+    // Acts once, as soon as `reached` holds. Until then each change of a row takes so many milliseconds to
+    // paint that no machine is through with a run before it was looked at.
+    void When(const std::function<bool()>& reached, const std::function<void()>& act, int paints = 30) {
         auto* poll = new QTimer(Window.get());
-        QObject::connect(poll, &QTimer::timeout, poll, [poll, reached, act] {
+        const auto slow = QObject::connect(&Rows(), &AudiotoolRows::StateChanged, poll,
+                                           [paints] { QTest::qSleep(paints); });
+        QObject::connect(poll, &QTimer::timeout, poll, [poll, slow, reached, act] {
             if (!reached()) return;
             poll->stop();
+            QObject::disconnect(slow);
             act();
         });
         poll->start(5);

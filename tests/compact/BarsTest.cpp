@@ -73,7 +73,7 @@ TEST_F(Bars, FollowVerticalScrollingAndHideAbove) {
 TEST_F(Bars, FollowHorizontalScrolling) {
     AddTracks(3);
     List().horizontalHeader()->resizeSection(AudiotoolRows::NameColumn, 2000);
-    QTest::qWait(50);
+    Settle();
     EXPECT_EQ(List().horizontalHeader()->sectionSize(AudiotoolRows::NameColumn), 2000)
         << "as the user left it";
     const int before = Bar(0).x();
@@ -146,12 +146,12 @@ TEST_F(Bars, FollowRowsThatGrowWithTheirLetters) {
     QFont large = usual;
     large.setPointSizeF(usual.pointSizeF() * 2);
     Window->setFont(large);
-    QTest::qWait(50);
+    Settle();
     EXPECT_GT(CellOf(1).height(), before);
     EXPECT_GE(CellOf(1).height(), List().fontMetrics().height());
     ExpectAllInPlace();
     Window->setFont(usual);
-    QTest::qWait(50);
+    Settle();
     EXPECT_EQ(CellOf(1).height(), before);
     ExpectAllInPlace();
 }

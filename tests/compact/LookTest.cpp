@@ -17,7 +17,7 @@ protected:
 
     // A picture of the window goes into the folder that the environment names, for the eyes of people.
     void Picture(const QString& name) {
-        QTest::qWait(50);
+        Settle();
         const QString folder = qEnvironmentVariable("SONMIRA_PICTURES");
         const QString scale = QString::number(qRound(Window->devicePixelRatioF() * 100));
         if (!folder.isEmpty()) Window->grab().save(folder + u"/compact-"_s + name + u'-' + scale + u".png"_s);
@@ -42,9 +42,9 @@ TEST_F(AudiotoolLook, NoTextIsCutInAnyLanguageAtTheLeastSize) {
     Open();
     for (int language = 0; language <= Window->LanguageItems().HighestIndex(); ++language) {
         Window->LanguageItems().Item(language)->trigger();
-        QTest::qWait(10);
+        Settle();
         Window->resize(Window->minimumSizeHint());
-        QTest::qWait(10);
+        Settle();
         EXPECT_EQ(Clipped(), QStringList()) << language;
         EXPECT_LE(Window->minimumSizeHint().width(), 640) << language;
         EXPECT_LE(Window->minimumSizeHint().height(), 560) << language;
@@ -99,7 +99,7 @@ TEST_F(AudiotoolLook, ALongNameIsCutInTheMiddleAndSaidWholeByItsTip) {
     MakeWav(name);
     AddFiles({name});
     Click(Form().CmdConvert);
-    QTest::qWait(20);
+    Settle();
     EXPECT_EQ(Form().LabelCurrentFile->toolTip(), Form().LabelCurrentFile->text());
     EXPECT_LT(Window->minimumSizeHint().width(), 700);
 }
@@ -129,7 +129,8 @@ TEST_F(AudiotoolLook, PicturesForPeople) {
             Select(4);
             Picture(u"running"_s);
             Form().cmdCancel->click();
-        });
+        },
+        1);
     Click(Form().CmdConvert);
     Select(3);
     Picture(u"stopped"_s);

@@ -201,7 +201,7 @@ TEST_F(AudiotoolStart, AWindowThatIsClosedWhileADropIsAddedEndsAtTheNextFile) {
         if (Rows().Count() == 3) CloseWindow();
     });
     Drop(data);
-    QTest::qWait(50);
+    Settle();
     EXPECT_EQ(Rows().Count(), 3);
 }
 
@@ -229,7 +229,7 @@ TEST_F(AudiotoolStart, AWindowThatIsClosedWhileRowsAreDeletedEndsAtTheNextRow) {
     QObject::connect(&Rows(), &QAbstractItemModel::rowsRemoved, Window.get(), [] { QTest::qSleep(20); });
     When([this] { return Rows().Count() < Count; }, [this] { EXPECT_TRUE(CloseWindow()); });
     PressDelete();
-    QTest::qWait(50);
+    Settle();
     EXPECT_FALSE(Window->isVisible());
     EXPECT_GT(Rows().Count(), 0);
     EXPECT_LT(Rows().Count(), Count);
