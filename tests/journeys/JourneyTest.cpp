@@ -17,6 +17,15 @@ using namespace Qt::StringLiterals;
 
 constexpr const char* Programs = SONMIRA_PROGRAMS;
 
+// Each begins as on the first day: without settings.
+class Journey : public ::testing::Test {
+protected:
+    Journey() { qputenv("XDG_CONFIG_HOME", Settings.Native()); }
+
+private:
+    TestFolder Settings;
+};
+
 // Runs a command on a display of its own.
 ToolResult OnDisplay(QList<QByteArray> command) {
     command.prepend(SONMIRA_WITH_DISPLAY);
@@ -34,7 +43,7 @@ qint64 FramesOf(const TestFolder& folder, const QByteArray& mp3) {
     return (ContentOf(wav).size() - 44) / 4;
 }
 
-TEST(Journey, TheTourEndsWithConvertedFilesOfTheRightLength) {
+TEST_F(Journey, TheTourEndsWithConvertedFilesOfTheRightLength) {
     const TestFolder folder;
     const ToolResult tour = OnDisplay({Program("sonmira_tour"), folder.Native("tour")});
     ASSERT_EQ(tour.ExitCode, 0) << tour.Output.constData() << tour.Errors.constData();
@@ -57,28 +66,27 @@ QByteArray SettingsContent() {
     return ContentOf(ToNative(SettingsFile)).replace("\r\n", "\n");
 }
 
-// Starts the program on a display of its own and plays `script`, in which $program is its process; waits for
-// its end, and ends it after a while in any case. `wait_for NAME` prints the id of the window of that title.
+// Starts the program on a display of its own and plays `script`, in which $program is its process, by the
+// commands of `hands`; waits for its end.
 ToolResult Play(const QByteArray& script, const QByteArray& program = Program("sonmira")) {
-    const QByteArray frame =
-        "wait_for() { timeout 60 xdotool search --sync --onlyvisible --name \"$1\" | tail -1; }; "
-        // A window that is just coming up may not be the active one at the first try.
-        "press() { for n in 1 2 3 4 5 6; do timeout 5 xdotool windowactivate --sync \"$1\" && "
-        "[ \"$(xdotool getactivewindow)\" = \"$1\" ] && break; sleep 0.3; done; "
-        "sleep 0.3; xdotool key \"$2\"; }; "
-        "\"$0\" & program=$!; " +
-        script + "; (sleep 20; kill -9 $program 2>/dev/null) & wait $program";
+    const QByteArray frame = ". '" SONMIRA_HANDS "'; \"$0\" & program=$!; " + script + "; wait $program";
     return OnDisplay({"bash", "-c", frame, program});
 }
 
-TEST(Journey, AFirstStartAsksForTheLanguageAndKeepsThreeSettingsAtTheClose) {
+// What closes the windows of a start.
+const QByteArray Picker = "'^Sonmira - Language'";
+const QByteArray Window = "'^Sonmira V2.1$'";
+const QByteArray TakeTheMarkedLanguage = "press " + Picker + " Return shown " + Window + "; ";
+const QByteArray ClosePicker = "press " + Picker + " alt+F4 shown ";
+const QByteArray Quit = "press " + Window + " ctrl+q ended";
+
+TEST_F(Journey, AFirstStartAsksForTheLanguageAndKeepsThreeSettingsAtTheClose) {
     const TestFolder folder;
     // Return takes the marked row, which is English.
-    const ToolResult closed = Play(
-        "press \"$(wait_for '^Sonmira - Language')\" Return; "
-        "window=$(wait_for '^Sonmira V2.1$'); sleep 0.3; "
-        "cp \"$XDG_CONFIG_HOME/SonmiraPack/Sonmira.ini\" '" +
-        folder.Native("before") + "'; press \"$window\" ctrl+q");
+    const ToolResult closed = Play(TakeTheMarkedLanguage +
+                                   "file=$XDG_CONFIG_HOME/SonmiraPack/Sonmira.ini; wait_until grep -q "
+                                   "WMASUPPORT=. \"$file\"; cp \"$file\" '" +
+                                   folder.Native("before") + "'; " + Quit);
     ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
     EXPECT_EQ(ContentOf(folder.Native("before")).replace("\r\n", "\n"),
               "[LANGUE]\nVALUE= 0\n[LAUNCH]\nVALUE=True\n[WMA]\nWMASUPPORT=False\n");
@@ -88,23 +96,21 @@ TEST(Journey, AFirstStartAsksForTheLanguageAndKeepsThreeSettingsAtTheClose) {
     EXPECT_TRUE(after.contains("OutputPath="));
 }
 
-TEST(Journey, APickerThatIsClosedIsThereAgainAtTheNextStart) {
+TEST_F(Journey, APickerThatIsClosedIsThereAgainAtTheNextStart) {
     for (int start = 1; start <= 2; ++start) {
-        const ToolResult closed = Play(
-            "press \"$(wait_for '^Sonmira - Language')\" alt+F4; "
-            "press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q");
+        const ToolResult closed = Play(ClosePicker + Window + "; " + Quit);
         ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
         EXPECT_FALSE(SettingsContent().contains("LANGUE"));
     }
 }
 
-TEST(Journey, ASettingsFileEditedByHandSurvives) {
+TEST_F(Journey, ASettingsFileEditedByHandSurvives) {
     LocateSettingsFile();
     const QByteArray edited =
         "; my settings\r\n[langue]\r\nvalue= 2\n\n[Mine]\nkept = \"as it is\" ; and this\r\nno key here\n"
         "[AUDIOCONVERTER]\nformat=Ogg\r\nOther=1\n";
     std::ofstream(ToNative(SettingsFile).toStdString(), std::ios::binary) << edited.toStdString();
-    const ToolResult closed = Play("press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q");
+    const ToolResult closed = Play(Quit);
     ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
     const QByteArray after = ContentOf(ToNative(SettingsFile));
     EXPECT_TRUE(
@@ -114,20 +120,18 @@ TEST(Journey, ASettingsFileEditedByHandSurvives) {
     EXPECT_TRUE(after.contains("Modepath=FALSE"));
 }
 
-TEST(Journey, TheSettingsLieBesideTheProgramWhereTheirFolderIsMissing) {
+TEST_F(Journey, TheSettingsLieBesideTheProgramWhereTheirFolderIsMissing) {
     const TestFolder folder;
     // A copy of the program, with its languages, in a folder of its own.
     const ToolResult copied = RunTool({"cp", "-r", Program("sonmira"), Program("Lang"), folder.Native()});
     ASSERT_EQ(copied.ExitCode, 0);
     qputenv("XDG_CONFIG_HOME", folder.Native("no such folder"));
-    const ToolResult closed = Play(
-        "press \"$(wait_for '^Sonmira - Language')\" Return; press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q",
-        folder.Native("sonmira"));
+    const ToolResult closed = Play(TakeTheMarkedLanguage + Quit, folder.Native("sonmira"));
     ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
     EXPECT_TRUE(ContentOf(folder.Native("Sonmira.ini")).contains("Format=Mp3"));
 }
 
-TEST(Journey, ADragFromAnotherProgramBringsInWhatTheDropTakes) {
+TEST_F(Journey, ADragFromAnotherProgramBringsInWhatTheDropTakes) {
     const TestFolder folder;
     folder.MakeFile("Folder/inside.mp3");
     QList<QByteArray> command{SONMIRA_DRAG_ACROSS, Program("drop-target"), Program("drag-source"),
@@ -146,10 +150,8 @@ TEST(Journey, ADragFromAnotherProgramBringsInWhatTheDropTakes) {
         << said.constData();
 }
 
-TEST(Journey, TheCompactWindowAsksForTheLanguageAndEndsTheProgramAtItsClose) {
-    const ToolResult closed = Play(
-        "press \"$(wait_for '^Sonmira - Language')\" Return; press \"$(wait_for '^Sonmira V2.1$')\" ctrl+q",
-        Program("audiotool"));
+TEST_F(Journey, TheCompactWindowAsksForTheLanguageAndEndsTheProgramAtItsClose) {
+    const ToolResult closed = Play(TakeTheMarkedLanguage + Quit, Program("audiotool"));
     ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
     const QByteArray settings = SettingsContent();
     EXPECT_TRUE(settings.contains("[Track]\nCOLOR= 16576\n")) << settings.constData();
@@ -157,15 +159,14 @@ TEST(Journey, TheCompactWindowAsksForTheLanguageAndEndsTheProgramAtItsClose) {
     EXPECT_TRUE(settings.contains("Format=Mp3\n"));
 }
 
-TEST(Journey, TheCompactWindowEndsWithAReportWhereItsLanguagePickerIsClosed) {
+TEST_F(Journey, TheCompactWindowEndsWithAReportWhereItsLanguagePickerIsClosed) {
     const ToolResult closed =
-        Play("press \"$(wait_for '^Sonmira - Language')\" alt+F4; press \"$(wait_for '^Sonmira$')\" Return",
-             Program("audiotool"));
+        Play(ClosePicker + "'^Sonmira$'; press '^Sonmira$' Return ended", Program("audiotool"));
     EXPECT_EQ(closed.ExitCode, 1) << closed.Errors.constData();
     EXPECT_FALSE(SettingsContent().contains("LANGUE"));
 }
 
-TEST(Journey, FilesDraggedToTheCompactWindowAreConverted) {
+TEST_F(Journey, FilesDraggedToTheCompactWindowAreConverted) {
     const TestFolder folder;
     LocateSettingsFile();
     std::ofstream(ToNative(SettingsFile).toStdString(), std::ios::binary)
@@ -175,20 +176,15 @@ TEST(Journey, FilesDraggedToTheCompactWindowAreConverted) {
     const QByteArray tone = folder.Native("tone.wav");
     ASSERT_EQ(RunTool({"sox", "-n", "-r", "44100", "-c", "2", tone, "synth", "3", "sine", "440"}).ExitCode,
               0);
-    const QByteArray drag =
-        "'" + Program("drag-source") + "' '" + tone +
-        "' & from=$(wait_for '^drag-source$'); to=$(wait_for '^Sonmira V2.1$'); "
-        "xdotool windowmove --sync $to 300 20; xdotool windowmove --sync $from 10 10; sleep 0.5; "
-        "place() { xwininfo -id $1 | awk '/Absolute upper-left X/ {x=$NF} /Absolute upper-left Y/ {y=$NF} "
-        "END {print x + '$2', y + '$3'}'; }; "
-        "xdotool windowactivate --sync $from; "
-        "read -r fx fy < <(place $from 40 30); read -r tx ty < <(place $to 250 160); "
-        "xdotool mousemove $fx $fy; sleep 0.2; xdotool mousedown 1; sleep 0.2; "
-        "for n in 1 2 3 4 5 6 7 8; do xdotool mousemove $((fx + (tx - fx) * n / 8)) $((fy + (ty - fy) * n / "
-        "8)); "
-        "sleep 0.1; done; sleep 0.3; xdotool mouseup 1; sleep 1; press $to ctrl+Return; sleep 3; "
-        "press $to ctrl+q; kill %2";
-    const ToolResult closed = Play(drag, Program("audiotool"));
+    // The window refuses to close before the file is done: it is asked again then.
+    const QByteArray script =
+        "said='" + folder.Native("said") + "' out='" + folder.Native("out/tone.ogg") + "'; '" +
+        Program("drag-source") + "' '" + tone + "' >\"$said\" & source=$!; to=$(wait_for " + Window + "); " +
+        "move $to 300 20; move $(wait_for '^drag-source$') 10 10; "
+        "list() { place $to | awk '{print $1 + 250, $2 + 160}'; }; drag list \"$said\"; "
+        "made() { [ -s \"$out\" ] && ! ls -l /proc/$program/fd | grep -qF \"$out\"; }; press " +
+        Window + " ctrl+Return made; " + Quit + "; kill $source";
+    const ToolResult closed = Play(script, Program("audiotool"));
     EXPECT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
     const ToolResult probe = RunTool({"ffprobe", "-v", "error", "-show_entries", "stream=codec_name,duration",
                                       "-of", "csv=p=0", folder.Native("out/tone.ogg")});
@@ -201,9 +197,9 @@ QList<QList<QByteArray>> Heard(const char* program, const QList<QByteArray>& arg
     std::ofstream(ToNative(SettingsFile).toStdString(), std::ios::binary) << "[LANGUE]\nVALUE= 0\n";
     const ToolResult heard = OnDisplay(
         QList<QByteArray>{"dbus-run-session", "--", "bash", "-c",
-                          "QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 \"$0\" \"${@:2}\" & program=$!; "
-                          "timeout 60 xdotool search --sync --onlyvisible --name '^Sonmira V2.1$' >&2; "
-                          "\"$1\" Sonmira; status=$?; kill $program; exit $status",
+                          ". '" SONMIRA_HANDS "'; QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 \"$0\" \"${@:2}\" & "
+                          "program=$!; wait_for " +
+                              Window + " >&2; \"$1\" Sonmira; status=$?; kill $program; exit $status",
                           Program(program), Program("accessible-walk")} +
         arguments);
     EXPECT_EQ(heard.ExitCode, 0) << heard.Errors.constData();
@@ -215,7 +211,7 @@ QList<QList<QByteArray>> Heard(const char* program, const QList<QByteArray>& arg
     return nodes;
 }
 
-TEST(Journey, EveryControlOfBothProgramsHasANameOnTheAccessibilityBus) {
+TEST_F(Journey, EveryControlOfBothProgramsHasANameOnTheAccessibilityBus) {
     const QList<QByteArray> needless = {"application", "frame",    "panel",      "filler",    "label",
                                         "list",        "menu bar", "popup menu", "separator", "status bar"};
     for (const char* program : {"sonmira", "audiotool"}) {
@@ -239,7 +235,7 @@ TEST(Journey, EveryControlOfBothProgramsHasANameOnTheAccessibilityBus) {
     }
 }
 
-TEST(Journey, NeitherProgramReadsItsCommandLine) {
+TEST_F(Journey, NeitherProgramReadsItsCommandLine) {
     const TestFolder folder;
     folder.MakeFolder("album");
     const QByteArray song = folder.Native("album/song.wav");
@@ -255,7 +251,7 @@ TEST(Journey, NeitherProgramReadsItsCommandLine) {
     }
 }
 
-TEST(Journey, TheHelpDocumentHoldsEveryPage) {
+TEST_F(Journey, TheHelpDocumentHoldsEveryPage) {
     const TestFolder folder;
     const ToolResult extracted = RunTool({"extract_chmLib", Program("Sonmira.chm"), folder.Native("pages")});
     ASSERT_EQ(extracted.ExitCode, 0) << extracted.Errors.constData();

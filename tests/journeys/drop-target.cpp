@@ -1,8 +1,8 @@
 // drop-target
 //
 // The real main window on the screen, with nothing around it. Says where the middle of its tree lies
-// ("tree X Y"), waits until something was added and nothing is being added any more, and prints the nodes in
-// order, and whether the inputs are free again.
+// ("tree X Y"), again where that changes, waits until something was added and nothing is being added any
+// more, and prints the nodes in order, and whether the inputs are free again.
 #include "library/widgets/ConversionTree.h"
 #include "platform/NarrowText.h"
 #include "shell/Settings.h"
@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QTimer>
 #include <QTreeWidgetItemIterator>
+#include <QWindow>
 
 #include <cstdio>
 
@@ -24,13 +25,15 @@ int main(int argc, char** argv) {
     window.move(300, 100);
     window.show();
     ConversionTree* const tree = window.Form().TreeView1;
-    QTimer::singleShot(1000, tree, [tree] {
-        const QPoint middle = tree->viewport()->mapToGlobal(tree->viewport()->rect().center());
-        std::printf("tree %d %d\n", middle.x(), middle.y());
-        std::fflush(stdout);
-    });
+    QPoint said;
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, tree, [&] {
+        const QPoint middle = tree->viewport()->mapToGlobal(tree->viewport()->rect().center());
+        if (window.windowHandle()->isExposed() && middle != said) {
+            said = middle;
+            std::printf("tree %d %d\n", middle.x(), middle.y());
+            std::fflush(stdout);
+        }
         if (tree->NodeCount() < 2 || window.Gathered().ScanRunning) return;
         for (QTreeWidgetItemIterator it(tree); *it != nullptr; ++it) {
             std::printf("node %s\n", ToNarrow((*it)->text(0)).constData());

@@ -52,8 +52,6 @@ protected:
         return Drop(data);
     }
 
-    static constexpr int Moment = 25;  // milliseconds
-
     // Adds a folder and calls `act` at every turn of the event loop while it is scanned.
     void AddWhile(const QString& folder, const std::function<void()>& act) {
         QTimer turn;
