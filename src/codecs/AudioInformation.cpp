@@ -68,10 +68,14 @@ void AudioInformation::SaveTag(const QString& path, Saving saving) {
 }
 
 void AudioInformation::Save(const QByteArray& file, Saving saving) {
+    TagEdits edits;
+    RawFields parts;
     {
         const std::unique_ptr<TaggedFile> tagged = OpenTagged(file, file);
         if (!tagged) throw Failure(FailureNumber::Component, u"Files of this kind hold no tag"_s);
         if (tagged->Says(Kind, *this)) return;
+        edits = tagged->Edits(Kind, *this);
+        if (saving == Saving::ThroughCopy) parts = tagged->Raw();
     }
     const auto write = [&](const QByteArray& where) {
         const std::unique_ptr<TaggedFile> tagged = OpenTagged(where, file);
@@ -81,12 +85,14 @@ void AudioInformation::Save(const QByteArray& file, Saving saving) {
     if (saving == Saving::InPlace) {
         write(file);
     } else {
-        const FileAccount before = AccountOf(file);
+        const FileAccount before = AccountOf(file, parts);
         RewriteThroughCopy(file, [&](const QByteArray& copy) {
             const TagValues wanted = write(copy);
             const std::unique_ptr<TaggedFile> again = OpenTagged(copy, file);
             if (!again || IsLost(wanted, again->Read(Kind))) throw NotWritten();
-            if (!KeepsAll(before, AccountOf(copy))) throw NotWritten();
+            if (!KeepsAll(before, AccountOf(copy, again->Raw()), edits))
+                throw Failure(FailureNumber::Component,
+                              u"A save would lose parts of the tag or of the sound"_s);
         });
     }
 }

@@ -5,6 +5,7 @@
 #include "codecs/Id3Block.h"
 #include "codecs/Id3Fields.h"
 #include "codecs/InputFile.h"
+#include "codecs/tagging/FlacBlocks.h"
 #include "platform/FileBytes.h"
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"
@@ -102,6 +103,10 @@ void OverwriteAtEnd(const QByteArray& native, const Id3Block& block) {
 
 void WriteFlacTags(const QString& path, const SimpleTagFields& fields, bool clears, bool writesId3) {
     const QByteArray native = ToNative(path);
+    {
+        TagStream stream(native);
+        CheckFlacBlocks(stream);
+    }
     const Chain chain(FLAC__metadata_chain_new());
     Check(chain != nullptr && FLAC__metadata_chain_read(chain.get(), native.constData()) != 0);
     FLAC__StreamMetadata& comments =

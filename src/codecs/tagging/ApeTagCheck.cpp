@@ -1,5 +1,6 @@
 #include "codecs/tagging/ApeTagCheck.h"
 
+#include "codecs/tagging/Id3v1Values.h"
 #include "platform/Failure.h"
 
 #include <QString>
@@ -12,7 +13,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qint64 BlockSize = 32;  // of the footer, and of the header alike
-constexpr qint64 Id3v1Size = 128;
 constexpr quint32 HeaderFlag = 0x80000000U;
 
 quint32 NumberAt(const QByteArray& bytes, qsizetype at) {
@@ -34,7 +34,7 @@ bool DoItemsFill(const QByteArray& items, quint32 count) {
 // What the end of a file says of its tags.
 struct TagEnd {
     explicit TagEnd(TagStream& file)
-        : Id3v1(file.Bytes(file.length() - Id3v1Size, 3) == "TAG" ? Id3v1Size : 0),
+        : Id3v1(Id3v1AtEnd(file).size()),
           FooterAt(file.length() - Id3v1 - BlockSize),
           Footer(file.Bytes(FooterAt, BlockSize)) {}
 

@@ -1,18 +1,16 @@
 #include "codecs/tagging/AsfTags.h"
 
-#include "codecs/tagging/PropertyTags.h"
-
-#include <asffile.h>
-#include <asftag.h>
+#include "codecs/tagging/AsfObjects.h"
+#include "codecs/tagging/TagProperties.h"
+#include "platform/Failure.h"
 
 #include <algorithm>
 
 namespace Sonmira {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-using TagLib::ASF::Attribute;
-using TagLib::ASF::AttributeList;
+namespace {
 
 constexpr const char* TrackName = "WM/TrackNumber";
 constexpr const char* OldTrackName = "WM/Track";  // counts from 0
@@ -34,9 +32,18 @@ constexpr Name Doubles[] = {{"TITLE", "Title"},
                             {"COMMENT", "Description"},
                             {"COPYRIGHT", "Copyright"}};
 
-class AsfTags : public LibraryFile<TagLib::ASF::File> {
+struct TextKey {
+    const char* Key;
+    AsfObjects::Text Text;
+};
+constexpr TextKey Texts[] = {{"TITLE", AsfObjects::Title},
+                             {"ARTIST", AsfObjects::Author},
+                             {"COMMENT", AsfObjects::Description},
+                             {"COPYRIGHT", AsfObjects::Copyright}};
+
+class AsfTags : public TaggedFile {
 public:
-    explicit AsfTags(const QByteArray& file) : LibraryFile(file) {}
+    explicit AsfTags(const QByteArray& file) : Stream(file), Objects(Stream) {}
 
     TagValues Read(qint16 /*kind*/) override {
         TagValues values = ValuesOf(Properties());
@@ -45,106 +52,101 @@ public:
     }
 
     bool Says(qint16 kind, const TagValues& values) override {
-        return Has(TrackName) && Changes(kind, values).isEmpty() && DoublesAgree();
+        return Objects.Has(TrackName) && Changes(kind, values).isEmpty();
+    }
+
+    TagEdits Edits(qint16 kind, const TagValues& values) override {
+        TagEdits edits = EditsOf(Changes(kind, values));
+        if (!Objects.Has(TrackName)) edits.insert(TrackKey, false);
+        return edits;
+    }
+
+    RawFields Raw() override {
+        RawFields fields = Objects.Fields();
+        if (!Objects.Fit()) fields.append({"header", {}, Stream.Bytes(0, Objects.Size())});
+        for (RawField& field : fields) field.Key = KeyOf(field.Name);
+        return fields;
     }
 
     bool Write(qint16 kind, const TagValues& values) override {
+        if (!Objects.Fit())
+            throw Failure(FailureNumber::Component, u"The header is damaged, and a save would lose parts"_s);
+        const TagLib::PropertyMap now = Properties();
         const TagLib::PropertyMap changes = Changes(kind, values);
-        const TagLib::PropertyMap wanted = Changed(Properties(), changes);
-        for (const auto& [key, texts] : changes) SetKey(key, texts);
-        if (!Has(TrackName)) Set(TrackName, Front(wanted, TrackKey));
-        for (const Name& other : Doubles) {
-            const TagLib::String text = Front(wanted, other.Key);
-            if (Has(other.Attribute) && FirstOf(other.Attribute) != text) Set(other.Attribute, text);
-        }
-        return Saved(File.save());
+        for (const auto& [key, texts] : changes)
+            Set(ToFileText(key), Front(now, key), texts.isEmpty() ? QString() : FromTagText(texts.front()));
+        if (!Objects.Has(TrackName)) Objects.SetValue(TrackName, Front(Changed(now, changes), TrackKey));
+        const QByteArray header = Objects.Bytes();
+        Stream.insert(TagLib::ByteVector(header.constData(), static_cast<unsigned>(header.size())), 0,
+                      static_cast<unsigned long>(Objects.Size()));
+        Stream.CheckWrites();
+        Objects = AsfObjects(Stream);
+        return true;
     }
 
 private:
-    TagLib::ASF::Tag& Tag() { return *File.tag(); }
-    bool Has(const char* name) { return Tag().attributeListMap().contains(name); }
-
-    static TagLib::String Front(const TagLib::PropertyMap& properties, const char* key) {
+    static QString Front(const TagLib::PropertyMap& properties, const TagLib::String& key) {
         const auto found = properties.find(key);
-        return found == properties.end() || found->second.isEmpty() ? TagLib::String()
-                                                                    : found->second.front();
+        return found == properties.end() || found->second.isEmpty() ? QString()
+                                                                    : FromTagText(found->second.front());
     }
-    TagLib::String FirstOf(const char* name) {
-        if (!Has(name)) return {};
-        const AttributeList& list = Tag().attributeListMap()[name];
-        return list.isEmpty() ? TagLib::String() : TextOf(list.front());
-    }
-    static TagLib::String TextOf(const Attribute& attribute) {
-        switch (attribute.type()) {
-            case Attribute::DWordType:
-                return TagLib::String::number(static_cast<int>(attribute.toUInt()));
-            case Attribute::WordType:
-                return TagLib::String::number(attribute.toUShort());
-            case Attribute::QWordType:
-                return TagLib::String::number(static_cast<int>(attribute.toULongLong()));
-            default:
-                return attribute.toString();
+    static QByteArray KeyOf(const QByteArray& name) {
+        for (const TextKey& text : Texts) {
+            if (name == "text " + QByteArray::number(int{text.Text})) return text.Key;
         }
+        for (const Name& one : Names) {
+            if (name == one.Attribute) return one.Key;
+        }
+        for (const Name& one : Doubles) {
+            if (name == one.Attribute) return one.Key;
+        }
+        if (name == OldTrackName) return TrackKey;
+        return {};
     }
 
     // Tracks as the attribute of today counts them, from 1; none is no number.
-    TagLib::PropertyMap Properties() {
+    TagLib::PropertyMap Properties() const {
         TagLib::PropertyMap properties;
-        const auto add = [&](const char* key, const TagLib::String& text) {
-            if (!text.isEmpty() && !properties.contains(key)) properties.insert(key, text);
+        const auto add = [&](const char* key, const QString& text) {
+            if (!text.isEmpty() && !properties.contains(key)) properties.insert(key, ToTagText(text));
         };
-        add("TITLE", Tag().title());
-        add("ARTIST", Tag().artist());
-        add("COMMENT", Tag().comment());
-        add("COPYRIGHT", Tag().copyright());
-        for (const Name& other : Doubles) add(other.Key, FirstOf(other.Attribute));
-        for (const Name& name : Names) add(name.Key, FirstOf(name.Attribute));
-        if (!Has(TrackName) && Has(OldTrackName))
-            add(TrackKey, TagLib::String::number(FirstOf(OldTrackName).toInt() + 1));
+        for (const TextKey& text : Texts) add(text.Key, Objects.TextOf(text.Text));
+        for (const Name& other : Doubles) add(other.Key, Objects.ValueOf(other.Attribute));
+        for (const Name& name : Names) add(name.Key, Objects.ValueOf(name.Attribute));
+        if (!Objects.Has(TrackName) && Objects.Has(OldTrackName))
+            add(TrackKey, QString::number(Objects.ValueOf(OldTrackName).toLongLong() + 1));
         return properties;
     }
-    TagLib::PropertyMap Changes(qint16 kind, TagValues values) {
+    TagLib::PropertyMap Changes(qint16 kind, TagValues values) const {
         values.Track = static_cast<qint16>(std::clamp<int>(values.Track, -1, 32766) + 1);
         return ChangesTo(Properties(), values, kind);
     }
-    bool DoublesAgree() {
-        const TagLib::PropertyMap said = Properties();
-        return std::all_of(std::begin(Doubles), std::end(Doubles), [&](const Name& other) {
-            return !Has(other.Attribute) || FirstOf(other.Attribute) == Front(said, other.Key);
-        });
+
+    // A double that said the same goes on to do that; another text of that name is one of its own.
+    void Set(const QByteArray& key, const QString& before, const QString& text) {
+        for (const TextKey& one : Texts) {
+            if (key == one.Key) Objects.SetText(one.Text, text);
+        }
+        for (const Name& one : Doubles) {
+            const bool isDouble = key == one.Key && Objects.Has(one.Attribute);
+            if (isDouble && (text.isEmpty() || Objects.ValueOf(one.Attribute) == before))
+                Objects.SetValue(one.Attribute, text);
+        }
+        for (const Name& one : Names) {
+            if (key == one.Key) Objects.SetValue(one.Attribute, text);
+        }
+        if (key == TrackKey && Objects.Has(OldTrackName))
+            Objects.SetValue(OldTrackName, QString::number(std::max(text.toInt() - 1, 0)));
     }
 
-    void SetKey(const TagLib::String& key, const TagLib::StringList& texts) {
-        const TagLib::String text = texts.isEmpty() ? TagLib::String() : texts.front();
-        if (key == "TITLE") Tag().setTitle(text);
-        if (key == "ARTIST") Tag().setArtist(text);
-        if (key == "COMMENT") Tag().setComment(text);
-        if (key == "COPYRIGHT") Tag().setCopyright(text);
-        for (const Name& name : Names) {
-            if (key == name.Key) Set(name.Attribute, text);
-        }
-        if (key == TrackKey && Has(OldTrackName))
-            Set(OldTrackName, TagLib::String::number(std::max(text.toInt() - 1, 0)));
-    }
-    // The first of the attributes of that name; further ones stay, and a number stays one.
-    void Set(const char* name, const TagLib::String& text) {
-        if (text.isEmpty()) {
-            Tag().removeItem(name);
-            return;
-        }
-        AttributeList list = Has(name) ? Tag().attributeListMap()[name] : AttributeList();
-        const bool isNumber = !list.isEmpty() && list.front().type() == Attribute::DWordType;
-        const Attribute value = isNumber ? Attribute(static_cast<unsigned>(text.toInt())) : Attribute(text);
-        if (!list.isEmpty()) list.erase(list.begin());
-        list.prepend(value);
-        Tag().setAttribute(name, list);
-    }
+    TagStream Stream;
+    AsfObjects Objects;
 };
 
 }  // namespace
 
 std::unique_ptr<TaggedFile> OpenAsfTags(const QByteArray& file) {
-    return TryOpen<AsfTags>(file);
+    return std::make_unique<AsfTags>(file);
 }
 
 }  // namespace Sonmira

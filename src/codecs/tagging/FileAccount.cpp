@@ -62,8 +62,12 @@ QByteArray SumOf(const AVPacket& packet) {
 }
 
 void AddOthers(std::multiset<QByteArray>& others, const AVFormatContext& container) {
+    const std::string_view format = container.iformat->name;
+    // Where frames of ID3v2 count their sizes in an odd way, what this library makes of them depends on what
+    // follows; their bytes are accounted for as parts.
+    if (format == "mp3" || format == "aac") return;
     // Of a WAV with both kinds of tags only the list is told.
-    if (std::string_view(container.iformat->name) != "wav") AddTexts(others, container.metadata);
+    if (format != "wav") AddTexts(others, container.metadata);
     for (unsigned i = 0; i < container.nb_streams; ++i) {
         const AVStream& stream = *container.streams[i];
         AddTexts(others, stream.metadata);
@@ -94,6 +98,12 @@ QByteArray SumOfSound(MediaInput& input, const QByteArray& file) {
     QCryptographicHash sum(QCryptographicHash::Md5);
     QByteArray last;
     while (input.Read(*packet)) {
+        // Pictures of the tag come as packets, too.
+        const AVStream& stream = *input.Container().streams[packet->stream_index];
+        if ((stream.disposition & AV_DISPOSITION_ATTACHED_PIC) != 0) {
+            av_packet_unref(packet.get());
+            continue;
+        }
         sum.addData(last);
         last = QByteArray(static_cast<const char*>(static_cast<const void*>(packet->data)), packet->size);
         av_packet_unref(packet.get());
@@ -107,24 +117,26 @@ QByteArray SumOfSound(MediaInput& input, const QByteArray& file) {
 
 }  // namespace
 
-FileAccount AccountOf(const QByteArray& file) {
+FileAccount AccountOf(const QByteArray& file, RawFields parts) {
+    FileAccount account;
+    account.Parts = std::move(parts);
     try {
-        FileAccount account;
         MediaInput input(std::make_shared<InputFile>(FromNative(file)));
         AddOthers(account.Others, input.Container());
         account.Sound = SumOfSound(input, file);
-        return account;
     } catch (const Failure& failure) {
         // What no demuxer knows tells nothing, neither before a save nor after it.
         if (failure.Number != FailureNumber::Component) throw;
-        return {};
+        account.Others.clear();
     }
+    return account;
 }
 
-bool KeepsAll(const FileAccount& before, const FileAccount& after) {
+bool KeepsAll(const FileAccount& before, const FileAccount& after, const TagEdits& edits) {
     return (before.Sound.isEmpty() || before.Sound == after.Sound) &&
            std::includes(after.Others.begin(), after.Others.end(), before.Others.begin(),
-                         before.Others.end());
+                         before.Others.end()) &&
+           KeepsFields(before.Parts, after.Parts, edits);
 }
 
 }  // namespace Sonmira

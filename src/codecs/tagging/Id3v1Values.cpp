@@ -29,9 +29,46 @@ TagLib::String LatinText(QString text) {
     return isReadable || latin == text ? ToTagText(latin) : TagLib::String();
 }
 
+// Where the fields lie.
+struct Place {
+    qsizetype At;
+    qsizetype Size;
+};
+constexpr Place TitlePlace{3, 30};
+constexpr Place ArtistPlace{33, 30};
+constexpr Place AlbumPlace{63, 30};
+constexpr Place YearPlace{93, 4};
+constexpr Place CommentPlace{97, 28};
+constexpr Place WholeComment{97, 30};
+constexpr Place TrackPlace{125, 2};
+constexpr Place GenrePlace{127, 1};
+
+void Put(QByteArray& tag, const Place& place, const QByteArray& bytes) {
+    tag.replace(place.At, place.Size, bytes.leftJustified(place.Size, '\0', true));
+}
+
+// The library's tag over bytes.
+struct Id3v1OfBytes : TagLib::ID3v1::Tag {
+    explicit Id3v1OfBytes(const QByteArray& bytes) {
+        parse(TagLib::ByteVector(bytes.constData(), static_cast<unsigned>(bytes.size())));
+    }
+};
+
 }  // namespace
 
-TagValues ReadId3v1(const TagLib::ID3v1::Tag& tag) {
+QByteArray Id3v1AtEnd(TagStream& file) {
+    const QByteArray tag = file.Bytes(file.length() - Id3v1Size, Id3v1Size);
+    // The mark of another kind of tag ends with the same letters.
+    const bool isOther = file.Bytes(file.length() - Id3v1Size - 5, 8) == "APETAGEX";
+    return tag.size() == Id3v1Size && tag.startsWith("TAG") && !isOther ? tag : QByteArray();
+}
+
+QByteArray EmptyId3v1() {
+    return "TAG" + QByteArray(Id3v1Size - 4, '\0') + '\xFF';
+}
+
+TagValues ReadId3v1(const QByteArray& bytes) {
+    const Id3v1OfBytes tag(bytes);
     TagValues values;
     values.Title = FromTagText(tag.title());
     values.Artist = FromTagText(tag.artist());
@@ -46,18 +83,62 @@ TagValues ReadId3v1(const TagLib::ID3v1::Tag& tag) {
     return values;
 }
 
-void ChangeId3v1(TagLib::ID3v1::Tag& tag, const TagValues& now, const TagValues& values) {
-    const auto text = [&](QString TagValues::*field) { return LatinText(values.*field); };
-    if (values.Title != now.Title) tag.setTitle(text(&TagValues::Title));
-    if (values.Artist != now.Artist) tag.setArtist(text(&TagValues::Artist));
-    if (values.Album != now.Album) tag.setAlbum(text(&TagValues::Album));
-    if (values.Comment != now.Comment) tag.setComment(text(&TagValues::Comment));
-    if (values.Year != now.Year) tag.setYear(static_cast<unsigned>(std::max(values.Year, 0)));
-    if (values.Track != now.Track) tag.setTrack(static_cast<unsigned>(std::clamp<int>(values.Track, 0, 255)));
+bool IsTrackCrowdedOut(const QByteArray& tag) {
+    const char last = tag[TrackPlace.At];
+    return last != '\0' && last != ' ';
+}
+
+void ChangeId3v1(QByteArray& tag, const TagValues& now, const TagValues& values) {
+    const auto put = [&](QString TagValues::*field, const Place& place) {
+        if (values.*field == now.*field) return;
+        Put(tag, place, QByteArray::fromStdString(LatinText(values.*field).to8Bit()));
+    };
+    put(&TagValues::Title, TitlePlace);
+    put(&TagValues::Artist, ArtistPlace);
+    put(&TagValues::Album, AlbumPlace);
+    if (IsTrackCrowdedOut(tag) && values.Comment != now.Comment) Put(tag, TrackPlace, {});
+    put(&TagValues::Comment, CommentPlace);
+    if (values.Year != now.Year)
+        Put(tag, YearPlace, values.Year > 0 ? QByteArray::number(values.Year) : QByteArray());
+    if (values.Track != now.Track && !IsTrackCrowdedOut(tag))
+        Put(tag, TrackPlace, QByteArray(1, '\0') + static_cast<char>(std::clamp<int>(values.Track, 0, 255)));
     if (values.Genre != now.Genre) {
         const bool isKnown = values.Genre >= 0 && values.Genre < GenreCount;
-        tag.setGenreNumber(static_cast<unsigned>(isKnown ? values.Genre : TagValues::OtherGenre));
+        Put(tag, GenrePlace,
+            QByteArray(1, static_cast<char>(isKnown ? values.Genre : TagValues::OtherGenre)));
     }
+}
+
+TagEdits EditsOfId3v1(const TagValues& now, const TagValues& values) {
+    TagEdits edits;
+    const auto add = [&](const char* key, bool isEdited) {
+        if (isEdited) edits.insert(key, true);
+    };
+    add("TITLE", values.Title != now.Title);
+    add("ARTIST", values.Artist != now.Artist);
+    add("ALBUM", values.Album != now.Album);
+    add("COMMENT", values.Comment != now.Comment);
+    add("GENRE", values.Genre != now.Genre);
+    add(YearKey, values.Year != now.Year);
+    add(TrackKey, values.Track != now.Track);
+    return edits;
+}
+
+RawFields Id3v1Fields(const QByteArray& tag) {
+    if (tag.isEmpty()) return {};
+    const auto part = [&](const char* name, const char* key, const Place& place) {
+        return RawField{QByteArray("ID3v1 ") + name, key, tag.sliced(place.At, place.Size)};
+    };
+    RawFields fields{part("title", "TITLE", TitlePlace), part("artist", "ARTIST", ArtistPlace),
+                     part("album", "ALBUM", AlbumPlace), part("year", YearKey, YearPlace),
+                     part("genre", "GENRE", GenrePlace)};
+    if (IsTrackCrowdedOut(tag)) {
+        fields.append(part("comment", "COMMENT", WholeComment));
+    } else {
+        fields.append(part("comment", "COMMENT", CommentPlace));
+        fields.append(part("track", TrackKey, TrackPlace));
+    }
+    return fields;
 }
 
 }  // namespace Sonmira

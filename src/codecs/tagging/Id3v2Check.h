@@ -4,8 +4,7 @@
 
 namespace Sonmira {
 
-// ID3v2 before the tag library gets to see or write it. The library writes a tag from the frames that it
-// understood, and believes what a tag says of its own size.
+// ID3v2 before anybody writes it, since a tag is believed what it says of its own size.
 // Source of the facts: ID3v2.2.0, ID3v2.3.0 and ID3v2.4.0, id3.org.
 
 // Bytes of the tag that begins `bytes`, header included, by its own word; 0 where there is none.
@@ -14,7 +13,7 @@ qint64 Id3v2Size(const QByteArray& bytes);
 // Whether a tag nests its frames so often that reading it would take all of the stack.
 bool IsBottomless(const QByteArray& tag);
 
-// Who makes the frames of a tag: with the factory of Id3v2Frames.h more of them are kept.
+// Where the tag lies: in WAV files other programs drop more of its frames, so that those are left alone.
 enum class FrameKeeping { OfOurFactory, OfTheLibraryAlone };
 
 // Fails where a save would lose a part of the tag: frames behind a damaged one, or of a kind that `keeping`

@@ -1,158 +1,266 @@
 #include "codecs/tagging/Id3v2Frames.h"
 
-#include <commentsframe.h>
+#include "codecs/tagging/Id3v2Parsing.h"
+#include "codecs/tagging/Id3v2Texts.h"
+#include "codecs/tagging/TagProperties.h"
+#include "platform/Failure.h"
+
+#include <id3v2header.h>
 #include <id3v2tag.h>
-#include <textidentificationframe.h>
-#include <unknownframe.h>
-#include <urllinkframe.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace Sonmira {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-namespace Id3v2 = TagLib::ID3v2;
-
-// Frames of the newest version that the one before it has no place for.
-constexpr const char* NewestOnly[] = {"ASPI", "EQU2", "RVA2", "SEEK", "SIGN", "TDRL", "TDTG",
-                                      "TMOO", "TPRO", "TSOA", "TSOP", "TSOT", "TSST"};
-
-// Frames of the version before it that the newest one has no place for.
-constexpr const char* OlderOnly[] = {"EQUA", "RVAD", "TRDA", "TSIZ"};
-
-bool IsAmong(const TagLib::ByteVector& id, const auto& names) {
-    return std::any_of(std::begin(names), std::end(names), [&](const char* name) { return id == name; });
-}
-
-// Those of the first version that differ in the name alone.
-struct Renamed {
-    const char* Old;
-    const char* Name;
-};
-constexpr Renamed FirstNames[] = {
-    {"EQU", "EQUA"}, {"RVA", "RVAD"}, {"TDA", "TDAT"}, {"TIM", "TIME"}, {"TSI", "TSIZ"}};
-
-// The library lets a factory change how a frame begins, but not name what it is handed.
-struct OpenFactory : Id3v2::FrameFactory {
-    using FrameFactory::updateFrame;
-};
-template <class Factory, class Head>
-Head HeadOf(bool (Factory::*)(Head) const);
-using FrameHead = decltype(HeadOf(&OpenFactory::updateFrame));
-
-class KeepingFactory : public OpenFactory {
-    bool updateFrame(FrameHead head) const override {
-        const TagLib::ByteVector id = head->frameID();
-        // The library drops every frame with this mark, which is meant for those that a program does not
-        // know.
-        head->setTagAlterPreservation(false);
-        if (head->version() == 3 && IsAmong(id, OlderOnly)) return true;
-        for (const Renamed& frame : FirstNames) {
-            if (head->version() > 2 || id != frame.Old) continue;
-            head->setFrameID(frame.Name);
-            return true;
-        }
-        return OpenFactory::updateFrame(head);
-    }
-};
-
-// The frame that holds a property, and a description with it where it is one of several.
-struct FrameOfKey {
+struct Name {
     const char* Key;
-    const char* Frame;
+    const char* Id;
+    const char* First;  // in the first version
+    const char* Other;  // in the newest one where that differs
 };
-constexpr FrameOfKey Frames[] = {{"TITLE", "TIT2"},         {"ARTIST", "TPE1"},    {"ALBUM", "TALB"},
-                                 {"GENRE", "TCON"},         {"COPYRIGHT", "TCOP"}, {"DATE", "TDRC"},
-                                 {"TRACKNUMBER", "TRCK"},   {"COMPOSER", "TCOM"},  {"ENCODEDBY", "TENC"},
-                                 {"ORIGINALARTIST", "TOPE"}};
+constexpr Name Names[] = {{"TITLE", "TIT2", "TT2", nullptr},     {"ARTIST", "TPE1", "TP1", nullptr},
+                          {"ALBUM", "TALB", "TAL", nullptr},     {"GENRE", "TCON", "TCO", nullptr},
+                          {"COPYRIGHT", "TCOP", "TCR", nullptr}, {YearKey, "TYER", "TYE", "TDRC"},
+                          {TrackKey, "TRCK", "TRK", nullptr},    {"COMPOSER", "TCOM", "TCM", nullptr},
+                          {"ENCODEDBY", "TENC", "TEN", nullptr}, {"ORIGINALARTIST", "TOPE", "TOA", nullptr},
+                          {"COMMENT", "COMM", "COM", nullptr},   {"URL", "WXXX", "WXX", nullptr}};
 
-bool Holds(const Id3v2::Frame& frame, const TagLib::String& key) {
-    const auto isNamed = [&](const TagLib::String& description, const char* plain) {
-        return description.upper() == key || (description.isEmpty() && key == plain);
-    };
-    if (const auto* text = dynamic_cast<const Id3v2::UserTextIdentificationFrame*>(&frame))
-        return text->description().upper() == key;
-    if (const auto* comment = dynamic_cast<const Id3v2::CommentsFrame*>(&frame))
-        return isNamed(comment->description(), "COMMENT");
-    if (const auto* link = dynamic_cast<const Id3v2::UserUrlLinkFrame*>(&frame))
-        return isNamed(link->description(), "URL");
-    const TagLib::ByteVector id = frame.frameID();
-    return std::any_of(std::begin(Frames), std::end(Frames),
-                       [&](const FrameOfKey& one) { return key == one.Key && id == one.Frame; });
+bool IsComment(const QByteArray& id) {
+    return id == "COM" || id == "COMM";
+}
+bool IsDescribed(const QByteArray& id) {
+    return IsComment(id) || id.startsWith("TXX") || id.startsWith("WXX");
 }
 
-constexpr const char* Years[] = {"TDRC", "TDOR"};
+// A frame of a description and a text: what stands before the description, it, and what follows.
+struct Described {
+    char Encoding;
+    QByteArray Language;
+    QByteArray Description;
+    QByteArray Text;
+};
 
-// Four digits, and perhaps a day and a time behind them.
-bool IsFullYear(const TagLib::String& text) {
-    return text.size() >= 4 &&
-           std::all_of(text.begin(), text.begin() + 4, [](wchar_t c) { return c >= L'0' && c <= L'9'; }) &&
-           (text.size() == 4 || text.size() == 10 || text.size() >= 16);
+std::optional<Described> DescribedIn(const QByteArray& id, const QByteArray& content) {
+    const qsizetype language = IsComment(id) ? 3 : 0;
+    if (content.size() < 1 + language) return {};
+    const auto parted = FirstOfId3v2(content.sliced(1 + language), content[0]);
+    if (!parted) return {};
+    return Described{content[0], content.sliced(1, language), parted->first, parted->second};
 }
 
-// The first frame takes the field's text, and keeps its language, its description and its further texts.
-void ChangeFirst(Id3v2::Frame& frame, const TagLib::String& text) {
-    if (auto* texts = dynamic_cast<Id3v2::TextIdentificationFrame*>(&frame)) {
-        TagLib::StringList list = texts->fieldList();
-        if (!list.isEmpty()) list.erase(list.begin());
-        list.prepend(text);
-        texts->setText(list);
-    } else {
-        frame.setText(text);
+TagLib::String YearIn(const TagLib::String& text) {
+    return text.substr(0, 4);
+}
+
+[[noreturn]] void Refuse(const QString& reason) {
+    throw Failure(FailureNumber::Component, reason);
+}
+
+// The library's tag over bytes.
+struct TagOfBytes : TagLib::ID3v2::Tag {
+    explicit TagOfBytes(const QByteArray& bytes) {
+        const auto part = [&](qsizetype from, qsizetype size) {
+            return TagLib::ByteVector(bytes.constData() + from, static_cast<unsigned>(size));
+        };
+        header()->setData(part(0, Id3v2HeadSize));
+        parse(part(Id3v2HeadSize, bytes.size() - Id3v2HeadSize));
     }
-}
-
-// The library joins a day and a time with the year before them, and drops those that stand alone.
-void KeepSpareDates(Id3v2::Tag& tag) {
-    const auto keep = [&](const char* id, unsigned int joinedLength) {
-        const Id3v2::FrameList years = tag.frameList("TDRC");
-        if (!years.isEmpty() && years.front()->toString().size() >= joinedLength) return;
-        const Id3v2::FrameList dropped = tag.frameList(id);
-        for (Id3v2::Frame* frame : dropped) {
-            tag.addFrame(new Id3v2::UnknownFrame(frame->render()));
-            tag.removeFrame(frame);
-        }
-    };
-    keep("TDAT", 10);
-    keep("TIME", 16);
-}
+};
 
 }  // namespace
 
-void ChangeFrames(Id3v2::Tag& tag, const TagLib::PropertyMap& changes) {
-    KeepSpareDates(tag);
-    for (const auto& [key, texts] : changes) {
-        Id3v2::FrameList frames;
-        for (Id3v2::Frame* frame : tag.frameList()) {
-            if (Holds(*frame, key)) frames.append(frame);
+Id3v2Frames::Id3v2Frames() : Head("ID3\4\0\0\0\0\0\0", Id3v2HeadSize) {}
+
+std::optional<Id3v2Frames> Id3v2Frames::Parse(const QByteArray& tag) {
+    const auto reading = ReadId3v2(tag);
+    if (!reading) return {};
+    Id3v2Frames frames;
+    frames.Head = tag.first(Id3v2HeadSize);
+    frames.Extension = reading->Extension;
+    frames.Counting = reading->CountsInSevens ? Sizes::Sevens : Sizes::Eights;
+    frames.IsUnsynchronised = reading->IsUnsynchronised;
+    frames.LeastPadding = reading->LeastPadding;
+    frames.OddPadding = reading->OddPadding;
+    frames.Frames = reading->Frames;
+    return frames;
+}
+
+// Whether bytes that mean the beginning of sound to old players may not stand in what is added.
+bool Id3v2Frames::IsLeftPlain() const {
+    return (Head[5] & Id3v2Unsynchronised) != 0 && !IsUnsynchronised;
+}
+
+// Without what the newest version may put before a frame's content and between its bytes.
+QByteArray Id3v2Frames::ContentOf(const Id3v2Frame& frame) const {
+    const qsizetype head = Id3v2FrameHead(Version());
+    QByteArray content = frame.Bytes.sliced(head);
+    if (Version() < 4) return content;
+    const int flags = frame.Bytes[9];
+    if ((flags & Id3v2HasLength) != 0) content = content.sliced(std::min<qsizetype>(4, content.size()));
+    if ((flags & Id3v2FrameUnsynchronised) != 0 || (Head[5] & Id3v2Unsynchronised) != 0)
+        content.replace(QByteArray("\xFF\0", 2), QByteArray("\xFF", 1));
+    return content;
+}
+
+QByteArray Id3v2Frames::KeyOf(const Id3v2Frame& frame) const {
+    if (IsDescribed(frame.Id)) {
+        const auto parts = DescribedIn(frame.Id, ContentOf(frame));
+        if (!parts) return {};
+        const QByteArray plain = IsComment(frame.Id) ? "COMMENT" : frame.Id.startsWith("WXX") ? "URL" : "";
+        const QByteArray key = ToFileText(DecodeId3v2(parts->Description, parts->Encoding).upper());
+        if (plain.isEmpty()) return key;
+        return key.isEmpty() || key == plain ? plain : QByteArray();
+    }
+    for (const Name& name : Names) {
+        if (frame.Id == name.Id || frame.Id == name.First ||
+            (name.Other != nullptr && frame.Id == name.Other))
+            return name.Key;
+    }
+    return {};
+}
+
+// The texts alone, in the simplest form of the tag's version, for the library to read.
+QByteArray Id3v2Frames::Normalised() const {
+    QByteArray frames;
+    const qsizetype head = Id3v2FrameHead(Version());
+    for (const Id3v2Frame& frame : Frames) {
+        const bool isText = frame.Id.startsWith('T');
+        if (!isText && !frame.Id.startsWith('W') && !IsComment(frame.Id)) continue;
+        const bool isPlain = Version() < 3 || (frame.Bytes[9] & ~Id3v2FrameUnsynchronised) == 0;
+        const QByteArray content = isPlain ? ContentOf(frame) : frame.Bytes.sliced(head);
+        const QByteArray size =
+            Id3v2Number(isPlain && isText ? RepairedId3v2Text(content).size() : content.size(),
+                        Version() < 3 ? 3 : 4, Version() < 4 ? 8 : 7);
+        frames += frame.Id + size;
+        if (Version() >= 3) frames += QByteArray(1, '\0') + (isPlain ? '\0' : frame.Bytes[9]);
+        frames += isPlain && isText ? RepairedId3v2Text(content) : content;
+    }
+    return Head.first(4) + QByteArray(2, '\0') + Id3v2Number(frames.size(), 4, 7) + frames;
+}
+
+TagLib::PropertyMap Id3v2Frames::Properties() const {
+    return TagOfBytes(Normalised()).properties();
+}
+
+RawFields Id3v2Frames::Fields() const {
+    RawFields fields{{"ID3v2", {}, Head.first(6)}};
+    if (!Extension.isEmpty()) {
+        // What it says of the padding changes with that.
+        const bool tellsPadding = Version() == 3 && Extension.size() >= 10;
+        fields.append(
+            {"extension", {}, tellsPadding ? Extension.first(6) + Extension.sliced(10) : Extension});
+    }
+    for (const Id3v2Frame& frame : Frames) fields.append({frame.Id, KeyOf(frame), frame.Bytes});
+    return fields;
+}
+
+Id3v2Frame Id3v2Frames::FrameOf(const QByteArray& id, const QByteArray& content, char flags) const {
+    if (IsLeftPlain() && Version() < 4 && content.contains(QByteArray("\xFF\0", 2)))
+        Refuse(u"The tag says of itself what it is not, and the text cannot be added to it"_s);
+    const bool inSevens = Counting == Sizes::Sevens;
+    const QByteArray size = Id3v2Number(content.size(), Version() < 3 ? 3 : 4, inSevens ? 7 : 8);
+    if (Id3v2NumberIn(size, inSevens ? 7 : 8) != content.size()) Refuse(u"The text is too long"_s);
+    QByteArray bytes = id + size;
+    if (Version() >= 3) bytes += QByteArray(1, flags) + '\0';
+    return {id, bytes + content};
+}
+
+// A frame that is there keeps its name, its language, its description and its further texts.
+Id3v2Frame Id3v2Frames::Fresh(const QByteArray& key, const TagLib::String& text,
+                              const Id3v2Frame* old) const {
+    QByteArray id = Version() < 3 ? "TXX" : "TXXX";
+    for (const Name& name : Names) {
+        if (key == name.Key)
+            id = Version() < 3 ? name.First : Version() > 3 && name.Other != nullptr ? name.Other : name.Id;
+    }
+    char flags = '\0';
+    QByteArray content;
+    if (old != nullptr) {
+        id = old->Id;
+        content = ContentOf(*old);
+        if (Version() >= 3) {
+            flags = old->Bytes[8];
+            const int known = Version() == 3 ? 0 : Id3v2FrameUnsynchronised | Id3v2HasLength;
+            if ((old->Bytes[9] & ~known) != 0) Refuse(u"The field is packed in a way that is not written"_s);
         }
+    }
+    // No byte of UTF-8 is one that old players stumble over.
+    const bool withoutLatin = Version() == 4 && (Head[5] & Id3v2Unsynchronised) != 0;
+    if (IsDescribed(id)) {
+        const auto parts = DescribedIn(id, content);
+        const bool isUrl = id.startsWith("WXX");
+        TagLib::String description;
+        if (parts) {
+            description = DecodeId3v2(parts->Description, parts->Encoding);
+        } else if (id.startsWith("TXX")) {
+            description = TagLib::String(key.toStdString(), TagLib::String::UTF8);
+        }
+        TagLib::StringList texts = description;
+        if (!isUrl) texts.append(text);
+        const Id3v2Text encoding = Id3v2EncodingFor(texts, Version(), withoutLatin);
+        const QByteArray language =
+            IsComment(id) ? parts ? parts->Language : QByteArray("XXX") : QByteArray();
+        const QByteArray end(encoding == Id3v2Text::Marked ? 2 : 1, '\0');
+        return FrameOf(id,
+                       static_cast<char>(encoding) + language + EncodeId3v2(description, encoding) + end +
+                           EncodeId3v2(text, isUrl ? Id3v2Text::Latin : encoding),
+                       flags);
+    }
+    TagLib::StringList texts = id == "TYER" || id == "TYE" ? YearIn(text) : text;
+    if (!content.isEmpty()) {
+        const QList<QByteArray> before = SplitId3v2(content.sliced(1), content[0]);
+        for (qsizetype n = 1; n < before.size(); ++n) texts.append(DecodeId3v2(before[n], content[0]));
+    }
+    const Id3v2Text encoding = Id3v2EncodingFor(texts, Version(), withoutLatin);
+    QByteArray bytes(1, static_cast<char>(encoding));
+    for (auto one = texts.begin(); one != texts.end(); ++one) {
+        if (one != texts.begin()) bytes += QByteArray(encoding == Id3v2Text::Marked ? 2 : 1, '\0');
+        bytes += EncodeId3v2(*one, encoding);
+    }
+    return FrameOf(id, bytes, flags);
+}
+
+void Id3v2Frames::Change(const TagLib::PropertyMap& changes) {
+    for (const auto& [name, texts] : changes) {
+        const QByteArray key = ToFileText(name);
+        const auto isWanted = [&](const Id3v2Frame& frame) { return KeyOf(frame) == key; };
+        const auto found = std::find_if(Frames.begin(), Frames.end(), isWanted);
         if (texts.isEmpty()) {
-            for (Id3v2::Frame* frame : frames) tag.removeFrame(frame);
-        } else if (frames.isEmpty()) {
-            tag.addFrame(Id3v2::Frame::createTextualFrame(key, texts));
+            Frames.removeIf(isWanted);
+        } else if (found != Frames.end()) {
+            *found = Fresh(key, texts.front(), &*found);
         } else {
-            ChangeFirst(*frames.front(), texts.front());
+            // In front, since it may not be certain where the last one ends.
+            Frames.prepend(Fresh(key, texts.front(), nullptr));
         }
     }
 }
 
-Id3v2::Version VersionToWrite(const Id3v2::Tag& tag) {
-    const Id3v2::FrameListMap& frames = tag.frameListMap();
-    // Years that are no year become one there, or nothing.
-    const bool hasOddYear = std::any_of(std::begin(Years), std::end(Years), [&](const char* id) {
-        return frames.contains(id) && !frames[id].isEmpty() && !IsFullYear(frames[id].front()->toString());
-    });
-    const bool isOld = !tag.isEmpty() && tag.header()->majorVersion() < 4;
-    const bool hasNewest = std::any_of(std::begin(NewestOnly), std::end(NewestOnly),
-                                       [&](const char* id) { return frames.contains(id); });
-    return isOld && !hasNewest && !hasOddYear ? Id3v2::v3 : Id3v2::v4;
-}
-
-Id3v2::FrameFactory* KeepingFrames() {
-    static KeepingFactory Factory;
-    return &Factory;
+QByteArray Id3v2Frames::Bytes(qint64 room) const {
+    constexpr qsizetype UsualPadding = 1024;
+    if (Id3v2HasSum(Version(), Extension)) Refuse(u"The tag holds a sum over its parts"_s);
+    QByteArray frames;
+    for (const Id3v2Frame& frame : Frames) frames += frame.Bytes;
+    const auto joined = [&](qsizetype padding) {
+        QByteArray body = Id3v2WithPadding(Version(), Extension, padding) + frames;
+        if (IsUnsynchronised) body = Id3v2Unsynchronise(body);
+        return body;
+    };
+    const bool hasFooter = Version() == 4 && (Head[5] & Id3v2HasFooter) != 0;
+    const qsizetype least = Id3v2HeadSize + joined(0).size() + LeastPadding;
+    const qsizetype padding = OddPadding      ? *OddPadding
+                              : hasFooter     ? LeastPadding
+                              : least <= room ? static_cast<qsizetype>(room) - least + LeastPadding
+                                              : std::max(UsualPadding, LeastPadding);
+    const QByteArray body = joined(padding) + QByteArray(padding, '\0');
+    const QByteArray size = Id3v2Number(body.size(), 4, 7);
+    if (Id3v2NumberIn(size, 7) != body.size()) Refuse(u"The tag would be too large"_s);
+    const QByteArray tag = Head.first(6) + size + body;
+    return hasFooter ? tag + "3DI" + tag.sliced(3, 7) : tag;
 }
 
 }  // namespace Sonmira

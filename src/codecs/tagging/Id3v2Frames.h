@@ -1,26 +1,58 @@
 #pragma once
 
-#include <id3v2framefactory.h>
-#include <id3v2header.h>
+#include "codecs/tagging/RawFields.h"
+
 #include <tpropertymap.h>
 
-namespace TagLib::ID3v2 {
-class Tag;
-}
+#include <optional>
 
 namespace Sonmira {
 
-// Changes single frames of an ID3v2 tag; all others stay as they are, of which the library's own way would
-// join some and drop others.
-// Source of the facts: ID3v2.3.0 and ID3v2.4.0, id3.org.
-void ChangeFrames(TagLib::ID3v2::Tag& tag, const TagLib::PropertyMap& changes);
+// One frame: what it is called, and its bytes with its head.
+struct Id3v2Frame {
+    QByteArray Id;
+    QByteArray Bytes;
+};
 
-// The version in which a tag is written: the older one stays, since some players read that only, unless the
-// tag holds a frame that it does not know and the library would drop.
-TagLib::ID3v2::Version VersionToWrite(const TagLib::ID3v2::Tag& tag);
+// An ID3v2 tag as its bytes lie in the file. Frames that are not named in a change keep theirs, whatever they
+// mean and however the program that wrote them counted their sizes.
+// Source of the facts: ID3v2.2.0, ID3v2.3.0 and ID3v2.4.0, id3.org.
+class Id3v2Frames {
+public:
+    // A new tag of the newest version, without frames.
+    Id3v2Frames();
+    // Nothing where no way of counting sizes fills the tag to its last byte, or where two ways do that differ
+    // in more than the padding.
+    static std::optional<Id3v2Frames> Parse(const QByteArray& tag);
 
-// Makes the frames of a tag, and keeps those of the older versions that the library drops because the newest
-// one has no such frame.
-TagLib::ID3v2::FrameFactory* KeepingFrames();
+    int Version() const { return static_cast<unsigned char>(Head[3]); }
+    const QList<Id3v2Frame>& All() const { return Frames; }
+    TagLib::PropertyMap Properties() const;
+    RawFields Fields() const;
+
+    // Fails where the frame to change is of a kind that cannot be written here.
+    void Change(const TagLib::PropertyMap& changes);
+    // The bytes of the tag: as many as `room`, if they fit into that. Fails where a tag cannot be so large,
+    // or holds a sum over its old frames.
+    QByteArray Bytes(qint64 room) const;
+
+private:
+    enum class Sizes { Sevens, Eights };
+
+    bool IsLeftPlain() const;
+    QByteArray ContentOf(const Id3v2Frame& frame) const;
+    QByteArray KeyOf(const Id3v2Frame& frame) const;
+    Id3v2Frame Fresh(const QByteArray& key, const TagLib::String& text, const Id3v2Frame* old) const;
+    Id3v2Frame FrameOf(const QByteArray& id, const QByteArray& content, char flags) const;
+    QByteArray Normalised() const;
+
+    QByteArray Head;       // the first ten bytes
+    QByteArray Extension;  // the extended header
+    QList<Id3v2Frame> Frames;
+    Sizes Counting = Sizes::Sevens;
+    bool IsUnsynchronised = false;  // all of it, so that bytes stand between others
+    qsizetype LeastPadding = 0;
+    std::optional<qsizetype> OddPadding;  // no more and no less
+};
 
 }  // namespace Sonmira

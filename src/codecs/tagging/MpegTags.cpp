@@ -4,50 +4,57 @@
 #include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/PropertyTags.h"
+#include "platform/Failure.h"
 
-#include <id3v1tag.h>
+#include <id3v2framefactory.h>
 #include <id3v2tag.h>
 #include <mpegfile.h>
 
 namespace Sonmira {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-using Library = TagLib::MPEG::File;
-
-class MpegTags : public LibraryFile<Library> {
+class MpegTags : public LibraryFile<TagLib::MPEG::File> {
 public:
-    explicit MpegTags(const QByteArray& file) : LibraryFile(file, KeepingFrames()) {}
+    explicit MpegTags(const QByteArray& file)
+        : LibraryFile(file, TagLib::ID3v2::FrameFactory::instance()),
+          FrontSize(Id3v2Size(Stream.Bytes(0, 10))),
+          Old(Id3v1AtEnd(Stream)) {
+        if (FrontSize > 0) Front = Id3v2Frames::Parse(Stream.Bytes(0, FrontSize));
+    }
 
     bool IsValid() { return File.isOpen(); }
 
     TagValues Read(qint16 kind) override {
-        if (kind == 1) return File.hasID3v1Tag() ? ReadId3v1(*File.ID3v1Tag()) : TagValues();
+        if (kind == 1) return Old.isEmpty() ? TagValues() : ReadId3v1(Old);
         return ValuesOf(Properties());
     }
 
     bool Says(qint16 kind, const TagValues& values) override {
         // No tag says nothing as well as an empty one.
         if (kind == 1) return IsSame(Read(kind), values);
-        return File.hasID3v2Tag() && ChangesTo(Properties(), values, kind).isEmpty();
+        return (Front || File.hasID3v2Tag()) && ChangesTo(Properties(), values, kind).isEmpty();
+    }
+
+    TagEdits Edits(qint16 kind, const TagValues& values) override {
+        if (kind == 1) return EditsOfId3v1(Read(kind), values);
+        return EditsOf(ChangesTo(Properties(), values, kind));
+    }
+
+    RawFields Raw() override {
+        RawFields fields = Id3v1Fields(Old);
+        if (Front) {
+            fields += Front->Fields();
+        } else if (FrontSize > 0) {
+            fields.append({"ID3v2", {}, Stream.Bytes(0, FrontSize)});
+        }
+        return fields;
     }
 
     bool Write(qint16 kind, const TagValues& values) override {
-        constexpr auto KeepOthers = TagLib::File::StripNone;
-        constexpr auto ToEachItsOwn = TagLib::File::DoNotDuplicate;
-        if (kind == 1) {
-            TagValues now = Read(kind);
-            // A new tag says its genre in any case, also the one for "other".
-            if (!File.hasID3v1Tag()) now.Genre = -1;
-            ChangeId3v1(*File.ID3v1Tag(true), now, values);
-            return Saved(File.save(Library::ID3v1, KeepOthers, TagLib::ID3v2::v4, ToEachItsOwn));
-        }
-        if (File.hasID3v2Tag()) CheckFrontTag();
-        const TagLib::PropertyMap changes = ChangesTo(Properties(), values, kind);
-        TagLib::ID3v2::Tag& tag = *File.ID3v2Tag(true);
-        const auto version = VersionToWrite(tag);
-        ChangeFrames(tag, changes);
-        return Saved(File.save(Library::ID3v2, KeepOthers, version, ToEachItsOwn));
+        return Saved(kind == 1 ? WriteOld(values) : WriteFront(kind, values));
     }
 
 private:
@@ -56,15 +63,47 @@ private:
                one.Comment == other.Comment && one.Genre == other.Genre && one.Year == other.Year &&
                one.Track == other.Track;
     }
-    void CheckFrontTag() {
-        constexpr qint64 Enough = 1 << 16;
-        const QByteArray tag = Stream.Bytes(0, Id3v2Size(Stream.Bytes(0, 10)));
-        CheckFramesAreKept(tag);
-        CheckSoundFollows(Stream.Bytes(tag.size(), Enough));
-    }
     TagLib::PropertyMap Properties() {
+        if (Front) return Front->Properties();
         return File.hasID3v2Tag() ? File.ID3v2Tag()->properties() : TagLib::PropertyMap();
     }
+
+    bool WriteOld(const TagValues& values) {
+        TagValues now = Read(1);
+        // A new tag says its genre in any case, also the one for "other".
+        if (Old.isEmpty()) now.Genre = -1;
+        QByteArray tag = Old.isEmpty() ? EmptyId3v1() : Old;
+        ChangeId3v1(tag, now, values);
+        // The track that every save fills in is passed over there; one that was asked for is not.
+        if (IsTrackCrowdedOut(tag) && values.Track != now.Track && values.Track > 1)
+            throw Failure(FailureNumber::Component, u"The comment of the tag leaves no place for a track"_s);
+        const auto at = static_cast<unsigned long>(Stream.length() - Old.size());
+        Stream.insert(TagLib::ByteVector(tag.constData(), static_cast<unsigned>(tag.size())), at,
+                      static_cast<unsigned long>(Old.size()));
+        Old = tag;
+        return true;
+    }
+
+    bool WriteFront(qint16 kind, const TagValues& values) {
+        const TagLib::PropertyMap changes = ChangesTo(Properties(), values, kind);
+        if (FrontSize > 0 || File.hasID3v2Tag()) CheckFrontTag();
+        if (!Front) Front.emplace();
+        Front->Change(changes);
+        const QByteArray tag = Front->All().isEmpty() ? QByteArray() : Front->Bytes(FrontSize);
+        Stream.insert(TagLib::ByteVector(tag.constData(), static_cast<unsigned>(tag.size())), 0,
+                      static_cast<unsigned long>(FrontSize));
+        FrontSize = tag.size();
+        return true;
+    }
+    void CheckFrontTag() {
+        constexpr qint64 Enough = 1 << 16;
+        CheckFramesAreKept(Stream.Bytes(0, FrontSize));
+        CheckSoundFollows(Stream.Bytes(FrontSize, Enough));
+    }
+
+    qint64 FrontSize;
+    std::optional<Id3v2Frames> Front;
+    QByteArray Old;  // the ID3v1 tag at the end
 };
 
 }  // namespace

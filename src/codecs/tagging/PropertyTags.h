@@ -27,23 +27,6 @@ protected:
     Library File;
 };
 
-// A file of one kind of tag whose named properties the library changes one by one.
-template <class Library>
-class PropertyTags : public LibraryFile<Library> {
-public:
-    using LibraryFile<Library>::LibraryFile;
-
-    TagValues Read(qint16 /*kind*/) override { return ValuesOf(this->File.properties()); }
-    bool Says(qint16 kind, const TagValues& values) override {
-        return ChangesTo(this->File.properties(), values, kind).isEmpty();
-    }
-    bool Write(qint16 kind, const TagValues& values) override {
-        const TagLib::PropertyMap now = this->File.properties();
-        this->File.setProperties(Changed(now, ChangesTo(now, values, kind)));
-        return this->Saved(this->File.save());
-    }
-};
-
 // Opens the file as one of that kind; null where it is none.
 template <class Tagged, class... Arguments>
 std::unique_ptr<TaggedFile> TryOpen(const QByteArray& file, Arguments... arguments) {

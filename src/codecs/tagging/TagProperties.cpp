@@ -1,8 +1,10 @@
 #include "codecs/tagging/TagProperties.h"
 
 #include "codecs/GenreNames.h"
+#include "platform/NarrowText.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace Sonmira {
 
@@ -38,11 +40,20 @@ QString TextOf(const TagLib::PropertyMap& properties, const char* key) {
                                                                 : FromTagText(found->second.front());
 }
 
-// The number in front, such as the 3 of "3/12" and the 2010 of "2010-05-01".
-int NumberInFront(const QString& text) {
-    qsizetype length = 0;
-    while (length < text.size() && text[length] >= u'0' && text[length] <= u'9') ++length;
-    return text.first(length).toInt();
+// The number in front, such as the 3 of "3/12" and the 2010 of "2010-05-01"; `most` for any beyond that.
+int NumberInFront(const QString& text, int most) {
+    qint64 number = 0;
+    for (qsizetype at = 0; at < text.size() && text[at] >= u'0' && text[at] <= u'9'; ++at)
+        number = std::min<qint64>(number * 10 + text[at].digitValue(), most);
+    return static_cast<int>(number);
+}
+
+int YearIn(const TagLib::PropertyMap& properties) {
+    return NumberInFront(TextOf(properties, YearKey), std::numeric_limits<qint32>::max());
+}
+
+int TrackIn(const TagLib::PropertyMap& properties) {
+    return NumberInFront(TextOf(properties, TrackKey), std::numeric_limits<qint16>::max());
 }
 
 // The change of one key.
@@ -62,7 +73,6 @@ struct Change {
 
     void SetNumber(const char* key, int number) const {
         const QString now = TextOf(Now, key);
-        if (NumberInFront(now) == number) return;
         // "3/12" keeps its total.
         const qsizetype total = now.indexOf(u'/');
         const bool keepsTotal = key == TrackKey && total >= 0 && number > 0;
@@ -91,13 +101,22 @@ TagLib::String ToTagText(const QString& text) {
     return {(padding < 0 ? text : text.first(padding)).toStdString(), TagLib::String::UTF8};
 }
 
+TagLib::String FromFileText(const QByteArray& bytes) {
+    const bool isUtf8 = !HoldsRawBytes(FromNarrow(bytes));
+    return {bytes.toStdString(), isUtf8 ? TagLib::String::UTF8 : TagLib::String::Latin1};
+}
+
+QByteArray ToFileText(const TagLib::String& text) {
+    return QByteArray::fromStdString(text.to8Bit(true));
+}
+
 TagValues ValuesOf(const TagLib::PropertyMap& properties) {
     TagValues values;
     for (const TextKey& text : TextKeys) values.*text.Field = TextOf(properties, KeyIn(properties, text));
     const int genre = GenreIndexOf(values.GenreString);
     if (genre >= 0) values.Genre = static_cast<qint16>(genre);
-    values.Year = NumberInFront(TextOf(properties, YearKey));
-    values.Track = static_cast<qint16>(std::clamp(NumberInFront(TextOf(properties, TrackKey)), 0, 32767));
+    values.Year = YearIn(properties);
+    values.Track = static_cast<qint16>(TrackIn(properties));
     return values;
 }
 
@@ -108,14 +127,16 @@ TagLib::PropertyMap ChangesTo(const TagLib::PropertyMap& properties, const TagVa
     for (const TextKey& text : TextKeys) {
         const bool isGenre = text.Field == &TagValues::GenreString;
         const QString wanted = isGenre ? GenreOf(values, kind) : FromTagText(ToTagText(values.*text.Field));
-        if (wanted == now.*text.Field) continue;
+        // Nobody is shown what follows a NUL.
+        const QString shown = FromTagText(ToTagText(now.*text.Field));
+        if (wanted == (isGenre ? shown.trimmed() : shown)) continue;
         // A genre of the table keeps the spelling that the file has.
         if (isGenre && GenreIndexOf(wanted) >= 0 && GenreIndexOf(wanted) == GenreIndexOf(now.GenreString))
             continue;
         change.SetText(KeyIn(properties, text), wanted);
     }
-    change.SetNumber(YearKey, values.Year);
-    change.SetNumber(TrackKey, values.Track);
+    if (values.Year != now.Year) change.SetNumber(YearKey, values.Year);
+    if (values.Track != now.Track) change.SetNumber(TrackKey, values.Track);
     return changes;
 }
 
@@ -125,6 +146,12 @@ TagLib::PropertyMap Changed(TagLib::PropertyMap properties, const TagLib::Proper
         if (!texts.isEmpty()) properties.insert(key, texts);
     }
     return properties;
+}
+
+TagEdits EditsOf(const TagLib::PropertyMap& changes) {
+    TagEdits edits;
+    for (const auto& [key, texts] : changes) edits.insert(ToFileText(key), texts.isEmpty());
+    return edits;
 }
 
 }  // namespace Sonmira

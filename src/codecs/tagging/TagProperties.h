@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codecs/AudioInformation.h"
+#include "codecs/tagging/RawFields.h"
 
 #include <tpropertymap.h>
 
@@ -15,6 +16,10 @@ QString FromTagText(const TagLib::String& text);
 // Without what follows a first NUL.
 TagLib::String ToTagText(const QString& text);
 
+// A text as files hold it: UTF-8 today, and Latin-1 where older programs wrote it.
+TagLib::String FromFileText(const QByteArray& bytes);
+QByteArray ToFileText(const TagLib::String& text);
+
 TagValues ValuesOf(const TagLib::PropertyMap& properties);
 
 // What has to change so that `properties` say `values`: the new texts of each such key, none where it goes.
@@ -24,5 +29,7 @@ TagLib::PropertyMap ChangesTo(const TagLib::PropertyMap& properties, const TagVa
 
 // `properties` after those changes.
 TagLib::PropertyMap Changed(TagLib::PropertyMap properties, const TagLib::PropertyMap& changes);
+
+TagEdits EditsOf(const TagLib::PropertyMap& changes);
 
 }  // namespace Sonmira

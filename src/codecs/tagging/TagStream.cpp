@@ -1,6 +1,7 @@
 #include "codecs/tagging/TagStream.h"
 
 #include "codecs/FileFailure.h"
+#include "platform/Failure.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,7 +13,12 @@
 
 namespace Sonmira {
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+// By how much a tag can make a file longer: the longest text and room for the next ones.
+constexpr long MostGrowth = 64L << 20;
 
 int OpenFor(const QByteArray& file, int mode) {
     return open(file.constData(), mode | O_CLOEXEC | O_NONBLOCK);
@@ -34,7 +40,8 @@ std::size_t ReadAt(int file, long place, char* bytes, std::size_t size) {
 TagStream::TagStream(const QByteArray& file)
     : Name(file),
       IsWritable(faccessat(AT_FDCWD, file.constData(), W_OK, AT_EACCESS) == 0),
-      File(OpenFor(file, O_RDONLY)) {}
+      File(OpenFor(file, O_RDONLY)),
+      FirstLength(length()) {}
 
 QByteArray TagStream::Bytes(qint64 place, qint64 size) {
     const qint64 left = place < 0 ? 0 : std::max<qint64>(length() - place, 0);
@@ -50,6 +57,7 @@ void TagStream::CheckWrites() const {
 }
 
 TagLib::ByteVector TagStream::readBlock(unsigned long length) {
+    Count(1, 0);
     // Sizes come from the file and may lie.
     const long left = std::max(this->length() - Place, 0L);
     const auto size = std::min(length, static_cast<unsigned long>(left));
@@ -109,6 +117,7 @@ void TagStream::MoveEnd(long from, long to) {
     from = std::min(from, end);
     if (from == to || !IsOpenForWriting()) return;
     if (to > from) {
+        if (to - from > MostGrowth) throw Failure(FailureNumber::Component, u"The tag would be too large"_s);
         // Room first: a disk that gets full in the middle would leave the sound half moved.
         Error = posix_fallocate(File.Number(), end, to - from);
         if (Error != 0) {
@@ -129,7 +138,22 @@ void TagStream::MoveEnd(long from, long to) {
     if (to < from) truncate(to + end - from);
 }
 
+// All of the file is moved a few times at most, and a step for every byte of it is more than any table has.
+void TagStream::Count(long steps, long bytes) {
+    constexpr long Tag = 64L << 20;
+    constexpr long FewSteps = 1'000'000;
+    constexpr long Times = 4;
+    Steps += steps;
+    Written += bytes;
+    if (Steps <= FirstLength + FewSteps && Written <= Times * FirstLength + Tag) return;
+    throw Failure(FailureNumber::Component, u"The file is damaged, and a save would come to no end"_s);
+}
+
 void TagStream::WriteAt(long place, const char* bytes, std::size_t size) {
+    Count(1, static_cast<long>(size));
+    if (place + static_cast<long>(size) > FirstLength + MostGrowth) {
+        throw Failure(FailureNumber::Component, u"The tag would be too large"_s);
+    }
     for (std::size_t done = 0; done < size && IsOpenForWriting();) {
         const ssize_t count =
             pwrite(File.Number(), bytes + done, size - done, place + static_cast<long>(done));

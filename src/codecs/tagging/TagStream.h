@@ -9,7 +9,8 @@
 namespace Sonmira {
 
 // A file under the tag library. Its own stream never says when a disk is full, and a tag or sound that was
-// cut off would pass for one that was saved; this one remembers the first write that failed.
+// cut off would pass for one that was saved; this one remembers the first write that failed. A library that
+// a damaged file leads round in circles comes to an end: work far beyond what a tag can need fails.
 class TagStream final : public TagLib::IOStream {
 public:
     // A native path. The file is open for reading until the first write.
@@ -20,15 +21,23 @@ public:
     // Fails as the first failed write did.
     void CheckWrites() const;
 
-    TagLib::FileName name() const override { return Name.constData(); }
+    TagLib::FileName name() const override {
+        return Name.constData();
+    }
     TagLib::ByteVector readBlock(unsigned long length) override;
     void writeBlock(const TagLib::ByteVector& data) override;
     void insert(const TagLib::ByteVector& data, unsigned long start, unsigned long replace) override;
     void removeBlock(unsigned long start, unsigned long length) override;
-    bool readOnly() const override { return !IsWritable; }
-    bool isOpen() const override { return File.IsOpen(); }
+    bool readOnly() const override {
+        return !IsWritable;
+    }
+    bool isOpen() const override {
+        return File.IsOpen();
+    }
     void seek(long offset, Position from) override;
-    long tell() const override { return Place; }
+    long tell() const override {
+        return Place;
+    }
     long length() override;
     void truncate(long length) override;
 
@@ -37,6 +46,8 @@ private:
     bool IsOpenForWriting();
     // Moves all that follows `from` to `to`, which may lie on either side.
     void MoveEnd(long from, long to);
+    // Counts work against what the file and a tag can need. Fails beyond that.
+    void Count(long steps, long bytes);
     void WriteAt(long place, const char* bytes, std::size_t size);
 
     QByteArray Name;
@@ -45,6 +56,9 @@ private:
     Descriptor File;
     long Place = 0;
     int Error = 0;
+    long FirstLength;
+    long Steps = 0;
+    long Written = 0;
 };
 
 }  // namespace Sonmira

@@ -6,13 +6,9 @@
 #include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Mp4Tags.h"
 #include "codecs/tagging/MpegTags.h"
+#include "codecs/tagging/OggTags.h"
+#include "codecs/tagging/TagStream.h"
 #include "codecs/tagging/WavTags.h"
-
-#include <apefile.h>
-#include <mpcfile.h>
-#include <oggflacfile.h>
-#include <opusfile.h>
-#include <vorbisfile.h>
 
 #include <algorithm>
 
@@ -27,15 +23,10 @@ std::unique_ptr<TaggedFile> OpenTagged(const QByteArray& file, const QByteArray&
         return beginning.sliced(std::min(place, beginning.size())).startsWith(mark);
     };
     if (holdsAt(0, "fLaC")) return OpenFlacFileTags(file);
-    if (holdsAt(0, "OggS")) {
-        if (auto vorbis = TryOpen<PropertyTags<TagLib::Ogg::Vorbis::File>>(file)) return vorbis;
-        if (auto flac = TryOpen<PropertyTags<TagLib::Ogg::FLAC::File>>(file)) return flac;
-        return TryOpen<PropertyTags<TagLib::Ogg::Opus::File>>(file);
-    }
+    if (holdsAt(0, "OggS")) return OpenOggTags(file);
     if (holdsAt(0, "\x30\x26\xB2\x75")) return OpenAsfTags(file);
     if (holdsAt(0, "RIFF") && holdsAt(8, "WAVE")) return OpenWavTags(file);
-    if (holdsAt(0, "MAC ")) return TryOpen<ApeTags<TagLib::APE::File>>(file);
-    if (holdsAt(0, "MP+") || holdsAt(0, "MPCK")) return TryOpen<ApeTags<TagLib::MPC::File>>(file);
+    if (holdsAt(0, "MAC ") || holdsAt(0, "MP+") || holdsAt(0, "MPCK")) return OpenApeTags(file);
     if (holdsAt(4, "ftyp")) return OpenMp4Tags(file);
     // MPEG audio has no mark of its own that could be trusted: there the ending has the word.
     const QByteArray lower = name.toLower();

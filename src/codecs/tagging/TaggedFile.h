@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codecs/AudioInformation.h"
+#include "codecs/tagging/RawFields.h"
 
 #include <memory>
 
@@ -15,6 +16,10 @@ public:
     virtual TagValues Read(qint16 kind) = 0;
     // Whether a Write of these values would change nothing.
     virtual bool Says(qint16 kind, const TagValues& values) = 0;
+    // What a Write of these values changes.
+    virtual TagEdits Edits(qint16 kind, const TagValues& values) = 0;
+    // All parts of all tags of the file.
+    virtual RawFields Raw() = 0;
     // Writes what differs and returns whether the file took it.
     virtual bool Write(qint16 kind, const TagValues& values) = 0;
 };

@@ -3,14 +3,12 @@
 #include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/PropertyTags.h"
+#include "codecs/tagging/WavList.h"
 #include "platform/Failure.h"
-#include "platform/NarrowText.h"
 
-#include <QSet>
 #include <QtEndian>
 
 #include <id3v2tag.h>
-#include <infotag.h>
 #include <wavfile.h>
 
 #include <algorithm>
@@ -21,31 +19,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Library = TagLib::RIFF::WAV::File;
-using InfoTag = TagLib::RIFF::Info::Tag;
-
-// The library never destroys one through its base, which has no virtual destructor.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
-// Texts of the list are UTF-8 today and were Latin-1 once; the library drops those.
-class InfoTexts final : public TagLib::RIFF::Info::StringHandler {
-public:
-    InfoTexts() = default;
-    virtual ~InfoTexts() = default;
-    TagLib::String parse(const TagLib::ByteVector& data) const override {
-        const QString text = FromNarrow(QByteArray(data.data(), static_cast<qsizetype>(data.size())));
-        if (!HoldsRawBytes(text)) return StringHandler::parse(data);
-        return {TagLib::String(data, TagLib::String::Latin1)};
-    }
+// The library's file with its chunks open to us.
+struct ChunkFile : TagLib::RIFF::WAV::File {
+    using TagLib::RIFF::File::chunkCount;
+    using TagLib::RIFF::File::chunkData;
+    using TagLib::RIFF::File::chunkName;
+    using TagLib::RIFF::File::removeChunk;
+    using TagLib::RIFF::File::setChunkData;
+    using TagLib::RIFF::WAV::File::File;
 };
-#pragma GCC diagnostic pop
 
-// Fields that the list has under names that the library gives no property.
-struct InfoField {
-    const char* Name;
-    const char* Key;
-};
-constexpr InfoField OwnFields[] = {{"ICOP", "COPYRIGHT"}, {"ITCH", "ENCODEDBY"}};
+QByteArray BytesOf(const TagLib::ByteVector& bytes) {
+    return {bytes.data(), static_cast<qsizetype>(bytes.size())};
+}
 
 constexpr qint64 HeadSize = 8;
 
@@ -75,92 +61,133 @@ TagChunks ChunksOf(TagStream& file) {
     return chunks;
 }
 
-// Whether the library reads the list to its end, and finds nothing in it twice, of which it would keep one.
-bool IsListKept(const QByteArray& list) {
-    QSet<QByteArray> seen;
-    for (qint64 at = 4; at < list.size();) {
-        if (list[at] == '\0')
-            return std::all_of(list.begin() + at, list.end(), [](char c) { return c == '\0'; });
-        if (at + HeadSize > list.size()) return false;
-        const QByteArray name = list.sliced(at, 4);
-        const bool isName =
-            std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c < '\x7F'; });
-        const qint64 size = SizeIn(list, at);
-        if (!isName || seen.contains(name) || size > list.size() - at - HeadSize) return false;
-        seen.insert(name);
-        at += HeadSize + size + size % 2;
-    }
-    return true;
+bool IsList(const QByteArray& name, const QByteArray& content) {
+    return name == "LIST" && content.startsWith("INFO");
+}
+bool IsId3v2(const QByteArray& name, const QByteArray& /*content*/) {
+    return name.toLower() == "id3 ";
 }
 
-class WavTags : public LibraryFile<Library> {
+class WavTags : public LibraryFile<ChunkFile> {
 public:
-    explicit WavTags(const QByteArray& file) : LibraryFile(file) {}
+    explicit WavTags(const QByteArray& file) : LibraryFile(file) { ReadChunks(); }
 
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(Properties()); }
 
     // ID3v2 has to say it, and the list no more than that.
     bool Says(qint16 kind, const TagValues& values) override {
-        return ChangesTo(File.ID3v2Tag()->properties(), values, kind).isEmpty() &&
+        return ChangesTo(FrontProperties(), values, kind).isEmpty() &&
                ChangesTo(Properties(), values, kind).isEmpty();
+    }
+    TagEdits Edits(qint16 kind, const TagValues& values) override {
+        return EditsOf(ChangesTo(Properties(), values, kind));
+    }
+
+    RawFields Raw() override {
+        RawFields fields = Front ? Front->Fields() : RawFields();
+        if (List) fields += List->Fields();
+        const TagChunks chunks = ChunksOf(Stream);
+        if (!Front) AddWhole(fields, chunks.Id3v2);
+        if (!List) AddWhole(fields, chunks.Lists);
+        for (unsigned n = 0; n < File.chunkCount(); ++n) {
+            const QByteArray name = BytesOf(File.chunkName(n));
+            if (name == "data" || IsId3v2(name, {})) continue;
+            const QByteArray content = BytesOf(File.chunkData(n));
+            if (!IsList(name, content)) fields.append({"chunk " + name, {}, content});
+        }
+        return fields;
     }
 
     bool Write(qint16 kind, const TagValues& values) override {
         CheckChunks();
-        TagLib::ID3v2::Tag& tag = *File.ID3v2Tag();
-        const auto version = VersionToWrite(tag);
         const TagLib::PropertyMap now = Properties();
-        const TagLib::PropertyMap wanted = Changed(now, ChangesTo(now, values, kind));
-        ChangeFrames(tag, ChangesTo(tag.properties(), ValuesOf(wanted), kind));
-        WriteList(wanted);
-        return Saved(File.save(Library::AllTags, TagLib::File::StripNone, version));
+        const TagLib::PropertyMap changes = ChangesTo(now, values, kind);
+        const TagLib::PropertyMap wanted = Changed(now, changes);
+        if (!Front) Front.emplace();
+        Front->Change(WithMissing(changes, wanted, Front->Properties()));
+        if (!List) List.emplace();
+        List->Change(WithMissing(changes, wanted, List->Properties()));
+        const QByteArray old = ContentOf(IsId3v2);
+        const qint64 room = std::min<qint64>(Id3v2Size(old), old.size());
+        Put("ID3 ", IsId3v2, Front->All().isEmpty() ? QByteArray() : Front->Bytes(room) + old.sliced(room));
+        Put("LIST", IsList, List->IsEmpty() ? QByteArray() : List->Content());
+        return Saved(true);
     }
 
 private:
-    // The library writes one tag of each kind from what it understood of the first, and has no way to keep
-    // some frames in files of this kind.
+    using IsChunk = bool (*)(const QByteArray& name, const QByteArray& content);
+
+    void ReadChunks() {
+        const TagChunks chunks = ChunksOf(Stream);
+        if (!chunks.Id3v2.isEmpty()) Front = Id3v2Frames::Parse(chunks.Id3v2.front());
+        if (!chunks.Lists.isEmpty()) List = WavList::Parse(chunks.Lists.front());
+    }
+    static void AddWhole(RawFields& fields, const QList<QByteArray>& chunks) {
+        for (const QByteArray& chunk : chunks) fields.append({"whole", {}, chunk});
+    }
+
+    // Of two tags or lists nobody knows which one is read, and other programs drop some frames in files of
+    // this kind.
     void CheckChunks() {
         const TagChunks chunks = ChunksOf(Stream);
         const bool isOneOfEach = chunks.Id3v2.size() <= 1 && chunks.Lists.size() <= 1;
-        if (!isOneOfEach || (!chunks.Lists.isEmpty() && !IsListKept(chunks.Lists.front())))
+        // The library stops at a damaged chunk and would put another tag behind it.
+        const bool isSeen = NumberOf(IsId3v2).has_value() != chunks.Id3v2.isEmpty() &&
+                            NumberOf(IsList).has_value() != chunks.Lists.isEmpty();
+        if (!isOneOfEach || !isSeen || (!chunks.Lists.isEmpty() && !List))
             throw Failure(FailureNumber::Component, u"The file holds a tag that a save would lose"_s);
         for (const QByteArray& tag : chunks.Id3v2) {
             if (!tag.isEmpty()) CheckFramesAreKept(tag, FrameKeeping::OfTheLibraryAlone);
         }
     }
+
+    TagLib::PropertyMap FrontProperties() {
+        return Front ? Front->Properties() : File.ID3v2Tag()->properties();
+    }
     // What ID3v2 says, and what only the list says.
     TagLib::PropertyMap Properties() {
-        TagLib::PropertyMap properties = File.ID3v2Tag()->properties();
-        for (const auto& [key, texts] : ListProperties()) {
+        TagLib::PropertyMap properties = FrontProperties();
+        if (!List) return properties;
+        for (const auto& [key, texts] : List->Properties()) {
             if (!properties.contains(key)) properties.insert(key, texts);
         }
         return properties;
     }
-    TagLib::PropertyMap ListProperties() {
-        const InfoTag& info = *File.InfoTag();
-        TagLib::PropertyMap properties = info.properties();
-        for (const InfoField& field : OwnFields) {
-            const TagLib::String text = info.fieldText(field.Name);
-            if (!text.isEmpty()) properties.insert(field.Key, text);
+    // Each of the two tags takes what changes, and what it does not say yet.
+    static TagLib::PropertyMap WithMissing(TagLib::PropertyMap changes, const TagLib::PropertyMap& wanted,
+                                           const TagLib::PropertyMap& said) {
+        for (const auto& [key, texts] : wanted) {
+            if (!said.contains(key)) changes.insert(key, texts);
         }
-        return properties;
+        return changes;
     }
-    // Only what differs, since the library would cut a full date to its year and a track to its number.
-    void WriteList(const TagLib::PropertyMap& wantedProperties) {
-        InfoTag& info = *File.InfoTag();
-        const TagValues now = ValuesOf(ListProperties());
-        const TagValues wanted = ValuesOf(wantedProperties);
-        if (wanted.Title != now.Title) info.setTitle(ToTagText(wanted.Title));
-        if (wanted.Artist != now.Artist) info.setArtist(ToTagText(wanted.Artist));
-        if (wanted.Album != now.Album) info.setAlbum(ToTagText(wanted.Album));
-        if (wanted.Comment != now.Comment) info.setComment(ToTagText(wanted.Comment));
-        if (wanted.GenreString != now.GenreString) info.setGenre(ToTagText(wanted.GenreString));
-        // As ID3v2 has them: "3/12", or a full date.
-        if (wanted.Year != now.Year) info.setFieldText("ICRD", wantedProperties[YearKey].toString());
-        if (wanted.Track != now.Track) info.setFieldText("IPRT", wantedProperties[TrackKey].toString());
-        if (wanted.Copyright != now.Copyright) info.setFieldText("ICOP", ToTagText(wanted.Copyright));
-        if (wanted.EncodedBy != now.EncodedBy) info.setFieldText("ITCH", ToTagText(wanted.EncodedBy));
+
+    std::optional<unsigned> NumberOf(IsChunk isWanted) {
+        for (unsigned n = 0; n < File.chunkCount(); ++n) {
+            const QByteArray name = BytesOf(File.chunkName(n));
+            if (name == "data") continue;
+            if (isWanted(name, BytesOf(File.chunkData(n)))) return n;
+        }
+        return {};
     }
+    QByteArray ContentOf(IsChunk isWanted) {
+        const auto number = NumberOf(isWanted);
+        return number ? BytesOf(File.chunkData(*number)) : QByteArray();
+    }
+    void Put(const char* name, IsChunk isWanted, const QByteArray& content) {
+        const TagLib::ByteVector bytes(content.constData(), static_cast<unsigned>(content.size()));
+        const auto number = NumberOf(isWanted);
+        if (number && content.isEmpty()) {
+            File.removeChunk(*number);
+        } else if (number) {
+            File.setChunkData(*number, bytes);
+        } else if (!content.isEmpty()) {
+            File.setChunkData(name, bytes, isWanted == IsList);
+        }
+    }
+
+    std::optional<Id3v2Frames> Front;
+    std::optional<WavList> List;
 };
 
 }  // namespace
@@ -169,8 +196,6 @@ std::unique_ptr<TaggedFile> OpenWavTags(const QByteArray& file) {
     TagStream stream(file);
     const QList<QByteArray> tags = ChunksOf(stream).Id3v2;
     if (std::any_of(tags.begin(), tags.end(), IsBottomless)) return nullptr;
-    static const InfoTexts Texts;
-    InfoTag::setStringHandler(&Texts);
     return TryOpen<WavTags>(file);
 }
 

@@ -1,0 +1,191 @@
+#include "codecs/tagging/Mp4Items.h"
+
+#include "codecs/tagging/TagProperties.h"
+
+#include <QtEndian>
+
+#include <id3v1genres.h>
+
+#include <algorithm>
+
+namespace Sonmira {
+
+namespace {
+
+constexpr qsizetype Head = 8;
+constexpr qsizetype DataHead = 16;
+constexpr quint32 Utf8Kind = 1;
+constexpr quint32 WideKind = 2;
+constexpr const char* TrackAtom = "trkn";
+constexpr const char* GenreNumber = "gnre";
+
+struct Name {
+    const char* Key;
+    const char* Atom;
+};
+constexpr Name Names[] = {{"TITLE", "\251nam"},
+                          {"ARTIST", "\251ART"},
+                          {"ALBUM", "\251alb"},
+                          {"COMMENT", "\251cmt"},
+                          {"GENRE", "\251gen"},
+                          {"GENRE", GenreNumber},
+                          {YearKey, "\251day"},
+                          {TrackKey, TrackAtom},
+                          {"COMPOSER", "\251wrt"},
+                          {"COPYRIGHT", "cprt"},
+                          {"ENCODEDBY", "\251too"},
+                          {"URL", "----:com.apple.iTunes:URL"},
+                          {"ORIGINALARTIST", "----:com.apple.iTunes:ORIGINALARTIST"}};
+
+quint32 NumberAt(const QByteArray& bytes, qsizetype at) {
+    return qFromBigEndian<quint32>(bytes.constData() + at);
+}
+
+QByteArray Atom(const QByteArray& name, const QByteArray& content) {
+    QByteArray size(4, '\0');
+    qToBigEndian(static_cast<quint32>(content.size() + Head), size.data());
+    return size + name + content;
+}
+
+QByteArray Data(quint32 kind, const QByteArray& content) {
+    QByteArray head(8, '\0');
+    qToBigEndian(kind, head.data());
+    return Atom("data", head + content);
+}
+
+// The atoms within an item, each with its head, as far as their sizes fit.
+QList<QByteArray> PartsOf(const QByteArray& item) {
+    QList<QByteArray> parts;
+    for (qsizetype at = Head; at + Head <= item.size();) {
+        const quint32 size = NumberAt(item, at);
+        if (size < Head || size > item.size() - at) break;
+        parts.append(item.sliced(at, size));
+        at += size;
+    }
+    return parts;
+}
+
+bool IsData(const QByteArray& part) {
+    return part.size() >= DataHead && part.sliced(4, 4) == "data";
+}
+
+QByteArray KeyOf(const Mp4Items::Item& item) {
+    const QByteArray whole = item.Name == "----" ? Mp4FreeName(item.Bytes) : item.Name;
+    for (const Name& name : Names) {
+        if (whole == name.Atom) return name.Key;
+    }
+    return {};
+}
+
+TagLib::String TextOf(const QByteArray& item, const QByteArray& data) {
+    const QByteArray content = data.sliced(DataHead);
+    if (item == TrackAtom) {
+        if (content.size() < 6) return {};
+        const auto track = qFromBigEndian<quint16>(content.constData() + 2);
+        const auto total = qFromBigEndian<quint16>(content.constData() + 4);
+        if (track == 0 && total == 0) return {};
+        return TagLib::String::number(track) + (total > 0 ? "/" + TagLib::String::number(total) : "");
+    }
+    if (item == GenreNumber) {
+        const int number = content.size() < 2 ? 0 : qFromBigEndian<quint16>(content.constData());
+        return number > 0 ? TagLib::ID3v1::genre(number - 1) : TagLib::String();
+    }
+    if ((NumberAt(data, Head) & 0xFF) == WideKind)
+        return {TagLib::ByteVector(content.constData(), static_cast<unsigned>(content.size())),
+                TagLib::String::UTF16BE};
+    return FromFileText(content);
+}
+
+// The number in front of "3/12"; everything else in the item stays.
+QByteArray TrackData(const QByteArray& old, const TagLib::String& text) {
+    QByteArray data = old.size() >= DataHead + 6 ? old : Data(0, QByteArray(8, '\0'));
+    const int number = std::clamp(text.toInt(), 0, 0xFFFF);
+    qToBigEndian(static_cast<quint16>(number), data.data() + DataHead + 2);
+    return data;
+}
+
+Mp4Items::Item Fresh(const QByteArray& key, const TagLib::String& text, const Mp4Items::Item* old) {
+    QByteArray whole;
+    for (const Name& name : Names) {
+        if (whole.isEmpty() && key == name.Key) whole = name.Atom;
+    }
+    QByteArray front;  // what stands before the first text
+    QByteArray data;
+    QByteArray further;
+    if (old != nullptr && old->Name != GenreNumber) {
+        for (const QByteArray& part : PartsOf(old->Bytes)) {
+            if (!data.isEmpty()) {
+                further += part;
+            } else if (IsData(part)) {
+                data = part;
+            } else {
+                front += part;
+            }
+        }
+    } else if (whole.startsWith("----")) {
+        const QList<QByteArray> parts = whole.split(':');
+        front = Atom("mean", QByteArray(4, '\0') + parts[1]) + Atom("name", QByteArray(4, '\0') + parts[2]);
+    }
+    data = whole == TrackAtom ? TrackData(data, text) : Data(Utf8Kind, ToFileText(text));
+    const QByteArray name = whole.first(4);
+    return {name, Atom(name, front + data + further)};
+}
+
+}  // namespace
+
+QByteArray Mp4FreeName(const QByteArray& item) {
+    constexpr qsizetype Version = 4;
+    QByteArray name = "----";
+    const QList<QByteArray> parts = PartsOf(item);
+    for (qsizetype n = 0; n < 2 && n < parts.size() && parts[n].size() >= Head + Version; ++n)
+        name += ':' + parts[n].sliced(Head + Version);
+    return name;
+}
+
+TagLib::PropertyMap Mp4Items::Properties() const {
+    TagLib::PropertyMap properties;
+    for (const Item& item : Items) {
+        const QByteArray key = KeyOf(item);
+        if (key.isEmpty()) continue;
+        for (const QByteArray& part : PartsOf(item.Bytes)) {
+            if (!IsData(part)) continue;
+            const TagLib::String text = TextOf(item.Name, part);
+            if (!text.isEmpty()) properties[key.constData()].append(text);
+        }
+    }
+    return properties;
+}
+
+void Mp4Items::Change(const TagLib::PropertyMap& changes) {
+    for (const auto& [name, texts] : changes) {
+        const QByteArray key = ToFileText(name);
+        const auto isWanted = [&](const Item& item) { return KeyOf(item) == key; };
+        const auto old = std::find_if(Items.begin(), Items.end(), isWanted);
+        const Item* const before = old == Items.end() ? nullptr : &*old;
+        if (texts.isEmpty()) {
+            ChangeFirst(Items, isWanted, nullptr);
+        } else {
+            const Item fresh = Fresh(key, texts.front(), before);
+            ChangeFirst(Items, isWanted, &fresh);
+        }
+    }
+}
+
+QByteArray Mp4Items::Bytes() const {
+    QByteArray bytes;
+    for (const Item& item : Items) bytes += item.Bytes;
+    return bytes;
+}
+
+RawFields Mp4Items::Fields() const {
+    RawFields fields;
+    for (const Item& item : Items) {
+        // What a save puts in to fill the list.
+        if (item.Name == "free") continue;
+        const QByteArray name = item.Name == "----" ? Mp4FreeName(item.Bytes) : item.Name;
+        fields.append({name, KeyOf(item), item.Bytes});
+    }
+    return fields;
+}
+
+}  // namespace Sonmira

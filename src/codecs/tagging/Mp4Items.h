@@ -1,0 +1,32 @@
+#pragma once
+
+#include "codecs/tagging/RawFields.h"
+
+#include <tpropertymap.h>
+
+namespace Sonmira {
+
+// The item list of an MP4 file, of which only those items change that are named; others stay with their
+// bytes.
+// Source of the facts: QuickTime File Format, metadata, and the names of the items as iTunes has them.
+class Mp4Items {
+public:
+    struct Item {
+        QByteArray Name;   // of the atom
+        QByteArray Bytes;  // all of it
+    };
+    void Add(const Item& item) { Items.append(item); }
+
+    TagLib::PropertyMap Properties() const;
+    void Change(const TagLib::PropertyMap& changes);
+    QByteArray Bytes() const;
+    RawFields Fields() const;
+
+private:
+    QList<Item> Items;
+};
+
+// The name of a free-form item: "----:", who meant it, and what it is called.
+QByteArray Mp4FreeName(const QByteArray& item);
+
+}  // namespace Sonmira

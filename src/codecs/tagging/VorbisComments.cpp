@@ -1,0 +1,89 @@
+#include "codecs/tagging/VorbisComments.h"
+
+#include "codecs/tagging/TagProperties.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace Sonmira {
+
+namespace {
+
+QByteArray KeyOf(const QByteArray& comment) {
+    const qsizetype sign = comment.indexOf('=');
+    return sign <= 0 ? QByteArray() : comment.first(sign).toUpper();
+}
+
+// A piece of `block` with its size in front; `at` goes behind it.
+std::optional<QByteArray> SizedAt(const QByteArray& block, qint64& at) {
+    if (at + 4 > block.size()) return {};
+    const qint64 size = qFromLittleEndian<quint32>(block.constData() + at);
+    if (size > block.size() - at - 4) return {};
+    const QByteArray piece = block.sliced(at + 4, size);
+    at += 4 + size;
+    return piece;
+}
+
+QByteArray Number(qsizetype number) {
+    QByteArray bytes(4, '\0');
+    qToLittleEndian(static_cast<quint32>(number), bytes.data());
+    return bytes;
+}
+
+}  // namespace
+
+std::optional<VorbisComments> VorbisComments::Parse(const QByteArray& block) {
+    VorbisComments comments;
+    qint64 at = 0;
+    const auto vendor = SizedAt(block, at);
+    if (!vendor || at + 4 > block.size()) return {};
+    comments.Vendor = *vendor;
+    auto left = qFromLittleEndian<quint32>(block.constData() + at);
+    for (at += 4; left > 0; --left) {
+        const auto comment = SizedAt(block, at);
+        if (!comment) return {};
+        comments.Comments.append(*comment);
+    }
+    comments.Rest = block.sliced(at);
+    return comments;
+}
+
+TagLib::PropertyMap VorbisComments::Properties() const {
+    TagLib::PropertyMap properties;
+    for (const QByteArray& comment : Comments) {
+        const QByteArray key = KeyOf(comment);
+        if (!key.isEmpty()) properties[key.constData()].append(FromFileText(comment.sliced(key.size() + 1)));
+    }
+    return properties;
+}
+
+void VorbisComments::Change(const TagLib::PropertyMap& changes) {
+    for (const auto& [key, texts] : changes) {
+        const QByteArray name = ToFileText(key);
+        const auto isWanted = [&](const QByteArray& comment) { return KeyOf(comment) == name; };
+        if (texts.isEmpty()) {
+            ChangeFirst(Comments, isWanted, nullptr);
+            continue;
+        }
+        // In the spelling that is there.
+        const auto found = std::find_if(Comments.begin(), Comments.end(), isWanted);
+        const QByteArray spelt = found == Comments.end() ? name : found->first(name.size());
+        const QByteArray fresh = spelt + '=' + ToFileText(texts.front());
+        ChangeFirst(Comments, isWanted, &fresh);
+    }
+}
+
+QByteArray VorbisComments::Block() const {
+    QByteArray block = Number(Vendor.size()) + Vendor + Number(Comments.size());
+    for (const QByteArray& comment : Comments) block += Number(comment.size()) + comment;
+    return block + Rest;
+}
+
+RawFields VorbisComments::Fields() const {
+    RawFields fields{{"vendor", {}, Vendor}, {"rest", {}, Rest}};
+    for (const QByteArray& comment : Comments) fields.append({KeyOf(comment), KeyOf(comment), comment});
+    return fields;
+}
+
+}  // namespace Sonmira

@@ -1,0 +1,106 @@
+#include "codecs/tagging/WavList.h"
+
+#include "codecs/tagging/TagProperties.h"
+
+#include <QSet>
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace Sonmira {
+
+namespace {
+
+constexpr qint64 HeadSize = 8;
+
+struct Name {
+    const char* Id;
+    const char* Key;
+};
+constexpr Name Names[] = {{"INAM", "TITLE"},   {"IART", "ARTIST"},    {"IPRD", "ALBUM"},
+                          {"ICMT", "COMMENT"}, {"IGNR", "GENRE"},     {"ICRD", YearKey},
+                          {"IPRT", TrackKey},  {"ICOP", "COPYRIGHT"}, {"ITCH", "ENCODEDBY"}};
+
+QByteArray KeyOf(const QByteArray& id) {
+    const auto found =
+        std::find_if(std::begin(Names), std::end(Names), [&](const Name& name) { return id == name.Id; });
+    return found == std::end(Names) ? QByteArray() : QByteArray(found->Key);
+}
+
+QByteArray Number(qsizetype number) {
+    QByteArray bytes(4, '\0');
+    qToLittleEndian(static_cast<quint32>(number), bytes.data());
+    return bytes;
+}
+
+}  // namespace
+
+std::optional<WavList> WavList::Parse(const QByteArray& content) {
+    WavList list;
+    QSet<QByteArray> seen;
+    for (qint64 at = 4; at < content.size();) {
+        if (content[at] == '\0') {
+            list.Rest = content.sliced(at);
+            const bool isPadding =
+                std::all_of(list.Rest.begin(), list.Rest.end(), [](char c) { return c == '\0'; });
+            return isPadding ? std::optional(list) : std::nullopt;
+        }
+        if (at + HeadSize > content.size()) return {};
+        const QByteArray name = content.sliced(at, 4);
+        const bool isName =
+            std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c < '\x7F'; });
+        const qint64 size = qFromLittleEndian<quint32>(content.constData() + at + 4);
+        if (!isName || seen.contains(name) || size > content.size() - at - HeadSize) return {};
+        seen.insert(name);
+        const qint64 end = at + HeadSize + size;
+        list.Items.append({name, content.sliced(at + HeadSize, size),
+                           content.sliced(end, std::min<qint64>(size % 2, content.size() - end))});
+        at = end + size % 2;
+    }
+    return list;
+}
+
+TagLib::PropertyMap WavList::Properties() const {
+    TagLib::PropertyMap properties;
+    for (const Item& item : Items) {
+        const QByteArray key = KeyOf(item.Name);
+        const qsizetype end = item.Text.indexOf('\0');
+        const QByteArray text = end < 0 ? item.Text : item.Text.first(end);
+        if (!key.isEmpty() && !text.isEmpty()) properties.insert(key.constData(), FromFileText(text));
+    }
+    return properties;
+}
+
+void WavList::Change(const TagLib::PropertyMap& changes) {
+    for (const auto& [name, texts] : changes) {
+        const QByteArray key = ToFileText(name);
+        const auto isWanted = [&](const Item& item) { return KeyOf(item.Name) == key; };
+        const auto found =
+            std::find_if(std::begin(Names), std::end(Names), [&](const Name& one) { return key == one.Key; });
+        if (found == std::end(Names)) continue;
+        if (texts.isEmpty()) {
+            ChangeFirst(Items, isWanted, nullptr);
+            continue;
+        }
+        const QByteArray text = ToFileText(texts.front()) + '\0';
+        const Item fresh{found->Id, text, QByteArray(text.size() % 2, '\0')};
+        ChangeFirst(Items, isWanted, &fresh);
+    }
+}
+
+QByteArray WavList::Content() const {
+    QByteArray content = "INFO";
+    for (const Item& item : Items) {
+        content += item.Name + Number(item.Text.size()) + item.Text;
+        content += item.Text.size() % 2 != 0 && item.Pad.isEmpty() ? QByteArray(1, '\0') : item.Pad;
+    }
+    return content + Rest;
+}
+
+RawFields WavList::Fields() const {
+    RawFields fields;
+    for (const Item& item : Items) fields.append({item.Name, KeyOf(item.Name), item.Text});
+    return fields;
+}
+
+}  // namespace Sonmira
