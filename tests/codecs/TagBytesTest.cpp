@@ -312,6 +312,28 @@ TEST_F(TagBytes, AnOldCommentOfThirtyLettersKeepsAllOfThem) {
     EXPECT_EQ(Load(path, 1).Track, 5);
 }
 
+TEST_F(TagBytes, ATitleWhoseSizeTakesInOtherFramesLeavesTheFileAlone) {
+    const QByteArray artist = Frame("TPE1", QByteArray("\0Artist", 7));
+    const QString path = MakeTagged(3, 0, Frame("TIT2", QByteArray("\0Old", 4) + artist));
+    const QByteArray before = Content("a.mp3");
+    EXPECT_THROW(SaveTitle(path), Failure);
+    EXPECT_THROW(Edit(path, [](AudioInformation& tag) { tag.Title.clear(); }), Failure);
+    EXPECT_EQ(Content("a.mp3"), before);
+}
+
+TEST_F(TagBytes, ACommentThatIsCutShortStaysBeforeItsRest) {
+    Make("a.flac");
+    RunTool({"metaflac", "--set-tag=MOOD=calm and quiet", Folder.Native("a.flac")});
+    QByteArray flac = Content("a.flac");
+    const qsizetype size = flac.indexOf("MOOD=calm and quiet") - 4;
+    ASSERT_GT(size, 0);
+    flac.replace(size, 4, LittleEndian(9));
+    const QString path = Folder.MakeFile("a.flac", flac);
+    SaveTitle(path);
+    EXPECT_TRUE(Holds("a.flac", "MOOD=calm and quiet"));
+    EXPECT_EQ(Load(path).Title, u"New"_s);
+}
+
 TEST_F(TagBytes, WhatFollowsANulInAFieldThatNobodyChangedIsKept) {
     const QByteArray artist("\0Artist\0Another", 15);
     const QString path = MakeTagged(3, 0, Frame("TPE1", artist) + Frame("TCON", QByteArray("\0 Jazz ", 7)));

@@ -52,12 +52,31 @@ std::optional<Described> DescribedIn(const QByteArray& id, const QByteArray& con
     return Described{content[0], content.sliced(1, language), parted->first, parted->second};
 }
 
-TagLib::String YearIn(const TagLib::String& text) {
-    return text.substr(0, 4);
-}
-
 [[noreturn]] void Refuse(const QString& reason) {
     throw Failure(FailureNumber::Component, reason);
+}
+
+// The texts behind the first of a text frame. Fails where they are none, but frames behind one whose size is
+// damaged.
+TagLib::StringList FurtherTexts(const QByteArray& content) {
+    TagLib::StringList texts;
+    if (content.isEmpty()) return texts;
+    bool wasEmpty = false;
+    for (const QByteArray& bytes : SplitId3v2(content.sliced(1), content[0]).sliced(1)) {
+        const TagLib::String text = DecodeId3v2(bytes, content[0]);
+        const bool isStrange = std::any_of(text.begin(), text.end(), [](wchar_t c) {
+            return c < L' ' && c != L'\t' && c != L'\n' && c != L'\r';
+        });
+        if (isStrange || (wasEmpty && !text.isEmpty()))
+            Refuse(u"The field holds more than text: the tag is damaged"_s);
+        wasEmpty = wasEmpty || text.isEmpty();
+        texts.append(text);
+    }
+    return texts;
+}
+
+TagLib::String YearIn(const TagLib::String& text) {
+    return text.substr(0, 4);
 }
 
 // The library's tag over bytes.
@@ -211,10 +230,7 @@ Id3v2Frame Id3v2Frames::Fresh(const QByteArray& key, const TagLib::String& text,
                        flags);
     }
     TagLib::StringList texts = id == "TYER" || id == "TYE" ? YearIn(text) : text;
-    if (!content.isEmpty()) {
-        const QList<QByteArray> before = SplitId3v2(content.sliced(1), content[0]);
-        for (qsizetype n = 1; n < before.size(); ++n) texts.append(DecodeId3v2(before[n], content[0]));
-    }
+    texts.append(FurtherTexts(content));
     const Id3v2Text encoding = Id3v2EncodingFor(texts, Version(), withoutLatin);
     QByteArray bytes(1, static_cast<char>(encoding));
     for (auto one = texts.begin(); one != texts.end(); ++one) {
@@ -230,6 +246,9 @@ void Id3v2Frames::Change(const TagLib::PropertyMap& changes) {
         const auto isWanted = [&](const Id3v2Frame& frame) { return KeyOf(frame) == key; };
         const auto found = std::find_if(Frames.begin(), Frames.end(), isWanted);
         if (texts.isEmpty()) {
+            for (const Id3v2Frame& frame : Frames) {
+                if (isWanted(frame) && !IsDescribed(frame.Id)) FurtherTexts(ContentOf(frame));
+            }
             Frames.removeIf(isWanted);
         } else if (found != Frames.end()) {
             *found = Fresh(key, texts.front(), &*found);

@@ -66,11 +66,16 @@ void VorbisComments::Change(const TagLib::PropertyMap& changes) {
             ChangeFirst(Comments, isWanted, nullptr);
             continue;
         }
-        // In the spelling that is there.
-        const auto found = std::find_if(Comments.begin(), Comments.end(), isWanted);
-        const QByteArray spelt = found == Comments.end() ? name : found->first(name.size());
-        const QByteArray fresh = spelt + '=' + ToFileText(texts.front());
-        ChangeFirst(Comments, isWanted, &fresh);
+        const QByteArray fresh = name + '=' + ToFileText(texts.front());
+        const bool isThere = std::any_of(Comments.begin(), Comments.end(), isWanted);
+        // What follows the last comment may be a part of it whose size is damaged.
+        const bool mayFollow =
+            std::all_of(Rest.begin(), Rest.end(), [](char c) { return c == '\0' || c == '\1'; });
+        if (isThere || mayFollow) {
+            ChangeFirst(Comments, isWanted, &fresh);
+        } else {
+            Comments.prepend(fresh);
+        }
     }
 }
 
