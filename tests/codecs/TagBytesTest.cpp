@@ -244,6 +244,27 @@ TEST_F(TagBytes, AFlacWhoseCommentsLieAboutTheirSizeIsLeftAlone) {
     }
 }
 
+TEST_F(TagBytes, AnMp4WhoseTableCountsMoreThanItHoldsIsLeftAlone) {
+    Make("a.m4a", {"-movflags", "+faststart", "-metadata", "title=Old"});
+    const QByteArray whole = Content("a.m4a");
+    const qsizetype table = whole.indexOf("stco");
+    ASSERT_GT(table, 0);
+    ASSERT_LT(table, whole.indexOf("mdat")) << "the places are changed by a save";
+    for (const quint32 count : {1'000U, 1'000'000U, 0xFFFFFFFFU}) {
+        QByteArray lying = whole;
+        qToBigEndian(count, lying.data() + table + 8);
+        const QString path = Folder.MakeFile("a.m4a", lying);
+        EXPECT_EQ(Load(path).Title, u"Old"_s);
+        try {
+            Edit(path, [](AudioInformation& tag) { tag.Title = QString(20'000, u'x'); });
+            FAIL() << "saved";
+        } catch (const Failure& failure) {
+            EXPECT_TRUE(failure.Description.contains(u"size"_s)) << failure.Description.toStdString();
+        }
+        EXPECT_EQ(Content("a.m4a"), lying);
+    }
+}
+
 TEST_F(TagBytes, ACommentWithoutANameIsKept) {
     const QString path = MakeFlacWith("MOOD=calm", "MOODxcalm");
     SaveTitle(path);
