@@ -94,6 +94,7 @@ TEST_F(TagKeeping, AWavWithPartsThatWouldBeLostIsLeftAlone) {
         QByteArray wav = plain + chunks;
         qToLittleEndian(static_cast<quint32>(wav.size()) - 8, wav.data() + 4);
         const QString path = Folder.MakeFile("parts.wav", wav);
+        EXPECT_FALSE(Load(path).Title.isEmpty() && Load(path).Artist.isEmpty()) << what;
         EXPECT_THROW(Edit(path, [](AudioInformation& it) { it.Title = u"New"_s; }), Failure) << what;
         EXPECT_EQ(Content("parts.wav"), wav) << what;
     }

@@ -39,7 +39,7 @@ void CheckFlacBlocks(TagStream& file) {
     bool fit = blocks.Fit;
     for (const FlacBlock& block : blocks.All) {
         if (fit && block.Kind == FlacComments)
-            fit = VorbisComments::Parse(file.Bytes(block.At, block.Size)).has_value();
+            fit = VorbisComments(file.Bytes(block.At, block.Size)).IsWhole();
     }
     if (!fit) {
         throw Failure(FailureNumber::Component,

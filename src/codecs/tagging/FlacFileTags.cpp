@@ -25,7 +25,7 @@ class FlacFileTags : public TaggedFile {
 public:
     explicit FlacFileTags(const QByteArray& file) : Stream(file), Blocks(Stream), AtEnd(Id3v1AtEnd(Stream)) {
         const auto found = CommentBlock();
-        if (found != Blocks.All.end()) Comments = VorbisComments::Parse(Stream.Bytes(found->At, found->Size));
+        if (found != Blocks.All.end()) Comments.emplace(Stream.Bytes(found->At, found->Size));
     }
 
     TagValues Read(qint16 /*kind*/) override { return ValuesNow(); }
@@ -35,10 +35,10 @@ public:
     RawFields Raw() override {
         RawFields fields = Id3v1Fields(AtEnd);
         fields.append({"front", {}, Stream.Bytes(0, Blocks.Start)});
-        if (Comments) fields += Comments->Fields();
+        if (Comments && Comments->IsWhole()) fields += Comments->Fields();
         const auto own = CommentBlock();
         for (auto block = Blocks.All.cbegin(); block != Blocks.All.cend(); ++block) {
-            if (block == own && Comments) continue;
+            if (block == own && Comments->IsWhole()) continue;
             const QByteArray bytes = Stream.Bytes(block->At, block->Size);
             if (IsOurs(*block, bytes)) {
                 for (RawField field : Id3v1Fields(bytes.sliced(MarkSize))) {

@@ -18,7 +18,7 @@ namespace {
 struct CommentPacket {
     unsigned Number;
     QByteArray Head;
-    std::optional<VorbisComments> Comments;
+    std::optional<VorbisComments> Comments;  // none where there is no such packet
 };
 
 QByteArray PacketOf(TagLib::Ogg::File& file, unsigned number) {
@@ -29,7 +29,7 @@ QByteArray PacketOf(TagLib::Ogg::File& file, unsigned number) {
 CommentPacket CommentsBehind(TagLib::Ogg::File& file, unsigned number, qsizetype headSize) {
     const QByteArray packet = PacketOf(file, number);
     const qsizetype size = std::min(headSize, packet.size());
-    return {number, packet.first(size), VorbisComments::Parse(packet.sliced(size))};
+    return {number, packet.first(size), VorbisComments(packet.sliced(size))};
 }
 
 CommentPacket CommentsOf(TagLib::Ogg::Vorbis::File& file) {
@@ -74,7 +74,7 @@ public:
     RawFields Raw() override { return Packet.Comments ? Packet.Comments->Fields() : RawFields(); }
 
     bool Write(qint16 kind, const TagValues& values) override {
-        if (!Packet.Comments)
+        if (!Packet.Comments || !Packet.Comments->IsWhole())
             throw Failure(FailureNumber::Component, u"The tag is damaged, and a save would lose parts"_s);
         Packet.Comments->Change(ChangesTo(Properties(), values, kind));
         const QByteArray block = Packet.Comments->Block();

@@ -21,23 +21,15 @@ public:
     // Fails as the first failed write did.
     void CheckWrites() const;
 
-    TagLib::FileName name() const override {
-        return Name.constData();
-    }
+    TagLib::FileName name() const override { return Name.constData(); }
     TagLib::ByteVector readBlock(unsigned long length) override;
     void writeBlock(const TagLib::ByteVector& data) override;
     void insert(const TagLib::ByteVector& data, unsigned long start, unsigned long replace) override;
     void removeBlock(unsigned long start, unsigned long length) override;
-    bool readOnly() const override {
-        return !IsWritable;
-    }
-    bool isOpen() const override {
-        return File.IsOpen();
-    }
+    bool readOnly() const override { return !IsWritable; }
+    bool isOpen() const override { return File.IsOpen(); }
     void seek(long offset, Position from) override;
-    long tell() const override {
-        return Place;
-    }
+    long tell() const override { return Place; }
     long length() override;
     void truncate(long length) override;
 

@@ -5,6 +5,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <optional>
 
 namespace Sonmira {
 
@@ -33,20 +34,19 @@ QByteArray Number(qsizetype number) {
 
 }  // namespace
 
-std::optional<VorbisComments> VorbisComments::Parse(const QByteArray& block) {
-    VorbisComments comments;
+VorbisComments::VorbisComments(const QByteArray& block) : WasWhole(false) {
     qint64 at = 0;
     const auto vendor = SizedAt(block, at);
-    if (!vendor || at + 4 > block.size()) return {};
-    comments.Vendor = *vendor;
+    if (!vendor || at + 4 > block.size()) return;
+    Vendor = *vendor;
     auto left = qFromLittleEndian<quint32>(block.constData() + at);
     for (at += 4; left > 0; --left) {
         const auto comment = SizedAt(block, at);
-        if (!comment) return {};
-        comments.Comments.append(*comment);
+        if (!comment) return;
+        Comments.append(*comment);
     }
-    comments.Rest = block.sliced(at);
-    return comments;
+    Rest = block.sliced(at);
+    WasWhole = true;
 }
 
 TagLib::PropertyMap VorbisComments::Properties() const {

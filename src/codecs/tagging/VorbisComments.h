@@ -4,8 +4,6 @@
 
 #include <tpropertymap.h>
 
-#include <optional>
-
 namespace Sonmira {
 
 // A block of Vorbis comments, of which only those change that are named: others stay with their bytes,
@@ -14,15 +12,18 @@ namespace Sonmira {
 class VorbisComments {
 public:
     VorbisComments() = default;
-    // Nothing where the sizes in the block do not fit into it.
-    static std::optional<VorbisComments> Parse(const QByteArray& block);
+    // As far as the sizes in the block fit into it.
+    explicit VorbisComments(const QByteArray& block);
 
+    // Whether that was all of it; else it is not to be written.
+    bool IsWhole() const { return WasWhole; }
     TagLib::PropertyMap Properties() const;
     void Change(const TagLib::PropertyMap& changes);
     QByteArray Block() const;
     RawFields Fields() const;
 
 private:
+    bool WasWhole = true;
     QByteArray Vendor;
     QList<QByteArray> Comments;
     QByteArray Rest;  // a closing bit, padding, or what other programs keep there

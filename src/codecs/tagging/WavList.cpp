@@ -35,29 +35,29 @@ QByteArray Number(qsizetype number) {
 
 }  // namespace
 
-std::optional<WavList> WavList::Parse(const QByteArray& content) {
-    WavList list;
+WavList::WavList(const QByteArray& content) : WasWhole(false) {
     QSet<QByteArray> seen;
+    bool isTwice = false;
     for (qint64 at = 4; at < content.size();) {
         if (content[at] == '\0') {
-            list.Rest = content.sliced(at);
-            const bool isPadding =
-                std::all_of(list.Rest.begin(), list.Rest.end(), [](char c) { return c == '\0'; });
-            return isPadding ? std::optional(list) : std::nullopt;
+            Rest = content.sliced(at);
+            WasWhole = !isTwice && std::all_of(Rest.begin(), Rest.end(), [](char c) { return c == '\0'; });
+            return;
         }
-        if (at + HeadSize > content.size()) return {};
+        if (at + HeadSize > content.size()) return;
         const QByteArray name = content.sliced(at, 4);
         const bool isName =
             std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c < '\x7F'; });
         const qint64 size = qFromLittleEndian<quint32>(content.constData() + at + 4);
-        if (!isName || seen.contains(name) || size > content.size() - at - HeadSize) return {};
+        if (!isName || size > content.size() - at - HeadSize) return;
+        isTwice = isTwice || seen.contains(name);
         seen.insert(name);
         const qint64 end = at + HeadSize + size;
-        list.Items.append({name, content.sliced(at + HeadSize, size),
-                           content.sliced(end, std::min<qint64>(size % 2, content.size() - end))});
+        Items.append({name, content.sliced(at + HeadSize, size),
+                      content.sliced(end, std::min<qint64>(size % 2, content.size() - end))});
         at = end + size % 2;
     }
-    return list;
+    WasWhole = !isTwice;
 }
 
 TagLib::PropertyMap WavList::Properties() const {
@@ -66,7 +66,8 @@ TagLib::PropertyMap WavList::Properties() const {
         const QByteArray key = KeyOf(item.Name);
         const qsizetype end = item.Text.indexOf('\0');
         const QByteArray text = end < 0 ? item.Text : item.Text.first(end);
-        if (!key.isEmpty() && !text.isEmpty()) properties.insert(key.constData(), FromFileText(text));
+        const bool isFirst = !key.isEmpty() && !properties.contains(key.constData());
+        if (isFirst && !text.isEmpty()) properties.insert(key.constData(), FromFileText(text));
     }
     return properties;
 }

@@ -4,8 +4,6 @@
 
 #include <tpropertymap.h>
 
-#include <optional>
-
 namespace Sonmira {
 
 // The INFO list of a WAV file, of which only those items change that are named; others stay with their bytes.
@@ -13,10 +11,11 @@ namespace Sonmira {
 class WavList {
 public:
     WavList() = default;
-    // From the content of the chunk, with the mark "INFO" in front. Nothing where it cannot be read to its
-    // end, or an item is in it twice.
-    static std::optional<WavList> Parse(const QByteArray& content);
+    // From the content of the chunk, with the mark "INFO" in front, as far as it can be read.
+    explicit WavList(const QByteArray& content);
 
+    // Whether it could be read to its end, and no item was in it twice; else it is not to be written.
+    bool IsWhole() const { return WasWhole; }
     bool IsEmpty() const { return Items.isEmpty(); }
     TagLib::PropertyMap Properties() const;
     void Change(const TagLib::PropertyMap& changes);
@@ -29,6 +28,7 @@ private:
         QByteArray Text;
         QByteArray Pad;
     };
+    bool WasWhole = true;
     QList<Item> Items;
     QByteArray Rest;  // zeros
 };

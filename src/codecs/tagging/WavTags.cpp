@@ -88,7 +88,7 @@ public:
         if (List) fields += List->Fields();
         const TagChunks chunks = ChunksOf(Stream);
         if (!Front) AddWhole(fields, chunks.Id3v2);
-        if (!List) AddWhole(fields, chunks.Lists);
+        if (List && !List->IsWhole()) AddWhole(fields, chunks.Lists);
         for (unsigned n = 0; n < File.chunkCount(); ++n) {
             const QByteArray name = BytesOf(File.chunkName(n));
             if (name == "data" || IsId3v2(name, {})) continue;
@@ -120,7 +120,7 @@ private:
     void ReadChunks() {
         const TagChunks chunks = ChunksOf(Stream);
         if (!chunks.Id3v2.isEmpty()) Front = Id3v2Frames::Parse(chunks.Id3v2.front());
-        if (!chunks.Lists.isEmpty()) List = WavList::Parse(chunks.Lists.front());
+        if (!chunks.Lists.isEmpty()) List.emplace(chunks.Lists.front());
     }
     static void AddWhole(RawFields& fields, const QList<QByteArray>& chunks) {
         for (const QByteArray& chunk : chunks) fields.append({"whole", {}, chunk});
@@ -134,7 +134,7 @@ private:
         // The library stops at a damaged chunk and would put another tag behind it.
         const bool isSeen = NumberOf(IsId3v2).has_value() != chunks.Id3v2.isEmpty() &&
                             NumberOf(IsList).has_value() != chunks.Lists.isEmpty();
-        if (!isOneOfEach || !isSeen || (!chunks.Lists.isEmpty() && !List))
+        if (!isOneOfEach || !isSeen || (List && !List->IsWhole()))
             throw Failure(FailureNumber::Component, u"The file holds a tag that a save would lose"_s);
         for (const QByteArray& tag : chunks.Id3v2) {
             if (!tag.isEmpty()) CheckFramesAreKept(tag, FrameKeeping::OfTheLibraryAlone);
