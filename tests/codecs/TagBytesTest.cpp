@@ -345,6 +345,15 @@ TEST_F(TagBytes, ATitleWhoseSizeTakesInOtherFramesLeavesTheFileAlone) {
     EXPECT_EQ(Content("a.mp3"), before);
 }
 
+TEST_F(TagBytes, ATitleOfAWavListWhoseSizeTakesInAnotherItemLeavesTheFileAlone) {
+    const QString path = MakeListedWav({{"INAM", "Old"}, {"IART", "Artist!"}});
+    QByteArray wav = Content("listed.wav");
+    wav.replace(wav.indexOf("INAM") + 4, 4, LittleEndian(4 + 8 + 8));
+    Folder.MakeFile("listed.wav", wav);
+    EXPECT_THROW(SaveTitle(path), Failure);
+    EXPECT_EQ(Content("listed.wav"), wav);
+}
+
 TEST_F(TagBytes, ACommentThatIsCutShortStaysBeforeItsRest) {
     Make("a.flac");
     RunTool({"metaflac", "--set-tag=MOOD=calm and quiet", Folder.Native("a.flac")});

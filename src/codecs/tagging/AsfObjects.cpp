@@ -1,5 +1,6 @@
 #include "codecs/tagging/AsfObjects.h"
 
+#include "codecs/tagging/TagProperties.h"
 #include "platform/Failure.h"
 
 #include <QtEndian>
@@ -151,6 +152,7 @@ QByteArray AsfObjects::Encoded(const QString& text) {
 }
 
 void AsfObjects::SetText(Text which, const QString& text) {
+    CheckIsText(Texts[which], 2);
     Texts[which] = text.isEmpty() ? QByteArray() : Encoded(text);
     const auto found = std::find_if(Objects.begin(), Objects.end(),
                                     [](const Object& o) { return o.Id == ContentDescription; });
@@ -212,6 +214,7 @@ void AsfObjects::SetValue(const char* name, const QString& text) {
     for (Object* object : Lists()) {
         const auto found = std::find_if(object->Attributes.begin(), object->Attributes.end(), isNamed);
         if (found == object->Attributes.end()) continue;
+        if (found->Kind == WideText) CheckIsText(found->Value, 2);
         object->IsChanged = true;
         if (text.isEmpty()) {
             object->Attributes.removeIf(isNamed);

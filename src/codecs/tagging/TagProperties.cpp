@@ -1,12 +1,15 @@
 #include "codecs/tagging/TagProperties.h"
 
 #include "codecs/GenreNames.h"
+#include "platform/Failure.h"
 #include "platform/NarrowText.h"
 
 #include <algorithm>
 #include <limits>
 
 namespace Sonmira {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -108,6 +111,16 @@ TagLib::String FromFileText(const QByteArray& bytes) {
 
 QByteArray ToFileText(const TagLib::String& text) {
     return QByteArray::fromStdString(text.to8Bit(true));
+}
+
+void CheckIsText(const QByteArray& bytes, int step) {
+    const QByteArray end(step, '\0');
+    for (qsizetype at = 0; at + step <= bytes.size(); at += step) {
+        if (bytes.sliced(at, step) != end) continue;
+        const bool isPadding = std::all_of(bytes.begin() + at, bytes.end(), [](char c) { return c == '\0'; });
+        if (isPadding) return;
+        throw Failure(FailureNumber::Component, u"The field holds more than text: the tag is damaged"_s);
+    }
 }
 
 TagValues ValuesOf(const TagLib::PropertyMap& properties) {

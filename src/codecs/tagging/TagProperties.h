@@ -20,6 +20,10 @@ TagLib::String ToTagText(const QString& text);
 TagLib::String FromFileText(const QByteArray& bytes);
 QByteArray ToFileText(const TagLib::String& text);
 
+// Fails where something follows the NUL that ends a text that is to change: a damaged size takes in other
+// fields then. `step` is how many bytes a letter has.
+void CheckIsText(const QByteArray& bytes, int step = 1);
+
 TagValues ValuesOf(const TagLib::PropertyMap& properties);
 
 // What has to change so that `properties` say `values`: the new texts of each such key, none where it goes.

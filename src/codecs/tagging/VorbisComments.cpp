@@ -62,6 +62,9 @@ void VorbisComments::Change(const TagLib::PropertyMap& changes) {
     for (const auto& [key, texts] : changes) {
         const QByteArray name = ToFileText(key);
         const auto isWanted = [&](const QByteArray& comment) { return KeyOf(comment) == name; };
+        for (const QByteArray& comment : Comments) {
+            if (isWanted(comment)) CheckIsText(comment);
+        }
         if (texts.isEmpty()) {
             ChangeFirst(Comments, isWanted, nullptr);
             continue;

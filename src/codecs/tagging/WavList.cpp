@@ -79,6 +79,9 @@ void WavList::Change(const TagLib::PropertyMap& changes) {
         const auto found =
             std::find_if(std::begin(Names), std::end(Names), [&](const Name& one) { return key == one.Key; });
         if (found == std::end(Names)) continue;
+        for (const Item& item : Items) {
+            if (isWanted(item)) CheckIsText(item.Text);
+        }
         if (texts.isEmpty()) {
             ChangeFirst(Items, isWanted, nullptr);
             continue;
