@@ -19,7 +19,7 @@ void AacDecoder::SetOutputFile(const QString& path) {
 
 qint16 AacDecoder::DecodeToWav() {
     Stopped = false;
-    DecodeIntoWav(Input, Output, OpenByMediaReader, [this](qint64 done, qint64 total) {
+    DecodeIntoWavOrPart(Input, Output, OpenByMediaReader, [this](qint64 done, qint64 total) {
         if (Progress) Progress(PercentOf(done, total));
         return !Stopped;
     });

@@ -21,7 +21,9 @@ public:
 
     // Decodes into 16 bits at the file's own rate, one or two channels. Returns 1, also when it was stopped,
     // which leaves the WAV with what was decoded: who stopped it knows, and whoever reads an answer of 0
-    // takes the file for one that needs no output. Fails when either file is not named or not usable.
+    // takes the file for one that needs no output. So a file that is damaged further on, or a disk that takes
+    // no more, shows in the WAV alone, which counts more sound than it has. Fails when either file is not
+    // named or not usable.
     virtual qint16 DecodeToWav();
     // From inside Progress: ends the decoding after the block at hand. Else without effect.
     virtual void StopCodec() { Stopped = true; }

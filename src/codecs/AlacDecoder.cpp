@@ -22,7 +22,7 @@ qint16 AlacDecoder::IsAlac(const QString& path) {
 }
 
 qint16 AlacDecoder::DecodeToWav(const QString& path, const QString& outputPath) {
-    DecodeIntoWav(path, outputPath, OpenByMediaReader, [this](qint64 done, qint64 total) {
+    DecodeIntoWavOrPart(path, outputPath, OpenByMediaReader, [this](qint64 done, qint64 total) {
         const ProgressCount count(done, total);
         if (Progress) Progress(count.Done, count.Total);
         return true;

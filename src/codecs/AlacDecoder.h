@@ -15,8 +15,9 @@ public:
     // 1 when the file's sound is Apple Lossless, else 0, also for a file that cannot be read.
     virtual qint16 IsAlac(const QString& path);
 
-    // Decodes the whole file; there is no way to stop it. Returns 1. Fails when either file is not usable;
-    // the WAV then holds what was decoded.
+    // Decodes the whole file; there is no way to stop it. Returns 1, also where not all of it
+    // could be decoded or written: the WAV then counts more sound than it has, and whoever takes a failure
+    // for an answer of 0 would make no output of it. Fails when either file is not usable.
     virtual qint16 DecodeToWav(const QString& path, const QString& outputPath);
     // The decoding runs to its end.
     virtual void StopCodec() {}

@@ -46,4 +46,11 @@ qint64 InputFile::Size() const {
     return ::fstat(File.Number(), &status) == 0 ? status.st_size : 0;
 }
 
+QByteArray BytesAt(const InputFile& file, qint64 position, qsizetype count) {
+    QByteArray bytes(count, '\0');
+    const std::span chars(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    const auto read = file.ReadAt(position, std::as_writable_bytes(chars));
+    return bytes.first(std::max<qsizetype>(read, 0));
+}
+
 }  // namespace Sonmira

@@ -3,6 +3,7 @@
 #include "codecs/Descriptor.h"
 #include "codecs/FileIdentity.h"
 
+#include <QByteArray>
 #include <QStringView>
 
 #include <cstddef>
@@ -31,5 +32,8 @@ private:
     Descriptor File;
     std::optional<ReadMark> Mark;
 };
+
+// Up to `count` bytes from `position` on, fewer at the end of the file or where it cannot be read.
+QByteArray BytesAt(const InputFile& file, qint64 position, qsizetype count);
 
 }  // namespace Sonmira

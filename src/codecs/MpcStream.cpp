@@ -8,13 +8,6 @@ namespace Sonmira {
 
 namespace {
 
-QByteArray BytesAt(const InputFile& file, qint64 position, qsizetype count) {
-    QByteArray bytes(count, '\0');
-    const std::span chars(bytes.data(), static_cast<std::size_t>(bytes.size()));
-    const auto read = file.ReadAt(position, std::as_writable_bytes(chars));
-    return bytes.first(std::max<qsizetype>(read, 0));
-}
-
 struct Number {
     qint64 Value = 0;
     qsizetype Bytes = 0;  // 0 where there is none

@@ -15,9 +15,7 @@ namespace {
 // Small enough that a stop is heard at once, large enough that a block costs nothing beside its sound.
 constexpr qint64 BlockSize = 128LL * 1024;
 
-bool Copy(SoundReader& reader, FileWriting& wav, const WavProgress& progress) {
-    reader.GivesUp = [&] { return !progress(0, 0); };
-    const qint64 total = reader.Length();
+bool Copy(SoundReader& reader, FileWriting& wav, qint64 total, const WavProgress& progress) {
     const auto channels = static_cast<std::size_t>(reader.Format().Channels);
     qint64 done = 0;
     while (true) {
@@ -39,19 +37,37 @@ bool DecodeIntoWav(QStringView path, QStringView outputPath, const SoundOpening&
         const std::unique_ptr<SoundReader> reader = open(std::move(input));
         const StreamFormat source = reader->Format();
         const PcmFormat format{source.Rate, std::min(source.Channels, 2), reader->Bits()};
-        FileWriting wav(std::move(output), format,
-                        std::make_unique<WavWriter>(format, WavWriter::Beyond4Gb::GrowsOn));
+        auto writer = std::make_unique<WavWriter>(format, WavWriter::Beyond4Gb::GrowsOn);
+        WavWriter& header = *writer;
+        FileWriting wav(std::move(output), format, std::move(writer));
         wav.SetSource(source);
+        reader->GivesUp = [&] { return !progress(0, 0); };
         bool whole = false;
         try {
-            whole = Copy(*reader, wav, progress);
+            const qint64 total = reader->Length();
+            header.Claim(total);
+            whole = Copy(*reader, wav, total, progress);
         } catch (const Failure&) {
+            header.KeepClaim();
             PassOver([&] { wav.Close(); });
             throw;
         }
         wav.Close();
         return whole;
     });
+}
+
+void DecodeIntoWavOrPart(QStringView path, QStringView outputPath, const SoundOpening& open,
+                         const WavProgress& progress) {
+    bool isBegun = false;
+    try {
+        DecodeIntoWav(path, outputPath, open, [&](qint64 done, qint64 total) {
+            isBegun = isBegun || done > 0;
+            return progress(done, total);
+        });
+    } catch (const Failure&) {
+        if (!isBegun) throw;
+    }
 }
 
 std::unique_ptr<SoundReader> OpenByMediaReader(std::shared_ptr<const InputFile> file) {

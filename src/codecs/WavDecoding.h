@@ -20,10 +20,16 @@ using WavProgress = std::function<bool(qint64 done, qint64 total)>;
 // two mixed to two. Returns false when the progress ended it; the WAV then holds what was decoded so far.
 //
 // The WAV is created before anything is decoded, so that whoever waits for it finds it. It stays empty when
-// the input cannot be decoded at all, and holds what could be decoded when it fails later. Fails before it
-// is created when there is no input or when the output is the input.
+// the input cannot be decoded at all, and holds what could be decoded when it fails later, in front of it a
+// header that counts the sound of the whole stream: nobody may read the failure, but whoever reads the WAV
+// finds that it is not whole. Fails before it is created when there is no input or when the output is the
+// input.
 bool DecodeIntoWav(QStringView path, QStringView outputPath, const SoundOpening& open,
                    const WavProgress& progress);
+
+// The same for one whose failure would have the WAV thrown away: fails only where no sound got into it.
+void DecodeIntoWavOrPart(QStringView path, QStringView outputPath, const SoundOpening& open,
+                         const WavProgress& progress);
 
 // By FFmpeg's decoders.
 std::unique_ptr<SoundReader> OpenByMediaReader(std::shared_ptr<const InputFile> file);

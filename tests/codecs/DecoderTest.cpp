@@ -1,4 +1,4 @@
-#include "Conversion.h"
+#include "LostSound.h"
 #include "codecs/AacDecoder.h"
 #include "codecs/AlacDecoder.h"
 #include "codecs/FlacDecoder.h"
@@ -282,7 +282,7 @@ TEST(FlacDecoder, FailsAtDamageAndKeepsWhatItDecoded) {
     decoder.SetInputFile(folder.MakeFile("cut.flac", content.first(content.size() / 2)));
     decoder.SetOutputFile(folder.Path("out.wav"));
     EXPECT_FALSE(FailureTextOf([&] { decoder.DecodeToWav(); }).isEmpty());
-    EXPECT_GT(ReadWhole(folder.Path("out.wav")).Frames, 2 * 44100);
+    EXPECT_GT(ReadPart(folder.Path("out.wav")).Frames, 2 * 44100);
     EXPECT_EQ(FlacDecoder().TrackLength(path), 5);
 }
 
@@ -299,7 +299,7 @@ TEST(FlacDecoder, FailsAtDamageIn32BitsToo) {
         decoder.SetInputFile(folder.MakeFile("bad.flac", bad));
         decoder.SetOutputFile(folder.Path("out.wav"));
         EXPECT_FALSE(FailureTextOf([&] { decoder.DecodeToWav(); }).isEmpty());
-        EXPECT_GT(ReadWhole(folder.Path("out.wav")).Frames, 44100);
+        EXPECT_GT(ReadPart(folder.Path("out.wav")).Frames, 44100);
     }
 }
 
@@ -359,7 +359,7 @@ TEST(MpcDecoder, FailsAtWhatIsNoMusepackAndAtWhatIsCut) {
     const QString cut = folder.MakeFile("cut.mpc", content.first(content.size() / 2));
     MpcDecoder decoder;
     EXPECT_FALSE(FailureTextOf([&] { decoder.DecodeToWav(cut, folder.Path("cut.wav")); }).isEmpty());
-    EXPECT_GT(ReadWhole(folder.Path("cut.wav")).Frames, 2 * 44100);
+    EXPECT_GT(ReadPart(folder.Path("cut.wav")).Frames, 2 * 44100);
     const QString wav = folder.Path("in.wav");
     EXPECT_FALSE(FailureTextOf([&] { decoder.DecodeToWav(wav, folder.Path("b.wav")); }).isEmpty());
     EXPECT_EQ(MpcDecoder().TrackLength(wav), 0);

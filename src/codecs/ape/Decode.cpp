@@ -1,7 +1,9 @@
 #include "codecs/ape/Decode.h"
 
+#include "codecs/LittleEndianBytes.h"
 #include "codecs/MediaReader.h"
 #include "codecs/OutputFile.h"
+#include "codecs/WavClaim.h"
 #include "codecs/WavHeader.h"
 #include "codecs/WavWriter.h"
 #include "codecs/ape/ApeFileReader.h"
@@ -29,6 +31,10 @@ struct Frame {
     qint64 TailBytes = 0;
 };
 
+qint64 Bytes(const ApeFileReader& ape) {
+    return ape.Blocks() * ape.Sound().BlockBytes();
+}
+
 // The source's own header and tail, where that gives a plain PCM WAV again, which every program reads.
 std::optional<Frame> StoredFrame(const ApeFileReader& ape, const InputFile& file) {
     if (ape.HeadBytes() == 0 || ape.HeadBytes() > MostHeadBytes) return {};
@@ -44,7 +50,7 @@ std::optional<Frame> StoredFrame(const ApeFileReader& ape, const InputFile& file
     if (!layout || !layout->IsPlain || layout->DataStart != ape.HeadBytes() || layout->Sound != ape.Sound()) {
         return {};
     }
-    const qint64 data = ape.Blocks() * ape.Sound().BlockBytes();
+    const qint64 data = Bytes(ape);
     const bool isCounted = layout->DataClaimed >= data && layout->DataClaimed <= data + ape.TailBytes();
     return isCounted ? std::optional(std::move(frame)) : std::nullopt;
 }
@@ -53,6 +59,18 @@ Frame PlainFrame(const ApeSound& sound, qint64 blocks) {
     const qint64 data = blocks * sound.BlockBytes();
     return {WavHeader({sound.Rate, sound.Channels, sound.Bits}, data > MostWavData ? UnknownWavSize : data),
             0, 0};
+}
+
+// Has the header count so many bytes of sound and none behind them. It ends with the head of the data chunk.
+void PatchSize(OutputFile& out, const Frame& frame, qint64 size) {
+    const qint64 head = std::ssize(frame.Head);
+    const auto patch = [&](qint64 position, qint64 number) {
+        LittleEndianBytes bytes;
+        bytes.Number(static_cast<std::uint64_t>(std::min<qint64>(number, UnknownWavSize)), 4);
+        out.Patch(position, bytes.Bytes);
+    };
+    patch(4, head - 8 + size);
+    patch(head - 4, size > MostWavData ? UnknownWavSize : size);
 }
 
 void WriteTail(const InputFile& file, const Frame& frame, OutputFile& out) {
@@ -97,7 +115,8 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, const std::optional<A
     Cut cut((part.Start - firstBlock) * blockBytes, (part.Finish - part.Start) * blockBytes);
     const auto groupBytes = static_cast<qint64>(MostApeFramesOfAGroup(ape.Sound().Channels)) *
                             ape.Level().BlocksPerFrame * blockBytes;
-    int damaged = 0;
+    const qint64 wanted = (part.Finish - part.Start) * blockBytes;
+    qint64 lost = 0;  // bytes
     ApeWork work(workers, part.Finish - firstBlock, 2 * groupBytes, progress, killFlag);
     const bool isWhole = work.Run(
         [&](ApeWorkState& state) -> ApeWork::Worker {
@@ -111,15 +130,21 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, const std::optional<A
         [&] { return ape.NextGroup(ApeFrameDecoder::Padding); },
         [&](ApeFrameGroup& group) {
             out.Write(cut.Of(group.Pcm));
-            damaged += group.Damaged;
+            lost += static_cast<qint64>(group.Lost) * blockBytes;
         });
-    if (isWhole && isStored) {
+    const qint64 there = out.Size() - std::ssize(frame.Head);
+    if (!isWhole) {
+        PatchSize(out, frame, there);
+    } else if (lost > 0 || ape.IsCutShort() || part.IsCutShort) {
+        // Silence in the place of a frame is not its sound. Nothing may stand behind that could count as it.
+        PatchSize(out, frame, WavSizeBeyond(there, std::max(there + lost, wanted)));
+    } else if (isStored) {
         WriteTail(file, frame, out);
-    } else if (isWhole && (out.Size() - std::ssize(frame.Head)) % 2 != 0) {
+    } else if (there % 2 != 0) {
         out.Write(std::vector<std::byte>(1));
     }
     out.Close();
-    if (damaged > 0 || ape.IsCutShort() || (isWhole && part.IsCutShort)) throw DamagedFile();
+    if (lost > 0 || ape.IsCutShort() || (isWhole && part.IsCutShort)) throw DamagedFile();
 }
 
 // Other versions, by the libraries' decoder.
@@ -138,6 +163,7 @@ void DecodeOthers(const std::shared_ptr<const InputFile>& ape, const std::option
     const bool isToEnd = !link || !link->Finish;
     Cut cut(part.Start * blockBytes,
             isToEnd ? std::numeric_limits<qint64>::max() : (part.Finish - part.Start) * blockBytes);
+    writer.Claim(part.Finish - part.Start);
     qint64 done = 0;
     const auto finish = [&] {
         writer.Finish(out);
@@ -154,12 +180,14 @@ void DecodeOthers(const std::shared_ptr<const InputFile>& ape, const std::option
             block = reader.Read(pieceBytes);
         }
     } catch (const Failure&) {
+        writer.KeepClaim();
         PassOver(finish);
         throw;
     }
+    const bool isShort = killFlag == 0 && (part.IsCutShort || (!isToEnd && !cut.IsComplete()));
+    if (isShort) writer.KeepClaim();
     finish();
-    const bool isShort = part.IsCutShort || (!isToEnd && !cut.IsComplete());
-    if (killFlag == 0 && isShort) throw DamagedFile();
+    if (isShort) throw DamagedFile();
 }
 
 }  // namespace

@@ -72,7 +72,7 @@ void ApeFrameDecoder::Decode(ApeFrameGroup& group, ApeWorkState& state) {
     }
     for (Frame& frame : std::span(Frames).first(FrameCount)) {
         if (IsRight(frame)) continue;
-        ++group.Damaged;
+        group.Lost += frame.Blocks;
         std::fill(frame.Pcm.begin(), frame.Pcm.end(), static_cast<std::byte>(Sound.Bits == 8 ? 0x80 : 0));
     }
 }

@@ -14,7 +14,7 @@ struct ApeFrameGroup {
     std::vector<std::byte> Pcm;                     // as in the WAV file, all frames in a row
     std::size_t Blocks = 0;                         // of all frames; all but the last frame are full
     std::vector<std::vector<std::uint8_t>> Frames;  // the coded form of each
-    int Damaged = 0;                                // frames that could not be decoded
+    std::size_t Lost = 0;                           // blocks that could not be decoded and are silence
 };
 
 constexpr std::size_t MostApeFramesOfAGroup(int channels) {
