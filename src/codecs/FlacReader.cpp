@@ -44,7 +44,8 @@ public:
         Ended =
             !decoded || FLAC__stream_decoder_get_state(Decoder.get()) == FLAC__STREAM_DECODER_END_OF_STREAM;
         // The sum of the samples is compared here.
-        if (Ended && FLAC__stream_decoder_finish(Decoder.get()) == 0) IsDamaged = true;
+        if (Ended) IsSumRight = FLAC__stream_decoder_finish(Decoder.get()) != 0;
+        IsDamaged = IsDamaged || (Ended && !IsSumRight);
         return !Ended;
     }
 
@@ -54,6 +55,8 @@ public:
     qint64 FramesDecoded = 0;
     std::vector<std::byte> Samples;
     bool IsDamaged = false;
+    bool HasSum = false;  // of its sound, in its head
+    bool IsSumRight = false;
 
 private:
     void CheckReading() const {
@@ -119,6 +122,8 @@ private:
         library.Stream = {static_cast<int>(info.sample_rate), static_cast<int>(info.channels)};
         library.Bits = static_cast<int>(info.bits_per_sample);
         library.Length = static_cast<qint64>(info.total_samples);
+        library.HasSum = std::any_of(std::begin(info.md5sum), std::end(info.md5sum),
+                                     [](FLAC__byte byte) { return byte != 0; });
     }
 
     static void TakeError(const FLAC__StreamDecoder* /*decoder*/, FLAC__StreamDecoderErrorStatus /*status*/,
@@ -134,6 +139,16 @@ private:
     bool Ended = false;
 };
 
+bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file) {
+    bool isRight = false;
+    PassOver([&] {
+        FlacReader::Library library(std::move(file));
+        while (library.DecodeMore()) library.Samples.clear();
+        isRight = library.HasSum && library.IsSumRight;
+    });
+    return isRight;
+}
+
 FlacReader::FlacReader(std::shared_ptr<const InputFile> file)
     : Handle(std::make_unique<Library>(std::move(file))) {}
 
@@ -147,7 +162,8 @@ AudioBlock FlacReader::Read(qint64 size) {
     }
     AudioBlock block{SampleType::Int32, std::move(Handle->Samples)};
     Handle->Samples.clear();
-    const bool isCut = Handle->FramesDecoded < Handle->Length;
+    const bool isWhole = Handle->HasSum && Handle->IsSumRight;
+    const bool isCut = Handle->FramesDecoded < Handle->Length && !isWhole;
     if (block.IsEmpty() && (Handle->IsDamaged || isCut)) throw DamagedFile();
     return block;
 }

@@ -13,6 +13,10 @@ bool IsWideFlac(const InputFile& file);
 
 // Reads plain FLAC by the format's own library. It knows samples of 32 bits, which FFmpeg does not, and
 // checks the sum over all of them.
+// Whether all of a plain FLAC file decodes to the sound of which its head holds the MD5 sum, whatever else
+// its head says. Takes as long as the decoding.
+bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file);
+
 class FlacReader final : public SoundReader {
 public:
     // Fails with a text for people when the file is no FLAC.
@@ -28,6 +32,7 @@ public:
     qint64 Length() override;
 
 private:
+    friend bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file);
     class Library;
     std::unique_ptr<Library> Handle;
 };

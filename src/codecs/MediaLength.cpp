@@ -38,6 +38,25 @@ bool IsContainer(const MediaInput& input, std::string_view name) {
     return std::string_view(input.Container().iformat->name).find(name) != std::string_view::npos;
 }
 
+// By the head of its stream; the library's own length is a guess beside it.
+qint64 AviLength(const MediaInput& input, int rate) {
+    return InFrames(input.Sound().nb_frames, input.Sound().time_base, rate);
+}
+
+bool IsFilm(const MediaInput& input) {
+    return IsContainer(input, "matroska") || IsContainer(input, "flv");
+}
+
+// Streams that last; covers do not.
+unsigned CountSoundAndFilm(const MediaInput& input) {
+    unsigned count = 0;
+    for (unsigned i = 0; i < input.Container().nb_streams; ++i) {
+        const bool isCover = (input.Container().streams[i]->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0;
+        if (!isCover) ++count;
+    }
+    return count;
+}
+
 bool IsGuess(const MediaInput& input) {
     return input.Container().duration_estimation_method == AVFMT_DURATION_FROM_BITRATE;
 }
@@ -128,11 +147,21 @@ qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end,
 }
 
 qint64 LeastLength(const MediaInput& input, int rate, std::optional<qint64> end) {
-    // Core Audio files and ASF round their times, and Musepack counts whole packets.
-    const bool isRough = IsContainer(input, "caf") || IsContainer(input, "asf") || IsContainer(input, "mpc");
-    if (isRough || HeadersOnlyEstimate(input)) return 0;
+    if (IsContainer(input, "avi")) return std::max<qint64>(AviLength(input, rate) - rate / 10, 0);
+    const AVCodecID codec = input.Sound().codecpar->codec_id;
+    // Windows Media rounds its times, Musepack counts whole packets, and edit lists may go beyond the stream.
+    const bool isRough = IsContainer(input, "asf") ||
+                         IsContainer(input, "mpc") || IsContainer(input, "mp4");
+    const bool isEstimated = HeadersOnlyEstimate(input) && !(codec == AV_CODEC_ID_MP3 && IsFilm(input));
+    if (isRough || isEstimated || IsGuess(input)) return 0;
+    // The length of all streams is that of the longest.
+    if (input.Sound().duration <= 0 && CountSoundAndFilm(input) > 1) return 0;
     // Times in units of a clock slower than the sample rate are off by less than this.
-    const int tolerance = IsLossless(input.Sound().codecpar->codec_id) ? rate / 200 : rate;
+    int tolerance = IsLossless(codec) ? rate / 200 : rate / 10;
+    // Core Audio files count whole packets, and the other numbers in a WAV of packets are seldom right.
+    if (IsContainer(input, "caf")) tolerance = rate / 10 + MostPadding;
+    // So are those of RealMedia.
+    if (!IsLossless(codec) && (IsContainer(input, "wav") || IsContainer(input, "rm"))) tolerance = rate;
     return std::max<qint64>(end.value_or(DeclaredLength(input, rate)) - tolerance, 0);
 }
 

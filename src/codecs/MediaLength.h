@@ -22,7 +22,8 @@ qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end,
                    const std::function<bool()>& givesUp);
 
 // The fewest frames that an intact file gives, by a header that counts them; 0 where none does. A lossless
-// stream that gives less has lost sound; a lossy one is given a second, because its headers are less exact.
+// stream that gives less has lost sound; a lossy one is given a tenth of a second, because its headers are
+// less exact.
 qint64 LeastLength(const MediaInput& input, int rate, std::optional<qint64> end);
 
 }  // namespace Sonmira

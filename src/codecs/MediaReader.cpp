@@ -1,9 +1,12 @@
 #include "codecs/MediaReader.h"
 
+#include "codecs/FileCounts.h"
+#include "codecs/FlacReader.h"
 #include "codecs/MediaLength.h"
 #include "codecs/WavClaim.h"
 
 #include <algorithm>
+#include <string_view>
 
 extern "C" {
 #include <libavformat/avformat.h>
@@ -19,6 +22,13 @@ constexpr qint64 MostBytesOfABlock = 16LL * 1024 * 1024;
 constexpr qint64 MostPadding = 4096;
 // A header with rates beyond lies: the fastest one in use is that of DSD in its eight-bit groups.
 constexpr int MostRate = 6'200'000;
+// Seconds that may be missing: less is what headers and time stamps are wrong by.
+constexpr double MostLost = 0.1;
+constexpr double MostLostOfLossless = 0.005;
+
+bool IsPlainFlac(const MediaInput& input) {
+    return std::string_view(input.Container().iformat->name) == "flac";
+}
 
 }  // namespace
 
@@ -92,7 +102,18 @@ AudioBlock MediaReader::Read(qint64 size) {
 }
 
 bool MediaReader::IsCutShort() const {
-    return FramesGiven < LeastLength(Input, Format().Rate, End) || MissingWavBytes(*Input.File()) > 0;
+    if (MissingWavBytes(*Input.File()) > 0) return true;
+    const SoundGaps& gaps = Decoder.Gaps();
+    const bool isLacking = FramesGiven < LeastLength(Input, Format().Rate, End);
+    if (IsPlainFlac(Input)) {
+        // Who cuts and joins such files may leave a wrong count behind, but frames carry their numbers.
+        const bool isLost = gaps.Seconds() > MostLostOfLossless || (isLacking && Decoder.BadPackets() > 0);
+        return isLost && !IsSumOfFlacRight(Input.File());
+    }
+    const SoundGiven given{static_cast<double>(FramesGiven) / Format().Rate, gaps.End(),
+                           Decoder.GoodPackets()};
+    const double most = IsExact() ? MostLostOfLossless : MostLost;
+    return isLacking || gaps.Seconds() > most || MissingByCounts(Input, given) > MostLost;
 }
 
 bool MediaReader::IsExact() const {

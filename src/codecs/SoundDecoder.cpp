@@ -54,7 +54,7 @@ public:
 };
 
 SoundDecoder::SoundDecoder(MediaInput& input)
-    : Input(input), Libraries(std::make_unique<Parts>(input.Sound())) {}
+    : Input(input), Libraries(std::make_unique<Parts>(input.Sound())), Missing(input) {}
 
 SoundDecoder::~SoundDecoder() = default;
 
@@ -64,23 +64,28 @@ const AVFrame* SoundDecoder::Next() {
     while (true) {
         const int code = avcodec_receive_frame(codec, frame);
         if (code == 0) {
-            if (frame->nb_samples > 0 && frame->sample_rate > 0 && frame->ch_layout.nb_channels > 0)
+            if (frame->nb_samples > 0 && frame->sample_rate > 0 && frame->ch_layout.nb_channels > 0) {
+                Missing.Take(*frame);
                 return frame;
+            }
             continue;
         }
         if (code == AVERROR_EOF) return nullptr;
         if (code == AVERROR(ENOMEM)) throw MediaFailure(code);
-        if (code != AVERROR(EAGAIN)) ++Bad;
-        if (!SendPacket()) return nullptr;
+        if (code != AVERROR(EAGAIN)) Lose();
+        if (!Draining) {
+            if (!SendPacket()) return nullptr;
+        } else if (++FailuresAtEnd > MostThreads) {
+            // Before that, a decoder of several threads may have frames behind one that failed.
+            return nullptr;
+        }
     }
 }
 
-// Gives the decoder its next packet, or the end of the stream. False when it has got the end before: a
-// decoder that fails while it drains has nothing more to give.
+// Gives the decoder its next packet, or the end of the stream. False when it does not take that.
 bool SoundDecoder::SendPacket() {
     AVCodecContext* codec = Libraries->Codec.get();
     AVPacket* packet = Libraries->Packet.get();
-    if (Draining) return false;
     if (!Input.Read(*packet)) {
         Draining = true;
         return avcodec_send_packet(codec, nullptr) == 0;
@@ -91,11 +96,18 @@ bool SoundDecoder::SendPacket() {
     if (std::exchange(First, false) && codec->codec_id == AV_CODEC_ID_VORBIS && packet->pts == 0) {
         codec->flags2 |= AV_CODEC_FLAG2_SKIP_MANUAL;
     }
+    Missing.Read(*packet);
     const int code = avcodec_send_packet(codec, packet);
     av_packet_unref(packet);
     if (code == AVERROR(ENOMEM)) throw MediaFailure(code);
-    if (code < 0) ++Bad;
+    ++Sent;
+    if (code < 0) Lose();
     return true;
+}
+
+void SoundDecoder::Lose() {
+    ++Bad;
+    Missing.Lose();
 }
 
 int SoundDecoder::Rate() const {

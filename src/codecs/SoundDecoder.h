@@ -1,5 +1,7 @@
 #pragma once
 
+#include "codecs/SoundGaps.h"
+
 #include <memory>
 
 struct AVFrame;
@@ -24,8 +26,11 @@ public:
     // The next frame of one or more samples, valid until the next call; null at the end.
     const AVFrame* Next();
 
-    // Packets met so far that could not be decoded.
+    // Packets met so far that could not be decoded, and that could.
     qint64 BadPackets() const { return Bad; }
+    qint64 GoodPackets() const { return Sent - Bad; }
+    // What is missing between and behind the frames given so far.
+    const SoundGaps& Gaps() const { return Missing; }
 
     // Format by the headers, for a stream of no frames; a rate or count of 0 is not known. The type is a
     // value of AVSampleFormat.
@@ -36,12 +41,16 @@ public:
 private:
     class Parts;
     bool SendPacket();
+    void Lose();
 
     MediaInput& Input;
     std::unique_ptr<Parts> Libraries;
     bool First = true;
     bool Draining = false;
+    unsigned FailuresAtEnd = 0;
+    qint64 Sent = 0;
     qint64 Bad = 0;
+    SoundGaps Missing;
 };
 
 }  // namespace Sonmira

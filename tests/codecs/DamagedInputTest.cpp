@@ -57,15 +57,16 @@ TEST_P(DamagedInput, WithChangedBytesIsReadOrRefused) {
     }
 }
 
-// Lossless frames carry check sums, so that what is lost is known. Plain PCM has none.
+// Lossless frames carry check sums, Ogg pages and packets of Windows Media their times, so that what is lost
+// is known. Plain PCM has neither.
 TEST_P(DamagedInput, WithAHoleInTheMiddleGivesTheRestOrIsReported) {
     QByteArray damaged = Intact;
     const qsizetype start = damaged.size() * 3 / 4;
     damaged.replace(start, 400, QByteArray(400, '\x55'));
-    const bool carriesCheckSums = QByteArrayView(GetParam()) == "a.flac";
-    if (carriesCheckSums) {
+    const QByteArrayView name(GetParam());
+    if (name == "a.flac" || name == "a.ogg" || name == "a.wma") {
         EXPECT_EQ(Read(damaged), -1);
-    } else if (QByteArrayView(GetParam()) != "alac.m4a") {
+    } else if (name != "alac.m4a") {
         EXPECT_GT(Read(damaged), Frames / 4);
     }
 }
