@@ -30,7 +30,8 @@ public:
         const qint64 there = std::max<qint64>(File->Size() - Head, 0);
         const qint64 claimed = layout.DataClaimed;
         // Programs that write into a pipe know no size; nothing can follow the sound then.
-        const bool isUnknown = claimed > there || claimed >= AllOnes || (claimed == 0 && !IsChunkAt(Head)) ||
+        const bool isEmpty = IsWavWithoutSound(*File);
+        const bool isUnknown = claimed > there || claimed >= AllOnes || (claimed == 0 && !isEmpty) ||
                                (claimed >= LeastUnknownWavSize && there - claimed > MostChunks);
         const qint64 data = isUnknown ? there : claimed;
         Count = data / Format.BlockBytes();
@@ -57,13 +58,6 @@ public:
 private:
     void ReadAll(qint64 position, std::span<std::byte> target) {
         if (File->ReadFully(position, target) < target.size()) throw DamagedFile();
-    }
-    // An empty sound followed by chunks looks like one of unknown size.
-    bool IsChunkAt(qint64 position) {
-        std::array<std::byte, 4> name{};
-        if (File->ReadFully(position, name) < name.size()) return false;
-        return std::memcmp(name.data(), "LIST", 4) == 0 || std::memcmp(name.data(), "id3 ", 4) == 0 ||
-               std::memcmp(name.data(), "ID3 ", 4) == 0;
     }
 
     std::unique_ptr<const InputFile> File;
@@ -99,13 +93,15 @@ public:
     }
     void ReadHead(qint64 /*from*/, std::span<std::byte> /*target*/) override {}
     void ReadTail(qint64 /*from*/, std::span<std::byte> /*target*/) override {}
-    void CheckEnd() override {}  // the reader fails by itself
+    void CheckEnd() override {
+        if (Error) std::rethrow_exception(Error);
+    }
 
 private:
     static constexpr qint64 BlockSize = qint64{256} * 1024;
 
     bool ReadMore() {
-        AudioBlock block = First.IsEmpty() ? Reader.Read(BlockSize) : std::exchange(First, {});
+        AudioBlock block = NextBlock();
         if (block.IsEmpty()) return false;
         Packed.clear();
         PackedStart = 0;
@@ -113,7 +109,20 @@ private:
         return true;
     }
 
+    // What was read is encoded and finished before its end is a failure.
+    AudioBlock NextBlock() {
+        if (!First.IsEmpty()) return std::exchange(First, {});
+        AudioBlock block;
+        try {
+            if (!Error) block = Reader.Read(BlockSize);
+        } catch (const Failure&) {
+            Error = std::current_exception();
+        }
+        return block;
+    }
+
     MediaReader Reader;
+    std::exception_ptr Error;
     AudioBlock First;
     std::optional<StreamConverter> Converter;
     std::optional<PcmPacker> Packer;

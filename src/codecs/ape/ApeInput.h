@@ -27,7 +27,7 @@ public:
     // Bytes of the head or the tail, from byte `from` of it on. All must be there.
     virtual void ReadHead(qint64 from, std::span<std::byte> target) = 0;
     virtual void ReadTail(qint64 from, std::span<std::byte> target) = 0;
-    // At the end: fails when the source holds less than its header counts.
+    // At the end: fails when the source holds less than its header counts, or could be read no further.
     virtual void CheckEnd() = 0;
 
 protected:

@@ -6,6 +6,7 @@
 #include "platform/Failure.h"
 #include "support/Sanitized.h"
 #include "support/TestFolder.h"
+#include "support/Tool.h"
 
 #include <QtEndian>
 
@@ -156,6 +157,25 @@ TEST(ApeEncoding, OfACutSourceGivesWhatIsThereAndFails) {
     EXPECT_THROW(Compressed(folder, wav, 1000), Failure);
     EXPECT_TRUE(ApeByFfmpeg(folder.Native("out.ape"), 16).Pcm ==
                 wav.mid(HeaderBytes, (200'000 - 44) / 4 * 4));
+}
+
+// What is no plain sound of two channels at most goes through the libraries' decoders.
+TEST(ApeEncoding, OfACutSourceOfAnotherFormGivesWhatIsThereAndFails) {
+    const TestFolder folder;
+    folder.MakeFile("noise.wav", WavOf(MakeNoise(44100, 2, 200'000, 0.3), WavKind::Signed16));
+    RunTool({"ffmpeg", "-v", "error", "-i", folder.Native("noise.wav"), "-c:a", "adpcm_ms",
+             folder.Native("adpcm.wav")});
+    const QByteArray sources[] = {WavOf(MakeNoise(44100, 6, 200'000, 0.3), WavKind::Signed16),
+                                  WavOf(MakeNoise(44100, 2, 200'000, 0.3), WavKind::Float32),
+                                  WavOf(MakeNoise(44100, 2, 200'000, 0.3), WavKind::Signed32),
+                                  ContentOf(folder.Native("adpcm.wav"))};
+    for (const QByteArray& wav : sources) {
+        const int place = static_cast<int>(&wav - &sources[0]);
+        EXPECT_THROW(Compressed(folder, wav.first(wav.size() / 2), 1000), Failure) << place;
+        const bool isNarrow = place == 3;
+        const auto pcm = ApeByFfmpeg(folder.Native("out.ape"), isNarrow ? 16 : 24).Pcm;
+        EXPECT_NEAR(static_cast<double>(pcm.size()) / (isNarrow ? 4 : 6), 100'000, 3000) << place;
+    }
 }
 
 TEST(ApeEncoding, OfASourceOfUnknownSizeGoesToItsEnd) {
