@@ -2,6 +2,7 @@
 
 #include "codecs/CHandle.h"
 #include "codecs/FileFailure.h"
+#include "codecs/Id3v2Skip.h"
 #include "codecs/InputFile.h"
 #include "codecs/MediaInput.h"
 
@@ -14,7 +15,7 @@ namespace Sonmira {
 bool IsWideFlac(const InputFile& file) {
     // The name of the format, the head of the first block, and of its content the bytes up to the width.
     std::array<std::byte, 22> head = {};
-    if (file.ReadAt(0, head) != static_cast<std::ptrdiff_t>(head.size())) return false;
+    if (file.ReadAt(BehindId3v2(file), head) != static_cast<std::ptrdiff_t>(head.size())) return false;
     const auto at = [&](std::size_t place) { return std::to_integer<unsigned>(head[place]); };
     const bool isFlac = at(0) == 'f' && at(1) == 'L' && at(2) == 'a' && at(3) == 'C' && (at(4) & 0x7F) == 0;
     return isFlac && ((at(20) & 1) << 4 | at(21) >> 4) + 1 > 24;

@@ -2,6 +2,7 @@
 
 #include "codecs/CHandle.h"
 #include "codecs/FileFailure.h"
+#include "codecs/MediaFormats.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -100,12 +101,7 @@ public:
     explicit Options(MediaInput::Times times) {
         // Demuxers that open files by themselves look here rather than at io_open.
         av_dict_set(&Values, "protocol_whitelist", "none", 0);
-        // Containers of music that say what they are. Among the rest are formats of games that any noise
-        // looks like.
-        av_dict_set(&Values, "format_whitelist",
-                    "wav,w64,aiff,au,avi,mp3,ogg,asf,aac,loas,mov,caf,ape,flac,mpc,mpc8,wv,tta,tak,ac3,eac3,"
-                    "dts,amr,matroska,mpeg,mpegts,flv,rm",
-                    0);
+        av_dict_set(&Values, "format_whitelist", MediaFormatNames, 0);
         // PCM in larger packets than the usual 4 KB, of which each costs as much as its copying.
         av_dict_set(&Values, "max_size", "65536", 0);
         if (times == MediaInput::Times::Whole) av_dict_set(&Values, "advanced_editlist", "0", 0);
@@ -128,7 +124,7 @@ public:
         context->io_open = RefuseOtherFiles;
         Options options(times);
         // A failed opening frees the context by itself.
-        const int code = avformat_open_input(&context, nullptr, nullptr, &options.Values);
+        const int code = avformat_open_input(&context, nullptr, HiddenMediaFormat(*file), &options.Values);
         if (code < 0) throw FailureOf(code == AVERROR(EINVAL) ? AVERROR_INVALIDDATA : code);
         Context.reset(context);
         CheckIsOpen(*context);

@@ -150,7 +150,7 @@ qint64 LeastLength(const MediaInput& input, int rate, std::optional<qint64> end)
     if (IsContainer(input, "avi")) return std::max<qint64>(AviLength(input, rate) - rate / 10, 0);
     const AVCodecID codec = input.Sound().codecpar->codec_id;
     // Windows Media rounds its times, Musepack counts whole packets, and edit lists may go beyond the stream.
-    const bool isRough = IsContainer(input, "asf") ||
+    const bool isRough = IsContainer(input, "asf") || IsContainer(input, "xwma") ||
                          IsContainer(input, "mpc") || IsContainer(input, "mp4");
     const bool isEstimated = HeadersOnlyEstimate(input) && !(codec == AV_CODEC_ID_MP3 && IsFilm(input));
     if (isRough || isEstimated || IsGuess(input)) return 0;

@@ -41,7 +41,8 @@ MediaReader::MediaReader(std::shared_ptr<const InputFile> file) : Input(std::mov
 }
 
 void MediaReader::DecodeFirst() {
-    if (const AVFrame* first = Decoder.Next()) {
+    const bool isEmpty = IsWavWithoutSound(*Input.File());
+    if (const AVFrame* first = isEmpty ? nullptr : Decoder.Next()) {
         Samples = std::make_unique<FrameSamples>(*first);
         Samples->Append(*first, Pending);
         return;
@@ -51,7 +52,7 @@ void MediaReader::DecodeFirst() {
     // A length that was only estimated claims nothing, and the tag of an MP3 may rightly take all of its
     // frames away.
     const AVStream& sound = Input.Sound();
-    const bool claimsSound = sound.duration > 0 && sound.codecpar->codec_id != AV_CODEC_ID_MP3 &&
+    const bool claimsSound = !isEmpty && sound.duration > 0 && sound.codecpar->codec_id != AV_CODEC_ID_MP3 &&
                              Input.Container().duration_estimation_method != AVFMT_DURATION_FROM_BITRATE;
     if (Decoder.BadPackets() > 0 || claimsSound) throw DamagedFile();
     Samples = std::make_unique<FrameSamples>(Decoder.Rate(), Decoder.Channels(), Decoder.SampleFormat());
