@@ -57,9 +57,10 @@ TEST_P(LostSoundRow, IsAnErrorWhoseSourceStaysAndWhoseOutputHoldsWhatThereWas) {
     }
 }
 
+class DecodedLostSoundRow : public LostSoundRow {};
+
 // Nobody asks these encoders how it went.
-TEST_P(LostSoundRow, IsConvertedAsFarAsItGoesByTheEncodersThatReadAWav) {
-    if (!Is("flac") && !Is("ape") && !Is("mpc")) return;
+TEST_P(DecodedLostSoundRow, IsConvertedAsFarAsItGoesByTheEncodersThatReadAWav) {
     TakeFile(Folder.MakeFile(Name(), Damaged()));
     for (const OutputFormat& format : OutputFormats) {
         if (!format.FromWav) continue;
@@ -72,6 +73,9 @@ TEST_P(LostSoundRow, IsConvertedAsFarAsItGoesByTheEncodersThatReadAWav) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, LostSoundRow, ::testing::Values("flac", "ape", "mpc", "ogg", "mp3", "wma"),
+                         [](const auto& ending) { return std::string(ending.param); });
+
+INSTANTIATE_TEST_SUITE_P(Of, DecodedLostSoundRow, ::testing::Values("flac", "ape", "mpc"),
                          [](const auto& ending) { return std::string(ending.param); });
 
 // The WAV on the way does not fit, the output would. The limit of one file stands for the disk.
