@@ -33,10 +33,11 @@ bool BeginsAnew(const AVPacket& packet) {
 
 SoundGaps::SoundGaps(const MediaInput& input) : Input(input) {
     Tells = !IsOneOf(input, {"mp3", "aac", "loas", "ac3", "eac3", "dts", "amr", "mpc", "mpc8"});
-    const bool isExact = IsOneOf(input, {"ogg", "flac", "mov,mp4,m4a,3gp,3g2,mj2", "caf", "wav", "w64",
-                                         "aiff", "au", "wv", "tta", "tak", "ape"});
+    CountsSamples = IsOneOf(input, {"ogg", "flac"});
+    const bool isExact = IsOneOf(
+        input, {"mov,mp4,m4a,3gp,3g2,mj2", "caf", "wav", "w64", "aiff", "au", "wv", "tta", "tak", "ape"});
     // Other containers round to milliseconds, or stamp a packet by a frame that only begins in it.
-    LeastJump = isExact ? 0.001 : 0.06;
+    LeastJump = isExact ? 0.01 : 0.06;
 }
 
 void SoundGaps::Read(const AVPacket& packet) {
@@ -47,6 +48,7 @@ void SoundGaps::Read(const AVPacket& packet) {
     PacketSeconds = isLength ? static_cast<double>(packet.duration) * unit : 0;
     // The next link of a chain has times of its own.
     if (BeginsAnew(packet)) {
+        Missing += std::exchange(Ahead, 0);
         Clock.reset();
         PacketsEnd = 0;
     }
@@ -65,14 +67,26 @@ void SoundGaps::Take(const AVFrame& frame) {
     if (frame.pts == AV_NOPTS_VALUE) {
         Missing += Failed;
         if (Clock) *Clock += length;
+        LastEnd += length;
     } else {
         const double start = static_cast<double>(frame.pts) * av_q2d(Input.Sound().time_base);
-        const double jump = Clock ? start - *Clock : 0;
-        if (jump > LeastJump) Missing += jump;
-        Clock = start + length;
+        TakeAt(start, Clock ? start - *Clock : 0);
+        *Clock += length;
+        LastEnd = start + length;
     }
     Failed = 0;
     PacketSeconds = 0;
+}
+
+void SoundGaps::TakeAt(double start, double jump) {
+    constexpr double leastStepBack = 0.1;
+    if (CountsSamples && Clock && jump > -leastStepBack) {
+        Ahead = std::max(jump, 0.0);
+        return;
+    }
+    Missing += std::exchange(Ahead, 0);
+    if (jump > LeastJump) Missing += jump;
+    Clock = start;
 }
 
 // What the packets last beyond the last frame. That of an Ogg stream lasts until the time that its page
@@ -81,10 +95,9 @@ void SoundGaps::Take(const AVFrame& frame) {
 // full one.
 double SoundGaps::Unheard() const {
     constexpr double fullPacket = 0.1;
-    const bool isExact = IsOneOf(Input, {"ogg", "flac"});
-    if (!Clock || !(isExact || IsLossless(Input.Sound().codecpar->codec_id))) return 0;
-    const double seconds = PacketsEnd - *Clock;
-    return isExact || seconds > fullPacket ? seconds : 0;
+    if (!Clock || !(CountsSamples || IsLossless(Input.Sound().codecpar->codec_id))) return 0;
+    const double seconds = PacketsEnd - LastEnd;
+    return CountsSamples || seconds > fullPacket ? seconds : 0;
 }
 
 // What an index counts behind the last packet that could be read. Only that of MP4 stands apart from the
@@ -101,7 +114,7 @@ double SoundGaps::Unread() const {
 
 double SoundGaps::Seconds() const {
     if (!Tells) return 0;
-    return Missing + std::max({Failed, Unheard(), Unread(), 0.0});
+    return Missing + Ahead + std::max({Failed, Unheard(), Unread(), 0.0});
 }
 
 }  // namespace Sonmira
