@@ -33,11 +33,14 @@ bool BeginsAnew(const AVPacket& packet) {
 
 SoundGaps::SoundGaps(const MediaInput& input) : Input(input) {
     Tells = !IsOneOf(input, {"mp3", "aac", "loas", "ac3", "eac3", "dts", "amr", "mpc", "mpc8"});
-    CountsSamples = IsOneOf(input, {"ogg", "flac"});
+    EndsExactly = IsOneOf(input, {"ogg", "flac"});
     const bool isExact = IsOneOf(
         input, {"mov,mp4,m4a,3gp,3g2,mj2", "caf", "wav", "w64", "aiff", "au", "wv", "tta", "tak", "ape"});
     // Other containers round to milliseconds, or stamp a packet by a frame that only begins in it.
     LeastJump = isExact ? 0.01 : 0.06;
+    const AVStream& sound = input.Sound();
+    const bool isBySamples = av_cmp_q(sound.time_base, {1, std::max(sound.codecpar->sample_rate, 1)}) == 0;
+    CountsSamples = EndsExactly || (isExact && isBySamples);
 }
 
 void SoundGaps::Read(const AVPacket& packet) {
@@ -95,9 +98,9 @@ void SoundGaps::TakeAt(double start, double jump) {
 // full one.
 double SoundGaps::Unheard() const {
     constexpr double fullPacket = 0.1;
-    if (!Clock || !(CountsSamples || IsLossless(Input.Sound().codecpar->codec_id))) return 0;
+    if (!Clock || !(EndsExactly || IsLossless(Input.Sound().codecpar->codec_id))) return 0;
     const double seconds = PacketsEnd - LastEnd;
-    return CountsSamples || seconds > fullPacket ? seconds : 0;
+    return EndsExactly || seconds > fullPacket ? seconds : 0;
 }
 
 // What an index counts behind the last packet that could be read. Only that of MP4 stands apart from the

@@ -38,6 +38,7 @@ private:
 
     const MediaInput& Input;
     bool Tells = false;
+    bool EndsExactly = false;  // where the packets do
     // Stamps count samples: what they say in between may be an estimate, but at last they are right to one.
     // Elsewhere their unit is not that of the sound, so that they drift from it, and only a jump says
     // anything.
