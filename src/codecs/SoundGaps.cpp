@@ -108,7 +108,7 @@ double SoundGaps::Unheard() const {
 double SoundGaps::Unread() const {
     if (!IsOneOf(Input, {"mov,mp4,m4a,3gp,3g2,mj2"})) return 0;
     // The library's list of them is not for reading alone, though nothing is changed by it.
-    auto* sound = const_cast<AVStream*>(&Input.Sound());  // NOLINT(cppcoreguidelines-pro-type-const-cast)
+    auto* sound = const_cast<AVStream*>(&Input.Sound());
     const int entries = avformat_index_get_entries_count(sound);
     if (entries == 0) return 0;
     const AVIndexEntry* last = avformat_index_get_entry(sound, entries - 1);
