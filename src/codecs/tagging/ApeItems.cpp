@@ -26,7 +26,7 @@ QByteArray Number(quint32 number) {
 
 // The property that an item holds.
 QByteArray KeyOf(const QByteArray& item) {
-    const QByteArray key = item.toUpper();
+    QByteArray key = item.toUpper();
     if (key == "YEAR") return YearKey;
     if (key == "TRACK") return TrackKey;
     return key;
@@ -88,9 +88,10 @@ QByteArray ApeItems::Block(quint32 flags, qsizetype size) const {
 
 QByteArray ApeItems::Bytes() const {
     QByteArray items;
-    for (const Item& item : Items)
+    for (const Item& item : Items) {
         items += Number(static_cast<quint32>(item.Value.size())) + Number(item.Flags) + item.Key + '\0' +
                  item.Value;
+    }
     const qsizetype size = items.size() + BlockSize;
     const QByteArray header = (Flags & HasHeader) != 0 ? Block(Flags | IsHeader, size) : QByteArray();
     return header + items + Block(Flags, size);

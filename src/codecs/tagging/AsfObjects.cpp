@@ -86,7 +86,7 @@ bool AsfObjects::ReadTexts(const QByteArray& content) {
     qsizetype at = 2 * TextCount;
     if (content.size() < at) return false;
     for (std::size_t n = 0; n < TextCount; ++n) {
-        const qsizetype size = At<quint16>(content, static_cast<qsizetype>(2 * n));
+        const qsizetype size = At<quint16>(content, 2 * static_cast<qsizetype>(n));
         if (size > content.size() - at || !Texts[n].isEmpty()) return false;
         Texts[n] = content.sliced(at, size);
         at += size;
@@ -238,9 +238,10 @@ void AsfObjects::SetValue(const char* name, const QString& text) {
 
 QByteArray AsfObjects::AttributeBytes(const Attribute& attribute, bool isFurther) {
     const QByteArray name = attribute.Name;
-    if (!isFurther)
+    if (!isFurther) {
         return Sized16(name.size()) + name + Of(attribute.Kind) + Sized16(attribute.Value.size()) +
                attribute.Value;
+    }
     return attribute.Head + Sized16(name.size()) + Of(attribute.Kind) +
            Of(static_cast<quint32>(attribute.Value.size())) + name + attribute.Value;
 }
@@ -287,10 +288,11 @@ RawFields AsfObjects::Fields() const {
         fields.append({"text " + QByteArray::number(qulonglong{n}), {}, Texts[n]});
     for (const QList<Object>* objects : {&Objects, &Inner}) {
         for (const Object& object : *objects) {
-            for (const Attribute& attribute : object.Attributes)
+            for (const Attribute& attribute : object.Attributes) {
                 fields.append({Decoded(attribute.Name).toUtf8(),
                                {},
                                object.Id + AttributeBytes(attribute, IsFurther(object))});
+            }
             const bool isOther =
                 !object.HasAttributes && object.Id != ContentDescription && object.Id != Extension;
             if (isOther) fields.append({object.Id, {}, object.Content});

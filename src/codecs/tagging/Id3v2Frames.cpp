@@ -118,7 +118,7 @@ QByteArray Id3v2Frames::ContentOf(const Id3v2Frame& frame) const {
     const qsizetype head = Id3v2FrameHead(Version());
     QByteArray content = frame.Bytes.sliced(head);
     if (Version() < 4) return content;
-    const int flags = frame.Bytes[9];
+    const auto flags = static_cast<unsigned char>(frame.Bytes[9]);
     if ((flags & Id3v2HasLength) != 0) content = content.sliced(std::min<qsizetype>(4, content.size()));
     if ((flags & Id3v2FrameUnsynchronised) != 0 || (Head[5] & Id3v2Unsynchronised) != 0)
         content.replace(QByteArray("\xFF\0", 2), QByteArray("\xFF", 1));
@@ -130,7 +130,7 @@ QByteArray Id3v2Frames::KeyOf(const Id3v2Frame& frame) const {
         const auto parts = DescribedIn(frame.Id, ContentOf(frame));
         if (!parts) return {};
         const QByteArray plain = IsComment(frame.Id) ? "COMMENT" : frame.Id.startsWith("WXX") ? "URL" : "";
-        const QByteArray key = ToFileText(DecodeId3v2(parts->Description, parts->Encoding).upper());
+        QByteArray key = ToFileText(DecodeId3v2(parts->Description, parts->Encoding).upper());
         if (plain.isEmpty()) return key;
         return key.isEmpty() || key == plain ? plain : QByteArray();
     }

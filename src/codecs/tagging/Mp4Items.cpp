@@ -90,9 +90,10 @@ TagLib::String TextOf(const QByteArray& item, const QByteArray& data) {
         const int number = content.size() < 2 ? 0 : qFromBigEndian<quint16>(content.constData());
         return number > 0 ? TagLib::ID3v1::genre(number - 1) : TagLib::String();
     }
-    if ((NumberAt(data, Head) & 0xFF) == WideKind)
+    if ((NumberAt(data, Head) & 0xFF) == WideKind) {
         return {TagLib::ByteVector(content.constData(), static_cast<unsigned>(content.size())),
                 TagLib::String::UTF16BE};
+    }
     return FromFileText(content);
 }
 

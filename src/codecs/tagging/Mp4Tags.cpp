@@ -48,18 +48,20 @@ public:
         Items.Change(ChangesTo(Items.Properties(), values, kind));
         QByteArray list = Items.Bytes();
         constexpr qsizetype TextHead = 24;
-        if (!list.isEmpty() && list.size() < TextHead)
+        if (!list.isEmpty() && list.size() < TextHead) {
             list += QByteArray(
                         "\0\0\0\x18"
                         "free",
                         HeadSize) +
                     QByteArray(TextHead - HeadSize, '\0');
+        }
         TagLib::MP4::Tag& tag = *File.tag();
         const TagLib::MP4::ItemMap items = tag.itemMap();
         for (const auto& [name, item] : items) tag.removeItem(name);
-        if (!list.isEmpty())
+        if (!list.isEmpty()) {
             tag.setItem("\251nam", TagLib::StringList(TagLib::String(
                                        std::string(static_cast<std::size_t>(list.size() - TextHead), 'x'))));
+        }
         if (!Saved(File.save())) return false;
         TagLib::MP4::Atoms atoms(&File);
         const TagLib::MP4::Atom* const room = atoms.find("moov", "udta", "meta", "ilst");
