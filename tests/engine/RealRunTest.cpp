@@ -87,7 +87,7 @@ TEST_F(RealRun, AStreamThatLostSoundKeepsItsSource) {
 }
 
 // Nobody reads the result of the FLAC decoder; the trash is what keeps such a source.
-TEST_F(RealRun, AFlacThatLostSoundCountsAsConvertedAndItsSourceIsInTheTrash) {
+TEST_F(RealRun, AFlacThatLostSoundIsAnErrorThatKeepsItsSourceAndTheSoundThatIsThere) {
     Folder.MakeFolder("Music");
     Folder.MakeFile("whole.wav", WavOf(MakeNoise(44100, 2, 3 * 44100), WavKind::Signed16));
     ASSERT_EQ(
@@ -99,9 +99,9 @@ TEST_F(RealRun, AFlacThatLostSoundCountsAsConvertedAndItsSourceIsInTheTrash) {
     AddMusic();
     Host.RemoveOriginal = true;
     Convert(u"Wav"_s);
-    EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s);
-    EXPECT_FALSE(NativeExists(Folder.Native("Music/hole.flac")));
-    EXPECT_EQ(ContentOf(qgetenv("XDG_DATA_HOME") + "/Trash/files/hole.flac"), flac);
+    EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
+    EXPECT_EQ(Host.Rows[0].Progress, u"line 96"_s);
+    EXPECT_EQ(ContentOf(Folder.Native("Music/hole.flac")), flac);
     EXPECT_GT(ContentOf(Folder.Native("out/Music/hole.wav")).size(), 44) << "what could be read is there";
 }
 
