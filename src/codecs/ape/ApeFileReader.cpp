@@ -61,9 +61,10 @@ bool ApeFileReader::ReadHeaders() {
         framesCounted == 0 || (LastFrameBlocks > 0 && LastFrameBlocks <= Shape->BlocksPerFrame);
     if (!isSound || seekBytes < qint64{framesCounted} * 4 || FramesStart() > File->Size())
         throw DamagedFile();
-    // A file that ends early has lost its last frames; what is behind those it does not have either.
+    // A file that ends early has lost its last frames; what is behind those it does not have either. A size
+    // of 64 bits may come out below nothing.
     const qint64 left = File->Size() - FramesStart();
-    if (FrameDataBytes == 0 || FrameDataBytes > left) FrameDataBytes = left;
+    if (FrameDataBytes <= 0 || FrameDataBytes > left) FrameDataBytes = left;
     Tail = std::min(Tail, left - FrameDataBytes);
     Frames.resize(std::size_t{framesCounted} + 1);
     EndFrame = framesCounted;

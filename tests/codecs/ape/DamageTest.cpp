@@ -80,6 +80,13 @@ TEST_F(DamagedApe, EndLeavesAWavThatCountsTheWhole) {
     EXPECT_EQ(qFromLittleEndian<quint32>(wav.constData() + 40), Frames * FrameBytes);
 }
 
+TEST_F(DamagedApe, SizeOfTheFramesBelowNothingGivesWhatIsThere) {
+    constexpr int SizeOfFrames = 24;
+    Ape.replace(SizeOfFrames, 8, QByteArray("\0\0\0\0\0\0\0\x80", 8));
+    DecompressFile(Folder.MakeFile("odd.ape", Ape), Folder.Path("odd.wav"), {}, GoOn);
+    EXPECT_TRUE(ContentOf(Folder.Native("odd.wav")) == Wav);
+}
+
 TEST_F(DamagedApe, EndGivesWhatIsThere) {
     const QByteArray decoded = DecodedWithFailure(Ape.first(FrameStart(4) + 10'000));
     EXPECT_TRUE(decoded.startsWith(Wav.first(44 + 4 * FrameBytes)));
