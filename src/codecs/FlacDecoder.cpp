@@ -18,7 +18,7 @@ namespace Sonmira {
 namespace {
 
 std::unique_ptr<SoundReader> OpenFlac(std::shared_ptr<const InputFile> file) {
-    if (IsWideFlac(*file)) return std::make_unique<FlacReader>(std::move(file));
+    if (IsForFlacLibrary(*file)) return std::make_unique<FlacReader>(std::move(file));
     return OpenByMediaReader(std::move(file));
 }
 

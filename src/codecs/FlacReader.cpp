@@ -12,13 +12,15 @@
 
 namespace Sonmira {
 
-bool IsWideFlac(const InputFile& file) {
+bool IsForFlacLibrary(const InputFile& file) {
     // The name of the format, the head of the first block, and of its content the bytes up to the width.
     std::array<std::byte, 22> head = {};
     if (file.ReadAt(BehindId3v2(file), head) != static_cast<std::ptrdiff_t>(head.size())) return false;
     const auto at = [&](std::size_t place) { return std::to_integer<unsigned>(head[place]); };
     const bool isFlac = at(0) == 'f' && at(1) == 'L' && at(2) == 'a' && at(3) == 'C' && (at(4) & 0x7F) == 0;
-    return isFlac && ((at(20) & 1) << 4 | at(21) >> 4) + 1 > 24;
+    const unsigned channels = (at(20) >> 1 & 7) + 1;
+    const unsigned bits = ((at(20) & 1) << 4 | at(21) >> 4) + 1;
+    return isFlac && (bits > 24 || (bits <= 8 && channels == 1));
 }
 
 class FlacReader::Library {

@@ -8,8 +8,9 @@ namespace Sonmira {
 
 class InputFile;
 
-// Whether the file is plain FLAC of more than 24 bits a sample, by the head that RFC 9639 gives it.
-bool IsWideFlac(const InputFile& file);
+// Whether the file is plain FLAC, by the head that RFC 9639 gives it, of which FFmpeg would lose something:
+// more than 24 bits a sample, or 8 in one channel, whose frames of quiet sound are too small for it.
+bool IsForFlacLibrary(const InputFile& file);
 
 // Reads plain FLAC by the format's own library. It knows samples of 32 bits, which FFmpeg does not, and
 // checks the sum over all of them.

@@ -273,6 +273,19 @@ TEST(FlacDecoder, LeavesThePartialWavWhenItIsStopped) {
     EXPECT_LT(frames, 6 * 44100);
 }
 
+// Its frames are the smallest that there are, and FFmpeg passes over them.
+TEST(FlacDecoder, GivesBackQuietSoundOfEightBitsInOneChannel) {
+    const TestFolder folder;
+    const QByteArray wav = WavOf(MakeSilence(8000, 1, 8000), WavKind::Unsigned8);
+    folder.MakeFile("in.wav", wav);
+    RunTool({"flac", "-s", "-o", folder.Native("a.flac"), folder.Native("in.wav")});
+    FlacDecoder decoder;
+    decoder.SetInputFile(folder.Path("a.flac"));
+    decoder.SetOutputFile(folder.Path("out.wav"));
+    decoder.DecodeToWav();
+    EXPECT_EQ(ContentOf(folder.Native("out.wav")), wav);
+}
+
 TEST(FlacDecoder, FailsAtDamageAndKeepsWhatItDecoded) {
     const TestFolder folder;
     const QString path =
