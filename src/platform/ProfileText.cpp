@@ -93,13 +93,14 @@ bool ProfileText::SetValue(QStringView section, QStringView key, QByteArrayView 
     const QByteArray header = '[' + ToNarrow(section) + ']';
     const QByteArray name = ToNarrow(key);
     const QByteArray line = name + '=';
+    // With its value: behind a key that opens a bracket the value may close it.
+    const QByteArray text = line + OnOneLine(value.toByteArray());
     const auto readSection = SectionNameOf(header);
-    const auto readKey = KeyOf(line);
+    const auto readKey = KeyOf(text);
     if (header != OnOneLine(header) || name != OnOneLine(name)) return false;
     if (!readSection || !IsSameName(*readSection, section)) return false;
     if (!readKey || readKey->isEmpty() || !IsSameName(*readKey, key)) return false;
 
-    const QByteArray text = line + OnOneLine(value.toByteArray());
     const auto place = FindSection(section);
     if (!place) {
         InsertLine(Lines.size(), header);

@@ -174,6 +174,7 @@ TEST_F(ProfileFile, NamesThatCouldNotBeFoundAgainAreRefused) {
         EXPECT_FALSE(WriteProfileValue(file, u"S", key, u"new"));
     }
     EXPECT_FALSE(WriteProfileValue(file, u"S]\n[T", u"k", u"new"));
+    EXPECT_FALSE(WriteProfileValue(file, u"S", u"[k", u"new]")) << "would be a section with that value";
     EXPECT_EQ(ContentOf(Folder.Native("a.ini")), "[S]\nk=1\n");
 }
 
