@@ -138,14 +138,14 @@ class TrashPlace {
 public:
     // Reserves the first free name for the file, by its real path; without a place where none can be had.
     explicit TrashPlace(const QByteArray& real) {
-        constexpr int MostNames = 10'000;
+        constexpr int NamesToTry = 10'000;
         const QByteArray trash = HomeTrash();
         mkdir(trash.constData(), 0700);
         if (!HasFolders(trash)) return;
         // Room for a number and the ending of the note.
         constexpr qsizetype LongestName = NAME_MAX - 24;
         const QByteArray name = real.sliced(real.lastIndexOf('/') + 1).left(LongestName);
-        for (int n = 1; n <= MostNames; ++n) {
+        for (int n = 1; n <= NamesToTry; ++n) {
             const QByteArray numbered = n == 1 ? name : name + '.' + QByteArray::number(n);
             Note = trash + "/info/" + numbered + ".trashinfo";
             File = trash + "/files/" + numbered;
