@@ -16,6 +16,12 @@ if(SONMIRA_SANITIZE)
     -Wno-maybe-uninitialized)
   add_link_options(-fsanitize=address,undefined)
 endif()
+if(SONMIRA_FUZZ)
+  # Without a main: only the fuzz targets take the fuzzer's. The mapping tells lines covered in the end.
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined
+    -fno-omit-frame-pointer -fprofile-instr-generate -fcoverage-mapping)
+  add_link_options(-fsanitize=address,undefined -fprofile-instr-generate)
+endif()
 
 file(GENERATE OUTPUT ${CMAKE_BINARY_DIR}/pch.cpp CONTENT "")
 set(core_headers <QByteArray> <QHash> <QList> <QString> <QStringList>
