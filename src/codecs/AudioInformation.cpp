@@ -90,9 +90,10 @@ void AudioInformation::Save(const QByteArray& file, Saving saving) {
             const TagValues wanted = write(copy);
             const std::unique_ptr<TaggedFile> again = OpenTagged(copy, file);
             if (!again || IsLost(wanted, again->Read(Kind))) throw NotWritten();
-            if (!KeepsAll(before, AccountOf(copy, again->Raw()), edits))
+            if (!KeepsAll(before, AccountOf(copy, again->Raw()), edits)) {
                 throw Failure(FailureNumber::Component,
                               u"A save would lose parts of the tag or of the sound"_s);
+            }
         });
     }
 }

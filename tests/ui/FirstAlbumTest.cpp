@@ -38,8 +38,7 @@ TEST_F(FirstAlbum, ARunThatRemovesSourcesSaysHowManyLieInTheTrash) {
     Panel().Check2->setChecked(true);
     ClickToolbar(5);
     EXPECT_TRUE(Form().StatusPanel2->isVisible());
-    EXPECT_EQ(Form().StatusPanel2->text(),
-              u"In the trash: 1 (%1)"_s.arg(QLocale().formattedDataSize(size)));
+    EXPECT_EQ(Form().StatusPanel2->text(), u"In the trash: 1 (%1)"_s.arg(QLocale().formattedDataSize(size)));
     Panel().Check2->setChecked(false);
     ClickToolbar(5);
     EXPECT_FALSE(Form().StatusPanel2->isVisible()) << "the next run has nothing to say";
