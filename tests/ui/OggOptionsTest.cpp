@@ -233,6 +233,12 @@ TEST_F(OggWindow, RefusedLimitsGiveWayToTheSavedQualityAtTheNextSelection) {
     EXPECT_TRUE(Boxes.empty());
 }
 
+TEST_F(OggWindow, WithoutVbrLimitsThatWouldBeRefusedAreNotLookedAt) {
+    SaveKeys({u"0"_s, u"0"_s, u"44100"_s, u"2"_s, u"650"_s, u"128"_s, u"320"_s, u"64"_s});
+    Open();
+    EXPECT_EQ(Summary(), u"Ogg Vorbis 44100 Hz, Stereo, 128 kbit/s"_s);
+}
+
 TEST_F(OggWindow, ApplyStaysOpenAndCancelChangesNothing) {
     Open();
     InOgg([this](OggOptions& window) {

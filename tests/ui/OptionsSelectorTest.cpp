@@ -1,5 +1,6 @@
 #include "OptionsTest.h"
 #include "platform/Folders.h"
+#include "shell/LanguageFiles.h"
 
 #include <QMenu>
 
@@ -48,6 +49,32 @@ TEST_F(FormatChoice, EachSelectionShowsItsOwnControlsAlone) {
     for (const auto& [format, controls] : shown) {
         Select(format);
         EXPECT_EQ(Shown(), controls) << format.toStdString();
+    }
+}
+
+TEST_F(FormatChoice, TheButtonStandsBesideTheSummaryAndBelowTheList) {
+    Open();
+    const auto middle = [this](const QWidget* control) {
+        return control->mapTo(Window.get(), control->rect().center()).y();
+    };
+    EXPECT_NEAR(middle(Panel().CmdFormatParameter), middle(Panel().TextOutFormat), 4);
+    EXPECT_GT(middle(Panel().CmdFormatParameter), middle(Panel().ComboOutFormat) + 10);
+}
+
+TEST_F(FormatChoice, WithoutItsSupportWmaIsNotReadEither) {
+    Folder.MakeFile("in.wav", WavOf(Sound(), WavKind::Signed16));
+    Folder.MakeFolder("Music");
+    RunTool({"ffmpeg", "-v", "error", "-i", Folder.Native("in.wav"), "-c:a", "wmav2",
+             Folder.Native("Music/song.wma")});
+    for (const bool supported : {false, true}) {
+        if (supported) SupportWma();
+        Open();
+        Panel().TextOutPath->SetText(Folder.MakeFolder("out"));
+        Select(u"Wav"_s);
+        Window->AddFolder(Folder.Path("Music"));
+        Window->StartRun();
+        ASSERT_EQ(Rows().RowCount(), 1);
+        EXPECT_EQ(Progress(1), supported ? u"100 %"_s : LanguageLines[100]);
     }
 }
 
