@@ -120,7 +120,13 @@ TEST_F(OptionsLook, ThePresetsAreReachedByTheArrowKeys) {
     Open();
     InMp3([](Mp3Options& window) {
         window.tabMP3->setCurrentIndex(4);
-        window.opPreset->button(1)->setFocus();
+        QAbstractButton* const first = window.opPreset->button(1);
+        // The keyboard may be elsewhere for a moment, and the arrows do nothing there.
+        ASSERT_TRUE(Becomes([&] {
+            window.activateWindow();
+            first->setFocus();
+            return first->hasFocus();
+        }));
         for (int n = 0; n < 9; ++n) QTest::keyClick(window.focusWidget(), Qt::Key_Down);
         EXPECT_EQ(window.opPreset->checkedId(), 10);
         QTest::keyClick(window.focusWidget(), Qt::Key_Return);
