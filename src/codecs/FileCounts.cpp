@@ -55,7 +55,9 @@ Counted CountAsf(const InputFile& file) {
     const bool isOneSize = packetSize == NumberAt<quint32>(header, properties + 96);
     const bool isCounted = (NumberAt<quint32>(header, properties + 88) & isRecording) == 0 && packets > 0 &&
                            packets < (qint64{1} << 40);
-    if (!isOneSize || !isCounted) return {};
+    // No file is larger than that, and no count of one overflows.
+    constexpr qint64 mostBytes = qint64{1} << 60;
+    if (!isOneSize || !isCounted || packetSize == 0 || packets > mostBytes / packetSize) return {};
     Counted counted;
     counted.Add(headerSize + dataHead, packets * packetSize, file.Size());
     return counted;

@@ -88,7 +88,8 @@ void SoundGaps::TakeAt(double start, double jump) {
         return;
     }
     Missing += std::exchange(Ahead, 0);
-    if (jump > LeastJump) Missing += jump;
+    // A jump that is too short to be one counts where a packet failed in it.
+    Missing += jump > LeastJump ? jump : std::min(Failed, std::max(jump, 0.0));
     Clock = start;
 }
 

@@ -63,7 +63,7 @@ void Audiotool::Form_Load() {
     if (place <= Languages.HighestIndex()) {
         ApplyLanguagePlace(Languages, place, [this](const QString& path) { ApplyLanguage(path, Controls); });
     }
-    // A run without a format would write nothing and remove its sources all the same.
+    // A run without a format would write nothing and call every file converted.
     if (!Output.LoadSettings(EarlyMp3)) FormatSelector.SelectFormat(FormatName::Wav.toString());
 }
 

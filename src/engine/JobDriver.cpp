@@ -9,6 +9,8 @@
 #include "platform/Folders.h"
 #include "shell/Values.h"
 
+#include <QScopeGuard>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
@@ -24,6 +26,7 @@ void JobDriver::RunAllConversions() {
     Run.CurrentItem = 0;
     Run.TrashedFiles = 0;
     Run.TrashedBytes = 0;
+    const auto tell = qScopeGuard([this] { View.ShowTrashed(Run.TrashedFiles, Run.TrashedBytes); });
     FilesDone = 0;
     ShowCount();
 
@@ -42,7 +45,6 @@ void JobDriver::RunAllConversions() {
     Run.Busy = false;
     View.SetControlsEnabled(true);
     Run.FileError = false;
-    View.ShowTrashed(Run.TrashedFiles, Run.TrashedBytes);
 }
 
 bool JobDriver::ConvertRecord(RecordSteps& steps, const ConversionRecord& record) {

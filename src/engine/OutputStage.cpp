@@ -101,9 +101,16 @@ void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
     if (!wav) return;
     const bool isWavWhole = !Run.FileError;
     // Nobody reads the encoders' results; a source is only spared for good by them.
-    const bool encoded = PassOver([&] { output.CreateBy([&](const QString& path) { encode(*wav, path); }); });
+    bool isOurs = true;
+    const bool encoded = PassOver([&] {
+        output.CreateBy([&](const QString& path) {
+            isOurs = !StampOf(path);
+            encode(*wav, path);
+        });
+    });
     Run.OutputIsWhole = isWavWhole && encoded && StampOf(output.Path()).has_value();
-    WriteOutputTag(Run, View, Parts, output.Path());
+    // An encoder that fails before it makes its file must not have that of another program tagged.
+    if (encoded || isOurs) WriteOutputTag(Run, View, Parts, output.Path());
     // Only a decoder's WAV goes. One that the copy has made stays in the temporary folder, as it always has.
     if (Run.EncodageParticulier) PassOver([&] { DeleteFileOutright(*wav); });
     View.ShowProgress(0);

@@ -167,6 +167,17 @@ public:
 
     bool IsHad() const { return NoteNumber >= 0; }
     const QByteArray& FileName() const { return File; }
+    // Has the note and the names of both reach the disk.
+    bool ReachesTheDisk() const {
+        const auto sync = [](const QByteArray& path) {
+            const QByteArray folder = path.first(path.lastIndexOf('/'));
+            const int number = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+            const bool isSynced = number >= 0 && fsync(number) == 0;
+            if (number >= 0) close(number);
+            return isSynced;
+        };
+        return fsync(NoteNumber) == 0 && sync(Note) && sync(File);
+    }
     void GiveBack() {
         unlink(Note.constData());
         close(std::exchange(NoteNumber, -1));
@@ -223,7 +234,8 @@ bool MoveToHomeTrash(const QByteArray& native) {
     if (!place.IsHad()) return false;
     if (rename(real.constData(), place.FileName().constData()) == 0) return true;
     const int to = open(place.FileName().constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    const bool isCopied = to >= 0 && CopyWhole(from, to) && unlink(real.constData()) == 0;
+    const bool isCopied =
+        to >= 0 && CopyWhole(from, to) && place.ReachesTheDisk() && unlink(real.constData()) == 0;
     if (to >= 0) close(to);
     if (isCopied) return true;
     if (to >= 0) unlink(place.FileName().constData());

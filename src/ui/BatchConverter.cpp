@@ -87,7 +87,7 @@ void BatchConverter::ConnectEvents() {
 }
 
 void BatchConverter::NewConversion() {
-    Controls.ListViewFiles->Rows().Clear();
+    RunShown.ClearRows();
     Controls.TreeView1->ResetToRoot();
     Items.Records.Reset();
     Items.DirectoryCount = Items.FileCount = 0;

@@ -303,6 +303,24 @@ TEST_F(TagBytes, APlainAddressOfAFeedIsKept) {
     EXPECT_TRUE(Holds("a.mp3", feed));
 }
 
+TEST_F(TagBytes, AnOldCommentOfThirtyLettersKeepsItsLastOneBehindABlank) {
+    Make("plain.mp3", {"-map_metadata", "-1", "-write_id3v2", "0"});
+    QByteArray tag = Id3v1("Title", "Artist", 17);
+    const QByteArray comment = "a comment that ends in part  B";
+    ASSERT_EQ(comment.size(), 30);
+    tag.replace(97, 30, comment);
+    const QString path = Folder.MakeFile("a.mp3", Content("plain.mp3") + tag);
+    Edit(
+        path,
+        [](AudioInformation& it) {
+            it.Title = u"New"_s;
+            it.Year = 2004;
+            it.Track = 1;  // as a save fills it in
+        },
+        1);
+    EXPECT_EQ(Load(path, 1).Comment, QString::fromLatin1(comment));
+}
+
 TEST_F(TagBytes, AnOldCommentOfThirtyLettersKeepsAllOfThem) {
     Make("plain.mp3", {"-map_metadata", "-1", "-write_id3v2", "0"});
     QByteArray tag = Id3v1("Title", "Artist", 17);

@@ -85,7 +85,9 @@ TagValues ReadId3v1(const QByteArray& bytes) {
 
 bool IsTrackCrowdedOut(const QByteArray& tag) {
     const char last = tag[TrackPlace.At];
-    return last != '\0' && last != ' ';
+    const char behind = tag[TrackPlace.At + 1];
+    // A blank before a letter is one of the comment's own.
+    return last != '\0' && !(last == ' ' && (behind == ' ' || behind == '\0'));
 }
 
 void ChangeId3v1(QByteArray& tag, const TagValues& now, const TagValues& values) {

@@ -28,20 +28,25 @@ public:
     Mp4Sizes Over(qint64 begin, qint64 end, int level) {
         Mp4Sizes worst = Mp4Sizes::Fit;
         for (qint64 at = begin; at + HeadSize <= end && worst != Mp4Sizes::TooDeep;) {
-            const QByteArray head = File.Bytes(at, 2 * HeadSize);
+            const QByteArray head = File.Bytes(at, 3 * HeadSize);
             if (head.size() < HeadSize) return worst;
             if (level > MostLevels || ++Atoms > MostAtoms) return Mp4Sizes::TooDeep;
             qint64 size = qFromBigEndian<quint32>(head.constData());
-            if (size == 1 && head.size() == 2 * HeadSize)
-                size = qFromBigEndian<qint64>(head.constData() + HeadSize);
+            const bool isLong = size == 1 && head.size() >= 2 * HeadSize;
+            if (isLong) size = qFromBigEndian<qint64>(head.constData() + HeadSize);
+            const qint64 headSize = isLong ? 2 * HeadSize : HeadSize;
             if (size == 0) size = end - at;
-            if (size < HeadSize) return worst;
+            if (size < headSize) return worst;
             const QByteArray name = head.sliced(4, 4);
             // A file that was cut in its sound can still be tagged.
             const bool isCut = size > end - at && (level > 0 || name == "moov");
-            if (isCut || !IsTableWell(name, head, size)) worst = Mp4Sizes::DoNotFit;
-            const qint64 inside = at + InsideOf(name, head);
-            if (IsContainer(name)) worst = std::max(worst, Over(inside, std::min(at + size, end), level + 1));
+            // The library looks for the entries of a table behind a short head.
+            const bool isTableWell = isLong ? EntrySize(name) == 0 : IsTableWell(name, head, size);
+            if (isCut || !isTableWell) worst = Mp4Sizes::DoNotFit;
+            const qint64 inside = at + headSize + MoreOf(name, head.sliced(headSize));
+            if (IsContainer(name)) {
+                worst = std::max(worst, Over(inside, at + std::min(size, end - at), level + 1));
+            }
             if (size > end - at) return worst;
             at += size;
         }
@@ -55,9 +60,9 @@ private:
     }
     // As the library has it: the head of a list of items may take four bytes more, that of a list of formats
     // takes eight.
-    static qint64 InsideOf(const QByteArray& name, const QByteArray& head) {
-        const bool hasVersion = name == "meta" && head.sliced(8).startsWith(QByteArray(4, '\0'));
-        return HeadSize + (name == "stsd" ? 8 : hasVersion ? 4 : 0);
+    static qint64 MoreOf(const QByteArray& name, const QByteArray& behindHead) {
+        const bool hasVersion = name == "meta" && behindHead.startsWith(QByteArray(4, '\0'));
+        return name == "stsd" ? 8 : hasVersion ? 4 : 0;
     }
     static bool IsTableWell(const QByteArray& name, const QByteArray& head, qint64 size) {
         const qint64 entry = EntrySize(name);
