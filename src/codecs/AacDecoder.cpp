@@ -1,8 +1,8 @@
 #include "codecs/AacDecoder.h"
 
-#include "codecs/InputFile.h"
-#include "codecs/MemoryChecked.h"
 #include "codecs/WavDecoding.h"
+#include "platform/InputFile.h"
+#include "platform/MemoryChecked.h"
 
 namespace Sonmira {
 

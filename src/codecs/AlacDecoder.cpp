@@ -1,8 +1,8 @@
 #include "codecs/AlacDecoder.h"
 
-#include "codecs/MediaReader.h"
-#include "codecs/MemoryChecked.h"
 #include "codecs/WavDecoding.h"
+#include "codecs/read/MediaReader.h"
+#include "platform/MemoryChecked.h"
 
 extern "C" {
 #include <libavformat/avformat.h>

@@ -1,14 +1,14 @@
 #include "codecs/ApeFunctions.h"
 
-#include "codecs/Id3Block.h"
-#include "codecs/InputFile.h"
-#include "codecs/MediaReader.h"
-#include "codecs/MemoryChecked.h"
-#include "codecs/SimpleTags.h"
 #include "codecs/ape/ApeFileReader.h"
 #include "codecs/ape/ApeLink.h"
 #include "codecs/ape/Decode.h"
 #include "codecs/ape/Encode.h"
+#include "codecs/read/MediaReader.h"
+#include "codecs/tagging/Id3Block.h"
+#include "codecs/tagging/SimpleTags.h"
+#include "platform/InputFile.h"
+#include "platform/MemoryChecked.h"
 
 #include <limits>
 

@@ -1,16 +1,11 @@
 #pragma once
 
-#include <QString>
+#include "codecs/ape/ApeFormat.h"
 
-#include <array>
-#include <functional>
+#include <QString>
 
 // Monkey's Audio: encoding, decoding, and the tags and lengths that go with it.
 namespace Sonmira {
-
-// Percent times 1000: 0 at the start, 100000 at the end of work that was not stopped. Called some forty times
-// a second on the thread that called the function; must not throw.
-using ApeProgressCallback = std::function<void(qint32)>;
 
 // Encodes a sound file to an APE file of version 3990. `level` is 1000 (fast), 2000, 3000, 4000 or 5000
 // (smallest; not for 24 bits). A PCM WAV of one or two channels and 8, 16 or 24 bits is kept whole, so that

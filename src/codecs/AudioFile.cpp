@@ -1,13 +1,14 @@
 #include "codecs/AudioFile.h"
 
-#include "codecs/FileWriting.h"
-#include "codecs/LameLibrary.h"
-#include "codecs/MediaReader.h"
-#include "codecs/MemoryChecked.h"
-#include "codecs/OutputFormat.h"
-#include "codecs/VorbisWriter.h"
-#include "codecs/WmaFormats.h"
+#include "codecs/mp3/LameLibrary.h"
+#include "codecs/read/MediaReader.h"
+#include "codecs/vorbis/VorbisWriter.h"
+#include "codecs/wav/WavHeader.h"
+#include "codecs/wma/WmaFormats.h"
+#include "codecs/write/FileWriting.h"
+#include "codecs/write/OutputFormat.h"
 #include "platform/Failure.h"
+#include "platform/MemoryChecked.h"
 
 namespace Sonmira {
 

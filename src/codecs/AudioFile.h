@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/AudioStreams.h"
-#include "codecs/Mp3Parameters.h"
+#include "codecs/mp3/Mp3Parameters.h"
 
 #include <memory>
 #include <optional>

@@ -1,12 +1,12 @@
 #include "codecs/AudioInformation.h"
 
-#include "codecs/FileFailure.h"
-#include "codecs/GenreNames.h"
-#include "codecs/MemoryChecked.h"
-#include "codecs/SafeRewrite.h"
 #include "codecs/tagging/FileAccount.h"
+#include "codecs/tagging/GenreNames.h"
 #include "codecs/tagging/TaggedFile.h"
+#include "platform/FileFailure.h"
+#include "platform/MemoryChecked.h"
 #include "platform/NativePath.h"
+#include "platform/SafeRewrite.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

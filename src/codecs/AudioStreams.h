@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/AudioBlock.h"
+#include "codecs/sound/AudioBlock.h"
 
 #include <QString>
 

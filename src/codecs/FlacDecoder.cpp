@@ -1,9 +1,9 @@
 #include "codecs/FlacDecoder.h"
 
-#include "codecs/FlacReader.h"
-#include "codecs/MediaReader.h"
-#include "codecs/MemoryChecked.h"
 #include "codecs/WavDecoding.h"
+#include "codecs/flac/FlacReader.h"
+#include "codecs/read/MediaReader.h"
+#include "platform/MemoryChecked.h"
 #include "platform/NarrowText.h"
 
 #include <initializer_list>

@@ -1,12 +1,12 @@
 #include "codecs/FlacEncoder.h"
 
-#include "codecs/CHandle.h"
-#include "codecs/FlacHeader.h"
-#include "codecs/MemoryChecked.h"
-#include "codecs/OrderedJobs.h"
-#include "codecs/OutputFile.h"
-#include "codecs/PcmReader.h"
 #include "codecs/WavDecoding.h"
+#include "codecs/flac/FlacHeader.h"
+#include "codecs/read/PcmReader.h"
+#include "codecs/sound/OrderedJobs.h"
+#include "platform/CHandle.h"
+#include "platform/MemoryChecked.h"
+#include "platform/OutputFile.h"
 
 #include <algorithm>
 
@@ -51,7 +51,7 @@ class SegmentReader {
 public:
     SegmentReader(std::shared_ptr<const InputFile> file, int level)
         : Wav(std::move(file), FlacInput),
-          Form{Wav.Format().Frequency, Wav.Format().Channels, Wav.Format().Bits, level},
+          Form{Wav.Format().Rate, Wav.Format().Channels, Wav.Format().Bits, level},
           SegmentSize(FlacSegmentLength(Form) * static_cast<std::size_t>(Form.Channels * Form.Bits / 8)) {}
 
     const FlacFormat& Format() const { return Form; }

@@ -1,8 +1,8 @@
 #include "codecs/MpcDecoder.h"
 
-#include "codecs/InputFile.h"
-#include "codecs/MpcReader.h"
 #include "codecs/WavDecoding.h"
+#include "codecs/mpc/MpcReader.h"
+#include "platform/InputFile.h"
 
 namespace Sonmira {
 

@@ -1,14 +1,14 @@
 #include "codecs/MpcEncoder.h"
 
-#include "codecs/FileFailure.h"
-#include "codecs/MemoryChecked.h"
-#include "codecs/MpcStream.h"
-#include "codecs/OutputFile.h"
-#include "codecs/PcmReader.h"
 #include "codecs/WavDecoding.h"
-#include "codecs/WavHeader.h"
+#include "codecs/mpc/MpcStream.h"
+#include "codecs/read/PcmReader.h"
+#include "codecs/wav/WavHeader.h"
 #include "platform/ChildProcess.h"
+#include "platform/FileFailure.h"
+#include "platform/MemoryChecked.h"
 #include "platform/NativePath.h"
+#include "platform/OutputFile.h"
 
 #include <sys/stat.h>
 #include <sys/statvfs.h>

@@ -1,9 +1,9 @@
 #include "codecs/WavDecoding.h"
 
-#include "codecs/FileWriting.h"
-#include "codecs/MediaReader.h"
-#include "codecs/MemoryChecked.h"
-#include "codecs/WavWriter.h"
+#include "codecs/read/MediaReader.h"
+#include "codecs/wav/WavWriter.h"
+#include "codecs/write/FileWriting.h"
+#include "platform/MemoryChecked.h"
 
 #include <algorithm>
 #include <limits>

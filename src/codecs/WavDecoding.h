@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/SoundReader.h"
+#include "codecs/sound/SoundReader.h"
 
 #include <QStringView>
 

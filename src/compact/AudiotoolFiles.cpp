@@ -9,9 +9,9 @@
 #include "platform/EventLoop.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 #include "shell/LanguageFiles.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
 #include "shell/widgets/Events.h"
 
 #include <QAction>

@@ -3,8 +3,8 @@
 #include "kit/Icons.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

@@ -5,8 +5,8 @@
 #include "engine/RecordSteps.h"
 #include "engine/RunState.h"
 #include "library/ConversionRecords.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

@@ -6,7 +6,7 @@
 #include "platform/EventLoop.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/SubItemRect.h"
 

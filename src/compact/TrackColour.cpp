@@ -1,8 +1,8 @@
 #include "compact/TrackColour.h"
 
 #include "platform/Failure.h"
+#include "platform/Values.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 
 namespace Sonmira {
 

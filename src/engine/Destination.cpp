@@ -3,7 +3,7 @@
 #include "engine/RunState.h"
 #include "engine/RunView.h"
 #include "platform/FileSearch.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

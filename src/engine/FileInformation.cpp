@@ -1,8 +1,8 @@
 #include "engine/FileInformation.h"
 
 #include "platform/Failure.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 
 #include <QScopeGuard>
 

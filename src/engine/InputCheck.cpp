@@ -4,8 +4,8 @@
 #include "engine/RunView.h"
 #include "platform/Failure.h"
 #include "platform/FileSearch.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
-#include "shell/Paths.h"
 
 namespace Sonmira {
 

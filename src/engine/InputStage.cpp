@@ -3,7 +3,7 @@
 #include "engine/ProgressEvents.h"
 #include "engine/RunState.h"
 #include "engine/TagReading.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

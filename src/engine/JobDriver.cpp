@@ -7,7 +7,7 @@
 #include "library/RecordWalk.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 
 #include <QScopeGuard>
 

@@ -2,8 +2,8 @@
 
 #include "engine/RunState.h"
 #include "platform/FileSearch.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

@@ -11,7 +11,7 @@
 #include "platform/Failure.h"
 #include "platform/FileRemoval.h"
 #include "platform/FileStamp.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

@@ -2,7 +2,7 @@
 
 #include "engine/RunState.h"
 #include "engine/RunView.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

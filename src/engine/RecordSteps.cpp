@@ -8,8 +8,8 @@
 #include "library/ConversionRecords.h"
 #include "platform/Clock.h"
 #include "platform/FileRemoval.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 
 #include <QScopeGuard>
 

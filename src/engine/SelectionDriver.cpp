@@ -6,8 +6,8 @@
 #include "library/Collection.h"
 #include "library/RecordWalk.h"
 #include "platform/Folders.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 
 #include <QScopeGuard>
 

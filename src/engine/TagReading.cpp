@@ -4,8 +4,8 @@
 #include "engine/RunView.h"
 #include "platform/Failure.h"
 #include "platform/NarrowText.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 
 #include <algorithm>
 

@@ -3,8 +3,8 @@
 #include "platform/Failure.h"
 #include "platform/FileRemoval.h"
 #include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
-#include "shell/Paths.h"
 
 namespace Sonmira {
 

@@ -7,8 +7,8 @@
 #include "engine/TagWriting.h"
 #include "platform/Failure.h"
 #include "platform/FileStamp.h"
+#include "platform/Values.h"
 #include "shell/LanguageFiles.h"
-#include "shell/Values.h"
 
 #include <QScopeGuard>
 

@@ -2,8 +2,8 @@
 
 #include "engine/RunState.h"
 #include "formats/OutputPanel.h"
+#include "platform/Values.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
 

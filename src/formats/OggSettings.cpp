@@ -1,8 +1,8 @@
 #include "formats/OggSettings.h"
 
 #include "formats/FormatCaller.h"
+#include "platform/Values.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 
 namespace Sonmira {
 

@@ -2,8 +2,8 @@
 
 #include "formats/FormatCaller.h"
 #include "platform/Failure.h"
+#include "platform/Values.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 
 namespace Sonmira {
 

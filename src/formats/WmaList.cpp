@@ -3,8 +3,8 @@
 #include "codecs/AudioFile.h"
 #include "formats/OutputPanel.h"
 #include "platform/Failure.h"
+#include "platform/Values.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
 

@@ -5,7 +5,7 @@
 #include "library/CollectionView.h"
 #include "library/ScanDirectory.h"
 #include "platform/Failure.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

@@ -1,6 +1,6 @@
 #include "library/AudioFileNames.h"
 
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

@@ -2,7 +2,7 @@
 
 #include "library/RecordWalk.h"
 #include "platform/Failure.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 #include <limits>
 

@@ -5,7 +5,7 @@
 #include "library/CollectionView.h"
 #include "platform/Failure.h"
 #include "platform/FileSearch.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

@@ -1,7 +1,7 @@
 #include "shell/EncoderGate.h"
 
 #include "platform/Folders.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 

@@ -7,8 +7,8 @@
 #include "platform/Folders.h"
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/ProcessEnd.h"
-#include "shell/Paths.h"
 
 namespace Sonmira {
 

@@ -2,9 +2,9 @@
 
 #include "platform/Folders.h"
 #include "platform/ShellLaunch.h"
+#include "platform/Values.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 
 namespace Sonmira {
 

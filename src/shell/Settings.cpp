@@ -2,8 +2,8 @@
 
 #include "platform/Failure.h"
 #include "platform/Folders.h"
+#include "platform/Paths.h"
 #include "platform/ProfileFile.h"
-#include "shell/Paths.h"
 
 namespace Sonmira {
 

@@ -1,10 +1,10 @@
 #include "tags/TagFields.h"
 
 #include "codecs/AudioInformation.h"
-#include "codecs/GenreNames.h"
+#include "codecs/tagging/GenreNames.h"
 #include "platform/Clock.h"
 #include "platform/Failure.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 #include "shell/widgets/ChoiceList.h"
 
 #include <QBoxLayout>

@@ -1,8 +1,8 @@
 #include "tags/TagPanel.h"
 
 #include "platform/Failure.h"
-#include "shell/Paths.h"
-#include "shell/Values.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 #include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
 #include "tags/TagMemory.h"

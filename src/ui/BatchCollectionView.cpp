@@ -3,7 +3,7 @@
 #include "library/widgets/ConversionTree.h"
 #include "platform/EventLoop.h"
 #include "platform/NativePath.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 #include "ui/BatchConverterForm.h"
 
 #include <QLabel>

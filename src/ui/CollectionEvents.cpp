@@ -4,8 +4,8 @@
 #include "library/Removal.h"
 #include "library/widgets/FileList.h"
 #include "platform/Failure.h"
+#include "platform/Paths.h"
 #include "shell/Launches.h"
-#include "shell/Paths.h"
 #include "shell/widgets/Events.h"
 #include "ui/BatchConverter.h"
 

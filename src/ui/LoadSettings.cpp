@@ -2,7 +2,7 @@
 
 #include "engine/OutputFormatNames.h"
 #include "platform/NamedMutex.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 #include "shell/widgets/About.h"
 #include "shell/widgets/LanguageChoice.h"
 #include "shell/widgets/MinMaxInfo.h"

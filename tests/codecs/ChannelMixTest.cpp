@@ -1,4 +1,4 @@
-#include "codecs/ChannelMix.h"
+#include "codecs/sound/ChannelMix.h"
 
 #include <gtest/gtest.h>
 

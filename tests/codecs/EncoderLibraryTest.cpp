@@ -1,5 +1,5 @@
 #include "Conversion.h"
-#include "codecs/LameLibrary.h"
+#include "codecs/mp3/LameLibrary.h"
 #include "platform/Folders.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "Conversion.h"
 #include "codecs/FlacEncoder.h"
-#include "codecs/FlacFrame.h"
+#include "codecs/flac/FlacFrame.h"
 #include "platform/Failure.h"
 #include "support/Tool.h"
 

@@ -1,5 +1,5 @@
 #include "codecs/AudioFile.h"
-#include "codecs/OutputFormat.h"
+#include "codecs/write/OutputFormat.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/Mp3Parameters.h"
+#include "codecs/mp3/Mp3Parameters.h"
 #include "support/TestAudio.h"
 
 #include <QByteArray>

@@ -1,8 +1,8 @@
 // The copy that a save works on: what is in the folder while it is there, and after the program has died.
 #include "TagFiles.h"
 #include "codecs/AudioInformation.h"
-#include "codecs/SafeRewrite.h"
 #include "platform/Failure.h"
+#include "platform/SafeRewrite.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -2,8 +2,8 @@
 #include "TagKeepingTest.h"
 
 #include "codecs/ApeFunctions.h"
-#include "codecs/SafeRewrite.h"
 #include "platform/Failure.h"
+#include "platform/SafeRewrite.h"
 
 #include <fstream>
 

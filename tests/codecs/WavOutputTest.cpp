@@ -1,8 +1,8 @@
 #include "Conversion.h"
-#include "codecs/InputFile.h"
-#include "codecs/WavClaim.h"
-#include "codecs/WavWriter.h"
+#include "codecs/wav/WavLayout.h"
+#include "codecs/wav/WavWriter.h"
 #include "platform/Failure.h"
+#include "platform/InputFile.h"
 #include "support/Tool.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "Conversion.h"
-#include "codecs/WmaFormats.h"
+#include "codecs/wma/WmaFormats.h"
 #include "platform/Failure.h"
 #include "support/Sanitized.h"
 #include "support/Tool.h"
@@ -17,7 +17,7 @@ FormatSetting Wma(int number) {
 }
 
 int BlockOf(const WmaFormat& format) {
-    return format.Frequency <= 16000 ? 512 : format.Frequency <= 22050 ? 1024 : 2048;
+    return format.Rate <= 16000 ? 512 : format.Rate <= 22050 ? 1024 : 2048;
 }
 
 // The frames by which `other` lies behind `one`, -4096 to 4096, where both fit best.
@@ -54,11 +54,11 @@ class WmaNumber : public ::testing::TestWithParam<int> {};
 TEST_P(WmaNumber, GivesTheSoundItsPlaceAndLosesNothing) {
     const TestFolder folder;
     const WmaFormat format = WmaFormatOf(GetParam()).value();
-    const TestSound sound = Rumble(format.Frequency, format.Channels, format.Frequency * 2LL + 1);
+    const TestSound sound = Rumble(format.Rate, format.Channels, format.Rate * 2LL + 1);
     ConvertFile(folder.MakeFile("in.wav", WavOf(sound, WavKind::Signed16)), folder.Path("out.wma"),
                 Wma(GetParam()));
     const TestSound decoded = DecodedByFfmpeg(folder.Native("out.wma"));
-    EXPECT_EQ(decoded.Rate, format.Frequency);
+    EXPECT_EQ(decoded.Rate, format.Rate);
     EXPECT_EQ(decoded.Channels, format.Channels);
     const int block = BlockOf(format);
     EXPECT_GE(decoded.Frames(), sound.Frames());
@@ -81,14 +81,14 @@ TEST_P(WmaNumber, HoldsItsBitRate) {
     const WmaFormat format = WmaFormatOf(GetParam()).value();
     constexpr int seconds = 10;
     const TestSound sound =
-        MakeNoise(format.Frequency, format.Channels, format.Frequency * std::int64_t{seconds});
+        MakeNoise(format.Rate, format.Channels, format.Rate * std::int64_t{seconds});
     ConvertFile(folder.MakeFile("in.wav", WavOf(sound, WavKind::Signed16)), folder.Path("out.wma"),
                 Wma(GetParam()));
     const double kilobits =
         static_cast<double>(ContentOf(folder.Native("out.wma")).size()) * 8 / 1000 / seconds;
     EXPECT_GT(kilobits, format.Kilobits * 0.97);
     // The container has 17 bytes around each block of the codec, and its head.
-    const double around = 17 * 8 / 1000.0 * format.Frequency / BlockOf(format);
+    const double around = 17 * 8 / 1000.0 * format.Rate / BlockOf(format);
     EXPECT_LT(kilobits, (format.Kilobits + around) * 1.03 + 3);
 }
 

@@ -8,8 +8,8 @@
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
-#include "shell/Paths.h"
 #include "support/TestFolder.h"
 #include "support/Unprivileged.h"
 

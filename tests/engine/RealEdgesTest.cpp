@@ -4,8 +4,8 @@
 #include "engine/StopCommands.h"
 #include "library/Removal.h"
 #include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
-#include "shell/Paths.h"
 #include "support/Tool.h"
 
 #include <filesystem>

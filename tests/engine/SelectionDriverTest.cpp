@@ -6,8 +6,8 @@
 #include "engine/StopCommands.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
+#include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
-#include "shell/Paths.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -6,7 +6,7 @@
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "platform/Clock.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include "engine/RunState.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Whatever bytes come as a text: a settings file keeps every line but the one that is set, a language file
 // loads, a path and a text come back as they were, and a command line gives a setting that the encoder takes.
 #include "FuzzTarget.h"
-#include "codecs/Mp3Parameters.h"
+#include "codecs/mp3/Mp3Parameters.h"
 #include "platform/Failure.h"
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"

@@ -1,7 +1,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Folders.h"
 #include "platform/NativePath.h"
-#include "shell/Paths.h"
+#include "platform/Paths.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "platform/Failure.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 
 #include <QLocale>
 

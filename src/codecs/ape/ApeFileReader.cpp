@@ -1,7 +1,7 @@
 #include "codecs/ape/ApeFileReader.h"
 
-#include "codecs/Id3v2Skip.h"
-#include "codecs/MediaInput.h"
+#include "codecs/read/MediaInput.h"
+#include "codecs/sound/Id3v2Head.h"
 
 #include <QtEndian>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "codecs/InputFile.h"
 #include "codecs/ape/ApeFormat.h"
 #include "codecs/ape/FrameGroup.h"
+#include "platform/InputFile.h"
 
 #include <memory>
 #include <optional>
@@ -19,7 +19,7 @@ public:
     // one of ours and for anything that is no APE file.
     static std::optional<ApeFileReader> Open(std::shared_ptr<const InputFile> file);
 
-    const ApeSound& Sound() const { return Format; }
+    const PcmFormat& Sound() const { return Format; }
     const ApeLevel& Level() const { return *Shape; }
     qint64 Blocks() const;
     // The source's own header and what followed its sound; places and sizes in bytes.
@@ -45,7 +45,7 @@ private:
     std::vector<std::uint8_t> FrameBytes(std::size_t frame, std::size_t padding) const;
 
     std::shared_ptr<const InputFile> File;
-    ApeSound Format;
+    PcmFormat Format;
     const ApeLevel* Shape = nullptr;
     qint64 Start = 0;  // of the descriptor
     qint64 TablesBytes = 0;

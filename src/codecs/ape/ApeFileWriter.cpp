@@ -1,6 +1,6 @@
 #include "codecs/ape/ApeFileWriter.h"
 
-#include "codecs/LittleEndianBytes.h"
+#include "codecs/sound/LittleEndianBytes.h"
 #include "platform/Failure.h"
 
 #include <QtEndian>
@@ -67,7 +67,7 @@ std::vector<std::byte> ApeFileWriter::Descriptor() const {
 }
 
 std::vector<std::byte> ApeFileWriter::Header() const {
-    const ApeSound& sound = Input.Sound();
+    const PcmFormat& sound = Input.Sound();
     LittleEndianBytes bytes;
     bytes.Number(static_cast<std::uint64_t>(Level.Number), 2);
     bytes.Number(KeepsHeader ? 0 : ApeNoWavHeader, 2);

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codecs/OutputFile.h"
 #include "codecs/ape/ApeInput.h"
+#include "platform/OutputFile.h"
 
 #include <QCryptographicHash>
 

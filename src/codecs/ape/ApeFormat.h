@@ -1,7 +1,10 @@
 #pragma once
 
+#include "codecs/sound/AudioBlock.h"
+
 #include <array>
 #include <cstdint>
+#include <functional>
 
 // The numbers of a Monkey's Audio stream of file version 3990, the one that is written here. The facts were
 // gathered from decoders by running them; docs/ape.md has them in one place, with worked bytes.
@@ -10,6 +13,10 @@ namespace Sonmira {
 inline constexpr int ApeVersion = 3990;
 inline constexpr int ApeDescriptorBytes = 52;
 inline constexpr int ApeHeaderBytes = 24;
+
+// Percent times 1000: 0 at the start, 100000 at the end of work that was not stopped. Called some forty times
+// a second on the thread that began the work; must not throw.
+using ApeProgressCallback = std::function<void(std::int32_t)>;
 
 // One adaptive filter: how many samples it looks back, and by how many bits its sum is brought down.
 struct ApeFilterShape {
@@ -39,16 +46,6 @@ constexpr const ApeLevel* ApeLevelOf(int number) {
     }
     return nullptr;
 }
-
-// What one sample of the stream is.
-struct ApeSound {
-    int Rate = 44100;
-    int Channels = 2;  // 1 or 2
-    int Bits = 16;     // 8 (unsigned), 16 or 24, packed as in WAV files
-
-    int BlockBytes() const { return Channels * Bits / 8; }
-    bool operator==(const ApeSound&) const = default;
-};
 
 // Flags word of a frame that is coded in a special way.
 namespace ApeFrameFlag {

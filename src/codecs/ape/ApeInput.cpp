@@ -1,11 +1,11 @@
 #include "codecs/ape/ApeInput.h"
 
-#include "codecs/InputFile.h"
-#include "codecs/MediaReader.h"
-#include "codecs/PcmPacker.h"
-#include "codecs/StreamConverter.h"
-#include "codecs/WavClaim.h"
-#include "codecs/ape/WavLayout.h"
+#include "codecs/read/MediaReader.h"
+#include "codecs/sound/PcmPacker.h"
+#include "codecs/sound/StreamConverter.h"
+#include "codecs/wav/WavHeader.h"
+#include "codecs/wav/WavLayout.h"
+#include "platform/InputFile.h"
 
 #include <cstring>
 
@@ -34,13 +34,13 @@ public:
         const bool isUnknown = claimed > there || claimed >= AllOnes || (claimed == 0 && !isEmpty) ||
                                (claimed >= LeastUnknownWavSize && there - claimed > MostChunks);
         const qint64 data = isUnknown ? there : claimed;
-        Count = data / Format.BlockBytes();
+        Count = data / Format.FrameSize();
         // Part of a block, a padding byte and trailing chunks.
-        Tail = there - Count * Format.BlockBytes();
+        Tail = there - Count * Format.FrameSize();
     }
 
     std::size_t Read(std::span<std::byte> target) override {
-        const qint64 left = Count * Format.BlockBytes() - Position;
+        const qint64 left = Count * Format.FrameSize() - Position;
         const auto wanted = static_cast<std::size_t>(std::min<qint64>(left, std::ssize(target)));
         const std::size_t count = File->ReadFully(Head + Position, target.first(wanted));
         if (count < wanted) throw DamagedFile();
@@ -49,7 +49,7 @@ public:
     }
     void ReadHead(qint64 from, std::span<std::byte> target) override { ReadAll(from, target); }
     void ReadTail(qint64 from, std::span<std::byte> target) override {
-        ReadAll(Head + Count * Format.BlockBytes() + from, target);
+        ReadAll(Head + Count * Format.FrameSize() + from, target);
     }
     void CheckEnd() override {
         if (MissingWavBytes(*File) > 0) throw DamagedFile();
@@ -134,8 +134,7 @@ private:
 
 std::unique_ptr<ApeInput> OpenApeInput(QStringView path, std::function<bool()> givesUp) {
     auto file = std::make_unique<const InputFile>(path);
-    const auto layout = WavLayoutOf(
-        [&](qint64 position, std::span<std::byte> target) { return file->ReadFully(position, target); });
+    const auto layout = WavLayoutOf(BytesReaderOf(*file));
     if (layout && layout->DataStart < MostVerbatim) {
         auto input = std::make_unique<PlainInput>(std::move(file), *layout);
         if (input->TailBytes() < MostVerbatim) return input;

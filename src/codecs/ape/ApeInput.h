@@ -15,7 +15,7 @@ class ApeInput {
 public:
     virtual ~ApeInput() = default;
 
-    const ApeSound& Sound() const { return Format; }
+    const PcmFormat& Sound() const { return Format; }
     // Blocks of the whole sound; where the source does not tell, what is expected of it.
     qint64 Blocks() const { return Count; }
     // Bytes of the source that stand before its sound and behind it, to be kept word for word.
@@ -31,7 +31,7 @@ public:
     virtual void CheckEnd() = 0;
 
 protected:
-    ApeSound Format;
+    PcmFormat Format;
     qint64 Count = 0;
     qint64 Head = 0;
     qint64 Tail = 0;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/InputFile.h"
+#include "platform/InputFile.h"
 
 #include <memory>
 #include <optional>

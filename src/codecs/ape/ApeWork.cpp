@@ -1,8 +1,15 @@
 #include "codecs/ape/ApeWork.h"
 
-#include "codecs/OrderedJobs.h"
+#include "codecs/sound/OrderedJobs.h"
+
+#include <zlib.h>
 
 namespace Sonmira {
+
+std::uint32_t ApeChecksum(std::span<const std::byte> pcm) {
+    const auto* const bytes = static_cast<const Bytef*>(static_cast<const void*>(pcm.data()));
+    return static_cast<std::uint32_t>(crc32_z(0, bytes, pcm.size()) >> 1);
+}
 
 namespace {
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "codecs/ApeFunctions.h"
 #include "codecs/ape/FrameGroup.h"
 #include "codecs/ape/Kernels.h"
+
+#include <QtGlobal>
 
 #include <chrono>
 #include <functional>

@@ -1,16 +1,15 @@
 #include "codecs/ape/Decode.h"
 
-#include "codecs/LittleEndianBytes.h"
-#include "codecs/MediaReader.h"
-#include "codecs/OutputFile.h"
-#include "codecs/WavClaim.h"
-#include "codecs/WavHeader.h"
-#include "codecs/WavWriter.h"
 #include "codecs/ape/ApeFileReader.h"
 #include "codecs/ape/ApeLink.h"
 #include "codecs/ape/FrameDecoder.h"
-#include "codecs/ape/WavLayout.h"
+#include "codecs/read/MediaReader.h"
+#include "codecs/sound/LittleEndianBytes.h"
+#include "codecs/wav/WavHeader.h"
+#include "codecs/wav/WavLayout.h"
+#include "codecs/wav/WavWriter.h"
 #include "platform/Failure.h"
+#include "platform/OutputFile.h"
 
 #include <cstring>
 
@@ -32,7 +31,7 @@ struct Frame {
 };
 
 qint64 Bytes(const ApeFileReader& ape) {
-    return ape.Blocks() * ape.Sound().BlockBytes();
+    return ape.Blocks() * ape.Sound().FrameSize();
 }
 
 // The source's own header and tail, where that gives a plain PCM WAV again, which every program reads.
@@ -41,12 +40,10 @@ std::optional<Frame> StoredFrame(const ApeFileReader& ape, const InputFile& file
     Frame frame{std::vector<std::byte>(static_cast<std::size_t>(ape.HeadBytes())), ape.TailStart(),
                 ape.TailBytes()};
     if (file.ReadFully(ape.HeadStart(), frame.Head) < frame.Head.size()) return {};
-    const auto layout = WavLayoutOf([&](qint64 position, std::span<std::byte> target) {
-        const auto left = std::max<qint64>(std::ssize(frame.Head) - position, 0);
-        const auto count = std::min(static_cast<std::size_t>(left), target.size());
-        if (count > 0) std::memcpy(target.data(), &frame.Head[static_cast<std::size_t>(position)], count);
-        return count;
-    });
+    const QByteArray head = QByteArray::fromRawData(
+        static_cast<const char*>(static_cast<const void*>(frame.Head.data())), std::ssize(frame.Head));
+    const auto layout =
+        WavLayoutOf([&](qint64 position, qsizetype count) { return head.mid(position, count); });
     if (!layout || !layout->IsPlain || layout->DataStart != ape.HeadBytes() || layout->Sound != ape.Sound()) {
         return {};
     }
@@ -55,10 +52,9 @@ std::optional<Frame> StoredFrame(const ApeFileReader& ape, const InputFile& file
     return isCounted ? std::optional(std::move(frame)) : std::nullopt;
 }
 
-Frame PlainFrame(const ApeSound& sound, qint64 blocks) {
-    const qint64 data = blocks * sound.BlockBytes();
-    return {WavHeader({sound.Rate, sound.Channels, sound.Bits}, data > MostWavData ? UnknownWavSize : data),
-            0, 0};
+Frame PlainFrame(const PcmFormat& sound, qint64 blocks) {
+    const qint64 data = blocks * sound.FrameSize();
+    return {WavHeader(sound, data > MostWavData ? UnknownWavSize : data), 0, 0};
 }
 
 // Has the header count so many bytes of sound and none behind them. It ends with the head of the data chunk.
@@ -105,7 +101,7 @@ private:
 void DecodeOurs(ApeFileReader& ape, const InputFile& file, const std::optional<ApeLink>& link,
                 OutputFile& out, const ApeProgressCallback& progress, const qint32& killFlag,
                 const ApeWorkers& workers) {
-    const qint64 blockBytes = ape.Sound().BlockBytes();
+    const qint64 blockBytes = ape.Sound().FrameSize();
     const ApeLink::Part part = link ? link->PartOf(ape.Blocks()) : ApeLink::Part{0, ape.Blocks(), false};
     const qint64 firstBlock = link ? ape.Select(part.Start, part.Finish) : 0;
     auto stored = link ? std::nullopt : StoredFrame(ape, file);

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const ApeLevel& CheckedLevel(qint32 number, const ApeSound& sound) {
+const ApeLevel& CheckedLevel(qint32 number, const PcmFormat& sound) {
     const ApeLevel* level = ApeLevelOf(number);
     if (level == nullptr) throw Failure(FailureNumber::InvalidCall);
     // Decoders differ in how wide their sums are at this level, and 24 bits make that heard.
@@ -24,7 +24,7 @@ std::unique_ptr<ApeFrameGroup> NextGroup(ApeInput& input, std::size_t bytes) {
     auto group = std::make_unique<ApeFrameGroup>();
     group->Pcm.resize(bytes);
     group->Pcm.resize(input.Read(group->Pcm));
-    group->Blocks = group->Pcm.size() / static_cast<std::size_t>(input.Sound().BlockBytes());
+    group->Blocks = group->Pcm.size() / static_cast<std::size_t>(input.Sound().FrameSize());
     return group->Blocks > 0 ? std::move(group) : nullptr;
 }
 
@@ -33,12 +33,12 @@ std::unique_ptr<ApeFrameGroup> NextGroup(ApeInput& input, std::size_t bytes) {
 void EncodeApe(const QString& wav, const QString& ape, qint32 level, const ApeProgressCallback& progress,
                const qint32& killFlag, const ApeWorkers& workers) {
     const std::unique_ptr<ApeInput> input = OpenApeInput(wav, [&killFlag] { return killFlag != 0; });
-    const ApeSound& sound = input->Sound();
+    const PcmFormat& sound = input->Sound();
     const ApeLevel& shape = CheckedLevel(level, sound);
     ApeFileWriter writer(ape, shape, *input);
     const std::size_t groupBytes = MostApeFramesOfAGroup(sound.Channels) *
                                    static_cast<std::size_t>(shape.BlocksPerFrame) *
-                                   static_cast<std::size_t>(sound.BlockBytes());
+                                   static_cast<std::size_t>(sound.FrameSize());
 
     // Sound and code of it stand in memory together.
     ApeWork work(workers, input->Blocks(), 2 * static_cast<qint64>(groupBytes), progress, killFlag);

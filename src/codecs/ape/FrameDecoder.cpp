@@ -1,6 +1,5 @@
 #include "codecs/ape/FrameDecoder.h"
 
-#include "codecs/ape/Crc32.h"
 #include "codecs/ape/PcmSamples.h"
 
 #include <QtEndian>
@@ -20,7 +19,7 @@ bool IsSilent(std::uint32_t flags, int channels) {
 
 }  // namespace
 
-ApeFrameDecoder::ApeFrameDecoder(const ApeLevel& level, const ApeSound& sound, const ApeKernels& kernels)
+ApeFrameDecoder::ApeFrameDecoder(const ApeLevel& level, const PcmFormat& sound, const ApeKernels& kernels)
     : Level(level),
       Sound(sound),
       Kernels(kernels),
@@ -50,7 +49,7 @@ void ApeFrameDecoder::Begin(Frame& frame, std::span<const std::uint8_t> bytes) c
 }
 
 void ApeFrameDecoder::Decode(ApeFrameGroup& group, ApeWorkState& state) {
-    const auto blockBytes = static_cast<std::size_t>(Sound.BlockBytes());
+    const auto blockBytes = static_cast<std::size_t>(Sound.FrameSize());
     FrameCount = group.Frames.size();
     group.Pcm.resize(group.Blocks * blockBytes);
     for (std::size_t i = 0; i < FrameCount; ++i) {
@@ -107,7 +106,7 @@ void ApeFrameDecoder::DecodeLanes(std::size_t from) {
 void ApeFrameDecoder::TakeLanes(Frame& frame, std::size_t from, std::size_t steps) const {
     WithApeWidth(Sound.Bits, [&](auto width) {
         constexpr std::size_t sampleBytes = width() / 8;
-        std::byte* pcm = frame.Pcm.data() + from * static_cast<std::size_t>(Sound.BlockBytes());
+        std::byte* pcm = frame.Pcm.data() + from * static_cast<std::size_t>(Sound.FrameSize());
         const std::int32_t* values = &Values[frame.Number];
         if (Sound.Channels == 1) {
             for (std::size_t i = 0; i < steps; ++i) {
@@ -128,7 +127,7 @@ void ApeFrameDecoder::TakeLanes(Frame& frame, std::size_t from, std::size_t step
 }
 
 bool ApeFrameDecoder::IsRight(const Frame& frame) const {
-    return !frame.IsDamaged && Crc32Of(frame.Pcm) >> 1 == frame.Crc;
+    return !frame.IsDamaged && ApeChecksum(frame.Pcm) == frame.Crc;
 }
 
 }  // namespace Sonmira

@@ -14,7 +14,7 @@ public:
     // Behind the bytes of every coded frame so many zeros must stand: damaged ones are read beyond their end.
     static constexpr std::size_t Padding = 2 * ApeChunkSteps * ApeRangeDecoder::MostBytes + 64;
 
-    ApeFrameDecoder(const ApeLevel& level, const ApeSound& sound, const ApeKernels& kernels);
+    ApeFrameDecoder(const ApeLevel& level, const PcmFormat& sound, const ApeKernels& kernels);
 
     // Makes group.Pcm of group.Frames and group.Blocks. A frame that is damaged becomes silence and is
     // counted in group.Damaged. Returns early, with nothing of use, when told to stop.
@@ -37,7 +37,7 @@ private:
     bool IsRight(const Frame& frame) const;
 
     const ApeLevel& Level;
-    ApeSound Sound;
+    PcmFormat Sound;
     const ApeKernels& Kernels;
     ApePredictorLanes Predictor;
     std::vector<ApeFilterLanes> Filters;

@@ -1,6 +1,5 @@
 #include "codecs/ape/FrameEncoder.h"
 
-#include "codecs/ape/Crc32.h"
 #include "codecs/ape/PcmSamples.h"
 
 #include <QtEndian>
@@ -30,7 +29,7 @@ bool IsAlike(std::span<const std::byte> pcm, std::size_t sampleBytes) {
 
 }  // namespace
 
-ApeFrameEncoder::ApeFrameEncoder(const ApeLevel& level, const ApeSound& sound, const ApeKernels& kernels)
+ApeFrameEncoder::ApeFrameEncoder(const ApeLevel& level, const PcmFormat& sound, const ApeKernels& kernels)
     : Level(level),
       Sound(sound),
       Kernels(kernels),
@@ -39,7 +38,7 @@ ApeFrameEncoder::ApeFrameEncoder(const ApeLevel& level, const ApeSound& sound, c
 
 // Finds out what of the frame is coded, and how.
 void ApeFrameEncoder::Begin(Frame& frame) const {
-    const std::span pcm(frame.Pcm, frame.Blocks * static_cast<std::size_t>(Sound.BlockBytes()));
+    const std::span pcm(frame.Pcm, frame.Blocks * static_cast<std::size_t>(Sound.FrameSize()));
     const int lane = static_cast<int>(frame.Number);
     const int mean = lane + static_cast<int>(Half);
     ApeCodedLanes lanes;
@@ -57,7 +56,7 @@ void ApeFrameEncoder::Begin(Frame& frame) const {
     }
     frame.Coder.Start(lanes, CrcBytes + (frame.Flags != 0 ? FlagsBytes : 0));
     const std::uint32_t flagged = frame.Flags != 0 ? 1U << 31 : 0;
-    qToBigEndian<quint32>(Crc32Of(pcm) >> 1 | flagged, frame.Coder.Bytes.data());
+    qToBigEndian<quint32>(ApeChecksum(pcm) | flagged, frame.Coder.Bytes.data());
     if (frame.Flags != 0) qToBigEndian<quint32>(frame.Flags, frame.Coder.Bytes.data() + CrcBytes);
 }
 
@@ -67,7 +66,7 @@ void ApeFrameEncoder::Encode(ApeFrameGroup& group, ApeWorkState& state) {
     for (std::size_t i = 0; i < FrameCount; ++i) {
         const ApeFramePlace place = ApeFramePlaceOf(group, Level, i);
         Frames[i].Number = i;
-        Frames[i].Pcm = group.Pcm.data() + place.First * static_cast<std::size_t>(Sound.BlockBytes());
+        Frames[i].Pcm = group.Pcm.data() + place.First * static_cast<std::size_t>(Sound.FrameSize());
         Frames[i].Blocks = place.Blocks;
         Begin(Frames[i]);
     }
@@ -116,7 +115,7 @@ void ApeFrameEncoder::CodeLanes(std::size_t from) {
 void ApeFrameEncoder::FillLanes(const Frame& frame, std::size_t from, std::size_t steps) {
     WithApeWidth(Sound.Bits, [&](auto width) {
         constexpr std::size_t sampleBytes = width() / 8;
-        const std::byte* pcm = frame.Pcm + from * static_cast<std::size_t>(Sound.BlockBytes());
+        const std::byte* pcm = frame.Pcm + from * static_cast<std::size_t>(Sound.FrameSize());
         std::int32_t* values = &Values[frame.Number];
         if (Sound.Channels == 1) {
             for (std::size_t i = 0; i < steps; ++i) {

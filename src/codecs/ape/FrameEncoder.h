@@ -11,7 +11,7 @@ namespace Sonmira {
 // Encodes groups of frames. Each worker has one.
 class ApeFrameEncoder {
 public:
-    ApeFrameEncoder(const ApeLevel& level, const ApeSound& sound, const ApeKernels& kernels);
+    ApeFrameEncoder(const ApeLevel& level, const PcmFormat& sound, const ApeKernels& kernels);
 
     // Makes group.Frames of group.Pcm and group.Blocks. Returns early, with nothing of use, when told to
     // stop.
@@ -34,7 +34,7 @@ private:
     std::vector<std::uint8_t> Finished(Frame& frame) const;
 
     const ApeLevel& Level;
-    ApeSound Sound;
+    PcmFormat Sound;
     const ApeKernels& Kernels;
     ApePredictorLanes Predictor;
     std::vector<ApeFilterLanes> Filters;

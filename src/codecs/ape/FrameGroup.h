@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <span>
 #include <vector>
 
 namespace Sonmira {
@@ -20,6 +21,9 @@ struct ApeFrameGroup {
 constexpr std::size_t MostApeFramesOfAGroup(int channels) {
     return ApeLaneCount / static_cast<std::size_t>(channels);
 }
+
+// The checksum of a frame's PCM as the frame keeps it: CRC-32 of ISO 3309 less its lowest bit.
+std::uint32_t ApeChecksum(std::span<const std::byte> pcm);
 
 // What a worker tells while it works, and is told.
 struct ApeWorkState {

@@ -1,8 +1,8 @@
 #include "codecs/tagging/FileAccount.h"
 
-#include "codecs/CHandle.h"
-#include "codecs/MediaInput.h"
+#include "codecs/read/MediaInput.h"
 #include "codecs/tagging/ApeTagCheck.h"
+#include "platform/CHandle.h"
 #include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 

@@ -1,7 +1,7 @@
 #include "codecs/tagging/FlacFileTags.h"
 
-#include "codecs/Id3Block.h"
 #include "codecs/tagging/FlacBlocks.h"
+#include "codecs/tagging/Id3Block.h"
 #include "codecs/tagging/Id3v1Values.h"
 #include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "codecs/AudioInformation.h"
 #include "codecs/tagging/RawFields.h"
 #include "codecs/tagging/TagStream.h"
+#include "codecs/tagging/TagValues.h"
 
 namespace Sonmira {
 

@@ -53,12 +53,6 @@ void CheckKind(const Id3v2Frame& frame, int version, FrameKeeping keeping) {
 
 }  // namespace
 
-qint64 Id3v2Size(const QByteArray& bytes) {
-    if (bytes.size() < Id3v2HeadSize || !bytes.startsWith("ID3")) return 0;
-    const bool hasFooter = ByteAt(bytes, 3) == 4 && (ByteAt(bytes, 5) & Id3v2HasFooter) != 0;
-    return Id3v2HeadSize + Id3v2NumberIn(bytes.sliced(6, 4), 7) + (hasFooter ? Id3v2HeadSize : 0);
-}
-
 bool IsBottomless(const QByteArray& tag) {
     return tag.count("CHAP") + tag.count("CTOC") > MostChapters;
 }

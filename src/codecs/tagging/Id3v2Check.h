@@ -1,14 +1,13 @@
 #pragma once
 
+#include "codecs/sound/Id3v2Head.h"
+
 #include <QByteArray>
 
 namespace Sonmira {
 
 // ID3v2 before anybody writes it, since a tag is believed what it says of its own size.
 // Source of the facts: ID3v2.2.0, ID3v2.3.0 and ID3v2.4.0, id3.org.
-
-// Bytes of the tag that begins `bytes`, header included, by its own word; 0 where there is none.
-qint64 Id3v2Size(const QByteArray& bytes);
 
 // Whether a tag nests its frames so often that reading it would take all of the stack.
 bool IsBottomless(const QByteArray& tag);

@@ -1,13 +1,10 @@
 #pragma once
 
+#include "codecs/sound/Id3v2Head.h"
 #include "codecs/tagging/Id3v2Frames.h"
 
 namespace Sonmira {
 
-constexpr qsizetype Id3v2HeadSize = 10;
-constexpr int Id3v2Unsynchronised = 0x80;
-constexpr int Id3v2HasExtension = 0x40;
-constexpr int Id3v2HasFooter = 0x10;
 // Of a frame of the newest version.
 constexpr int Id3v2FrameUnsynchronised = 0x02;
 constexpr int Id3v2HasLength = 0x01;

@@ -1,6 +1,6 @@
 #include "codecs/tagging/TagProperties.h"
 
-#include "codecs/GenreNames.h"
+#include "codecs/tagging/GenreNames.h"
 #include "platform/Failure.h"
 #include "platform/NarrowText.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codecs/AudioInformation.h"
 #include "codecs/tagging/RawFields.h"
+#include "codecs/tagging/TagValues.h"
 
 #include <tpropertymap.h>
 

@@ -1,7 +1,7 @@
 #include "codecs/tagging/TagStream.h"
 
-#include "codecs/FileFailure.h"
 #include "platform/Failure.h"
+#include "platform/FileFailure.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

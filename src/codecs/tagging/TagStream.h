@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/Descriptor.h"
+#include "platform/Descriptor.h"
 
 #include <QByteArray>
 

@@ -4,9 +4,8 @@
 #include "codecs/tagging/Id3v2Frames.h"
 #include "codecs/tagging/PropertyTags.h"
 #include "codecs/tagging/WavList.h"
+#include "codecs/wav/RiffChunks.h"
 #include "platform/Failure.h"
-
-#include <QtEndian>
 
 #include <id3v2tag.h>
 #include <wavfile.h>
@@ -33,10 +32,11 @@ QByteArray BytesOf(const TagLib::ByteVector& bytes) {
     return {bytes.data(), static_cast<qsizetype>(bytes.size())};
 }
 
-constexpr qint64 HeadSize = 8;
-
-quint32 SizeIn(const QByteArray& bytes, qint64 head) {
-    return qFromLittleEndian<quint32>(bytes.constData() + head + 4);
+bool IsList(const QByteArray& name, const QByteArray& content) {
+    return name == "LIST" && content.startsWith("INFO");
+}
+bool IsId3v2(const QByteArray& name, const QByteArray& /*content*/ = {}) {
+    return name.toLower() == "id3 ";
 }
 
 // What the chunks with tags hold, in their order.
@@ -46,26 +46,17 @@ struct TagChunks {
 };
 
 TagChunks ChunksOf(TagStream& file) {
-    TagChunks chunks;
-    for (qint64 at = 12; at + HeadSize <= file.length();) {
-        const QByteArray head = file.Bytes(at, HeadSize + 4);
-        const qint64 size = SizeIn(head, 0);
-        if (head.toLower().startsWith("id3 ")) {
-            const QByteArray chunk = file.Bytes(at + HeadSize, size);
-            chunks.Id3v2.append(chunk.first(std::min<qint64>(Id3v2Size(chunk), chunk.size())));
+    TagChunks found;
+    RiffChunks chunks([&](qint64 position, qsizetype count) { return file.Bytes(position, count); });
+    while (const auto chunk = chunks.Next()) {
+        if (IsId3v2(chunk->Name)) {
+            const QByteArray tag = file.Bytes(chunk->Start, chunk->Size);
+            found.Id3v2.append(tag.first(std::min<qint64>(Id3v2Size(tag), tag.size())));
         }
-        if (head.startsWith("LIST") && head.endsWith("INFO"))
-            chunks.Lists.append(file.Bytes(at + HeadSize, size));
-        at += HeadSize + size + size % 2;
+        if (IsList(chunk->Name, file.Bytes(chunk->Start, 4)))
+            found.Lists.append(file.Bytes(chunk->Start, chunk->Size));
     }
-    return chunks;
-}
-
-bool IsList(const QByteArray& name, const QByteArray& content) {
-    return name == "LIST" && content.startsWith("INFO");
-}
-bool IsId3v2(const QByteArray& name, const QByteArray& /*content*/) {
-    return name.toLower() == "id3 ";
+    return found;
 }
 
 class WavTags : public LibraryFile<ChunkFile> {
@@ -91,7 +82,7 @@ public:
         if (List && !List->IsWhole()) AddWhole(fields, chunks.Lists);
         for (unsigned n = 0; n < File.chunkCount(); ++n) {
             const QByteArray name = BytesOf(File.chunkName(n));
-            if (name == "data" || IsId3v2(name, {})) continue;
+            if (name == "data" || IsId3v2(name)) continue;
             const QByteArray content = BytesOf(File.chunkData(n));
             if (!IsList(name, content)) fields.append({"chunk " + name, {}, content});
         }

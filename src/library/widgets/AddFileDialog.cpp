@@ -4,8 +4,8 @@
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
-#include "shell/Paths.h"
 #include "shell/Settings.h"
 
 namespace Sonmira {

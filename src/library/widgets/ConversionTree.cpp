@@ -6,8 +6,8 @@
 #include "library/widgets/ReportList.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/widgets/DroppedFiles.h"
-#include "shell/Paths.h"
 
 #include <QDragEnterEvent>
 #include <QHelpEvent>

@@ -1,7 +1,7 @@
 #include "library/widgets/FileListModel.h"
 
 #include "kit/Icons.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

@@ -3,7 +3,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"
 #include "platform/ProcessEnd.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

@@ -1,10 +1,10 @@
 #include "shell/widgets/Form1.h"
 
 #include "kit/Icons.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
 #include "shell/LanguageFiles.h"
-#include "shell/Paths.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 #include "shell/widgets/Events.h"
 
 #include <QKeyEvent>

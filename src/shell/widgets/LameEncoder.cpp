@@ -3,8 +3,8 @@
 #include "kit/Icons.h"
 #include "platform/Folders.h"
 #include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/Launches.h"
-#include "shell/Paths.h"
 #include "shell/widgets/Events.h"
 
 #include <QLabel>

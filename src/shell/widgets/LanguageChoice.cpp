@@ -1,7 +1,7 @@
 #include "shell/widgets/LanguageChoice.h"
 
+#include "platform/Values.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 #include "shell/widgets/Deb.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/Form1.h"

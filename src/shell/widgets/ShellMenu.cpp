@@ -1,10 +1,10 @@
 #include "shell/widgets/ShellMenu.h"
 
 #include "platform/Dialogs.h"
+#include "platform/Values.h"
 #include "shell/LanguageFiles.h"
 #include "shell/Launches.h"
 #include "shell/Settings.h"
-#include "shell/Values.h"
 #include "shell/widgets/About.h"
 #include "shell/widgets/Events.h"
 

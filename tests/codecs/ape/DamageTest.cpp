@@ -1,7 +1,7 @@
 #include "Judges.h"
 #include "Signals.h"
 #include "codecs/ApeFunctions.h"
-#include "codecs/MediaReader.h"
+#include "codecs/read/MediaReader.h"
 #include "platform/Failure.h"
 #include "support/TestFolder.h"
 
