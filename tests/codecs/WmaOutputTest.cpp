@@ -80,8 +80,7 @@ TEST_P(WmaNumber, HoldsItsBitRate) {
     const TestFolder folder;
     const WmaFormat format = WmaFormatOf(GetParam()).value();
     constexpr int seconds = 10;
-    const TestSound sound =
-        MakeNoise(format.Rate, format.Channels, format.Rate * std::int64_t{seconds});
+    const TestSound sound = MakeNoise(format.Rate, format.Channels, format.Rate * std::int64_t{seconds});
     ConvertFile(folder.MakeFile("in.wav", WavOf(sound, WavKind::Signed16)), folder.Path("out.wma"),
                 Wma(GetParam()));
     const double kilobits =
