@@ -46,6 +46,7 @@ void AudioFile::OpenForRead(const QString& path) {
 
 AudioBlock AudioFile::ReadBlock(qint64 size) {
     if (!Reader) throw Failure(FailureNumber::InvalidCall);
+    Reader->Media.GivesUp = StopAsked;
     return WithMemoryChecked([&] { return Reader->Media.Read(size); });
 }
 

@@ -19,7 +19,8 @@ public:
     // the user when the file is missing, unreadable, or holds no sound that can be decoded.
     virtual void OpenForRead(const QString& path) = 0;
     // The next frames, at most `size` bytes of them (at least one frame). Empty at the end of the file; fails
-    // there instead when the file holds clearly less than its header counts.
+    // there instead when the file holds clearly less than its header counts. Where that takes a second look
+    // at the file the event loop runs meanwhile, and an answer of true by StopAsked ends it as a failure.
     virtual AudioBlock ReadBlock(qint64 size) = 0;
     // Closes the file; harmless when none is open.
     virtual void CloseFile() = 0;

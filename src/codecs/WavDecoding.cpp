@@ -15,9 +15,8 @@ namespace {
 // Small enough that a stop is heard at once, large enough that a block costs nothing beside its sound.
 constexpr qint64 BlockSize = 128LL * 1024;
 
-bool Copy(SoundReader& reader, FileWriting& wav, qint64 total, const WavProgress& progress) {
+bool Copy(SoundReader& reader, FileWriting& wav, qint64& done, qint64 total, const WavProgress& progress) {
     const auto channels = static_cast<std::size_t>(reader.Format().Channels);
-    qint64 done = 0;
     while (true) {
         AudioBlock block = reader.Read(BlockSize);
         if (block.IsEmpty()) return true;
@@ -41,12 +40,14 @@ bool DecodeIntoWav(QStringView path, QStringView outputPath, const SoundOpening&
         WavWriter& header = *writer;
         FileWriting wav(std::move(output), format, std::move(writer));
         wav.SetSource(source);
-        reader->GivesUp = [&] { return !progress(0, 0); };
+        qint64 done = 0;
+        qint64 total = 0;
+        reader->GivesUp = [&] { return !progress(std::min(done, total), total); };
         bool whole = false;
         try {
-            const qint64 total = reader->Length();
+            total = reader->Length();
             header.Claim(total);
-            whole = Copy(*reader, wav, total, progress);
+            whole = Copy(*reader, wav, done, total, progress);
         } catch (const Failure&) {
             header.KeepClaim();
             PassOver([&] { wav.Close(); });

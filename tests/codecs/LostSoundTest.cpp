@@ -1,4 +1,7 @@
 #include "LostSound.h"
+#include "codecs/FlacDecoder.h"
+
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -239,6 +242,55 @@ TEST_F(CountedFlac, WithATagBehindItOrBetweenItsFramesPasses) {
     const PartRead part = Read(Flac.first(frame) + tag + Flac.mid(frame));
     EXPECT_EQ(part.Failure, QString());
     EXPECT_EQ(part.Frames, Seconds * Rate);
+}
+
+// Its sound is decoded once more for that.
+class CheckedFlac : public CountedFlac {
+protected:
+    // Reads until the failure and returns how often a stop was asked for meanwhile.
+    int AskedWhileReading(bool stop) const {
+        Folder.MakeFile("lacking.flac", Flac.first(FrameAt(50)) + Flac.mid(FrameAt(51)));
+        AudioFile file;
+        file.OpenForRead(Folder.Path("lacking.flac"));
+        int asked = 0;
+        file.StopAsked = [&] {
+            ++asked;
+            return stop;
+        };
+        EXPECT_NE(FailureTextOf([&] {
+                      while (!file.ReadBlock(65536).IsEmpty()) {
+                      }
+                  }),
+                  QString());
+        return asked;
+    }
+};
+
+TEST_F(CheckedFlac, HearsAStopWhileItsSumIsTaken) {
+    EXPECT_GT(AskedWhileReading(false), 50) << "once a frame";
+    EXPECT_EQ(AskedWhileReading(true), 1);
+}
+
+TEST_F(CheckedFlac, LeavesTheWindowAliveWhileItsSumIsTaken) {
+    bool isHeard = false;
+    QTimer::singleShot(0, [&] { isHeard = true; });
+    AskedWhileReading(false);
+    EXPECT_TRUE(isHeard);
+}
+
+TEST_F(CheckedFlac, GoesOnShowingHowFarItIsWhileItsSumIsTaken) {
+    FlacDecoder decoder;
+    decoder.SetInputFile(Folder.MakeFile("lacking.flac", Flac.first(FrameAt(50)) + Flac.mid(FrameAt(51))));
+    decoder.SetOutputFile(Folder.Path("out.wav"));
+    qint16 farthest = 0;
+    int last = -1;
+    decoder.Progress = [&](qint16 percent) {
+        farthest = std::max(farthest, percent);
+        last = percent;
+    };
+    EXPECT_NE(FailureTextOf([&] { decoder.DecodeToWav(); }), QString());
+    EXPECT_GT(farthest, 90);
+    EXPECT_EQ(last, farthest);
 }
 
 // An edit list may go on beyond the stream, where it begins before time 0.

@@ -2,6 +2,7 @@
 
 #include "codecs/sound/Id3v2Head.h"
 #include "platform/CHandle.h"
+#include "platform/EventLoop.h"
 #include "platform/FileFailure.h"
 #include "platform/InputFile.h"
 
@@ -141,11 +142,17 @@ private:
     bool Ended = false;
 };
 
-bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file) {
+bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file, const std::function<bool()>& givesUp) {
+    constexpr qint64 framesATurn = 16;
     bool isRight = false;
     PassOver([&] {
         FlacReader::Library library(std::move(file));
-        while (library.DecodeMore()) library.Samples.clear();
+        for (qint64 frames = 0; library.DecodeMore(); ++frames) {
+            library.Samples.clear();
+            // As long as all of the decoding before: the window must stay alive, and a stop be heard.
+            if (frames % framesATurn == 0) YieldToEventLoop();
+            if (givesUp && givesUp()) return;
+        }
         isRight = library.HasSum && library.IsSumRight;
     });
     return isRight;

@@ -12,12 +12,13 @@ class InputFile;
 // more than 24 bits a sample, or 8 in one channel, whose frames of quiet sound are too small for it.
 bool IsForFlacLibrary(const InputFile& file);
 
+// Whether all of a plain FLAC file decodes to the sound of which its head holds the MD5 sum, whatever else
+// its head says. Takes as long as the decoding and lets the event loop run meanwhile; where `givesUp`, asked
+// at each frame, answers true, it ends at once with false.
+bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file, const std::function<bool()>& givesUp);
+
 // Reads plain FLAC by the format's own library. It knows samples of 32 bits, which FFmpeg does not, and
 // checks the sum over all of them.
-// Whether all of a plain FLAC file decodes to the sound of which its head holds the MD5 sum, whatever else
-// its head says. Takes as long as the decoding.
-bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file);
-
 class FlacReader final : public SoundReader {
 public:
     // Fails with a text for people when the file is no FLAC.
@@ -33,7 +34,7 @@ public:
     qint64 Length() override;
 
 private:
-    friend bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file);
+    friend bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file, const std::function<bool()>& givesUp);
     class Library;
     std::unique_ptr<Library> Handle;
 };

@@ -109,7 +109,7 @@ bool MediaReader::IsCutShort() const {
     if (IsPlainFlac(Input)) {
         // Who cuts and joins such files may leave a wrong count behind, but frames carry their numbers.
         const bool isLost = gaps.Seconds() > MostLostOfLossless || (isLacking && Decoder.BadPackets() > 0);
-        return isLost && !IsSumOfFlacRight(Input.File());
+        return isLost && !IsSumOfFlacRight(Input.File(), GivesUp);
     }
     const SoundGiven given{static_cast<double>(FramesGiven) / Format().Rate, gaps.End(),
                            Decoder.GoodPackets()};

@@ -30,7 +30,8 @@ public:
     // Frames of the whole file, found out at the first call; may take a reading of the file.
     virtual qint64 Length() = 0;
 
-    // Asked many times during that reading: true ends it, with what was counted so far.
+    // Asked many times during that reading: true ends it, with what was counted so far. Also while the end of
+    // a damaged file is looked into, which then counts as cut.
     std::function<bool()> GivesUp;
 };
 
