@@ -11,6 +11,8 @@
 #include "platform/Failure.h"
 #include "platform/OutputFile.h"
 
+#include <QtEndian>
+
 #include <cstring>
 
 namespace Sonmira {
@@ -69,6 +71,11 @@ void PatchSize(OutputFile& out, const Frame& frame, qint64 size) {
     patch(head - 4, size > MostWavData ? UnknownWavSize : size);
 }
 
+// Whether the header counts nothing that anybody believes, however much there is.
+bool IsSizeUntold(const Frame& frame) {
+    return IsUnknownWavSize(qFromLittleEndian<quint32>(&frame.Head[frame.Head.size() - 4]));
+}
+
 void WriteTail(const InputFile& file, const Frame& frame, OutputFile& out) {
     std::vector<std::byte> piece;
     for (qint64 at = 0; at < frame.TailBytes; at += std::ssize(piece)) {
@@ -108,10 +115,13 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, const std::optional<A
     const bool isStored = stored.has_value();
     const Frame frame = isStored ? std::move(*stored) : PlainFrame(ape.Sound(), part.Finish - part.Start);
     out.Write(frame.Head);
-    Cut cut((part.Start - firstBlock) * blockBytes, (part.Finish - part.Start) * blockBytes);
+    const qint64 wanted = (part.Finish - part.Start) * blockBytes;
+    // It comes when all is there: before that it would hide that a disk took no more.
+    const bool isUntold = wanted > 0 && IsSizeUntold(frame);
+    if (isUntold) PatchSize(out, frame, WavSizeBeyond(0, MostWavData));
+    Cut cut((part.Start - firstBlock) * blockBytes, wanted);
     const auto groupBytes = static_cast<qint64>(MostApeFramesOfAGroup(ape.Sound().Channels)) *
                             ape.Level().BlocksPerFrame * blockBytes;
-    const qint64 wanted = (part.Finish - part.Start) * blockBytes;
     qint64 lost = 0;  // bytes
     ApeWork work(workers, part.Finish - firstBlock, 2 * groupBytes, progress, killFlag);
     const bool isWhole = work.Run(
@@ -134,10 +144,13 @@ void DecodeOurs(ApeFileReader& ape, const InputFile& file, const std::optional<A
     } else if (lost > 0 || ape.IsCutShort() || part.IsCutShort) {
         // Silence in the place of a frame is not its sound. Nothing may stand behind that could count as it.
         PatchSize(out, frame, WavSizeBeyond(there, std::max(there + lost, wanted)));
-    } else if (isStored) {
-        WriteTail(file, frame, out);
-    } else if (there % 2 != 0) {
-        out.Write(std::vector<std::byte>(1));
+    } else {
+        if (isStored) {
+            WriteTail(file, frame, out);
+        } else if (there % 2 != 0) {
+            out.Write(std::vector<std::byte>(1));
+        }
+        if (isUntold) out.Patch(0, frame.Head);
     }
     out.Close();
     if (lost > 0 || ape.IsCutShort() || (isWhole && part.IsCutShort)) throw DamagedFile();

@@ -8,6 +8,9 @@
 #include <QtEndian>
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
 
 namespace Sonmira {
 namespace {
@@ -78,6 +81,48 @@ TEST_F(DamagedApe, EndLeavesAWavThatCountsTheWhole) {
     const QByteArray wav = DecodedWithFailure(Ape.first(FrameStart(4)));
     EXPECT_EQ(wav.size(), 44 + 4 * FrameBytes);
     EXPECT_EQ(qFromLittleEndian<quint32>(wav.constData() + 40), Frames * FrameBytes);
+}
+
+// As if it held so many bytes of sound, of which only the first frames are there.
+QByteArray Lengthened(const QByteArray& ape, qint64 bytes) {
+    constexpr int tableAt = 76;
+    const auto frames = static_cast<quint32>((bytes / 4 + FrameBlocks - 1) / FrameBlocks);
+    const auto more = static_cast<qsizetype>(frames - Frames) * 4;
+    QByteArray longer = ape.first(tableAt + qsizetype{Frames} * 4) + QByteArray(more, '\0') +
+                        ape.sliced(tableAt + qsizetype{Frames} * 4);
+    const auto put = [&](quint32 number, qsizetype at) { qToLittleEndian(number, longer.data() + at); };
+    put(frames * 4, 16);
+    put(static_cast<quint32>(bytes / 4 - qint64{frames - 1} * FrameBlocks), 60);
+    put(frames, 64);
+    for (quint32 frame = 0; frame < frames; ++frame) {
+        const auto place = qFromLittleEndian<quint32>(longer.constData() + tableAt + 4 * frame);
+        put(static_cast<quint32>(frame < Frames ? place + more : longer.size()), tableAt + 4 * frame);
+    }
+    // The header of the source, which is given back where it fits.
+    put(static_cast<quint32>(std::min<qint64>(bytes, 0xFFFFFFFF)), tableAt + 4 * frames + 40);
+    return longer;
+}
+
+// A disk that takes no more: the limit of one file stands for it. The sizes are those that in the header of a
+// whole WAV count nothing that anybody believes.
+TEST_F(DamagedApe, OfAnyLengthLeavesAWavThatCountsMoreThanAFullDiskTook) {
+    struct rlimit usual = {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &usual), 0);
+    struct rlimit full = usual;
+    full.rlim_cur = 2 * FrameBytes;
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    for (const qint64 bytes : {qint64{0x7FFFF800}, qint64{0xFFFFFF00}, qint64{5'000'000'000}}) {
+        SCOPED_TRACE(bytes);
+        const QString longer = Folder.MakeFile("longer.ape", Lengthened(Ape, bytes));
+        const QString wav = Folder.Path("full.wav");
+        setrlimit(RLIMIT_FSIZE, &full);
+        EXPECT_THROW(DecompressFile(longer, wav, {}, GoOn), Failure);
+        setrlimit(RLIMIT_FSIZE, &usual);
+        EXPECT_EQ(ContentOf(Folder.Native("full.wav")).size(), 2 * FrameBytes);
+        MediaReader reader(wav);
+        EXPECT_THROW(while (!reader.Read(65536).IsEmpty()){}, Failure);
+    }
+    std::signal(SIGXFSZ, handler);
 }
 
 TEST_F(DamagedApe, SizeOfTheFramesBelowNothingGivesWhatIsThere) {
