@@ -3,6 +3,7 @@
 
 #include "codecs/ApeFunctions.h"
 #include "platform/Failure.h"
+#include "platform/NativePath.h"
 #include "platform/SafeRewrite.h"
 
 #include <fstream>
@@ -227,6 +228,22 @@ TEST_F(TagKeeping, AYearThatIsNoneSurvivesInAnOlderId3v2) {
         Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
         EXPECT_TRUE(Content("old.mp3").contains(year)) << year;
     }
+}
+
+// Writers of the newest version are many that know the frames of the one before only.
+TEST_F(TagKeeping, AYearOfTheOlderId3v2IsReadAndKeptInTheNewest) {
+    const QByteArray year = Frame("TYER", QByteArray("\0001999", 5));
+    QByteArray mp3 = ContentOf(ToNative(MakeOldTag(Frame("TIT2", QByteArray("\0Old", 4)) + year)));
+    mp3[3] = 4;
+    const QString path = Folder.MakeFile("newest.mp3", mp3);
+    EXPECT_EQ(Load(path).Year, 1999);
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_EQ(Load(path).Year, 1999);
+    EXPECT_TRUE(Content("newest.mp3").contains(year));
+    Edit(path, [](AudioInformation& tag) { tag.Year = 2004; });
+    EXPECT_EQ(Load(path).Year, 2004);
+    EXPECT_FALSE(Content("newest.mp3").contains("1999"));
+    EXPECT_TRUE(Probe("newest.mp3").contains("=2004")) << Probe("newest.mp3").constData();
 }
 
 TEST_F(TagKeeping, ACommentThatIsNoUtf8IsNotLostFromAFlac) {
