@@ -2,6 +2,7 @@
 #include "codecs/FlacDecoder.h"
 
 #include <QTimer>
+#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -179,6 +180,29 @@ TEST_F(CountedMp3, WithTagsAndJunkBetweenItsFramesPasses) {
 TEST_F(CountedMp3, ThatLacksAFrameOrTwoPasses) {
     EXPECT_EQ(FailureOf(Mp3.chopped(2 * 417)), QString());
     EXPECT_NE(FailureOf(Mp3.chopped(8 * 417)), QString());
+}
+
+// Editors that take frames away may leave the old count of them behind, though not of the bytes.
+TEST_F(CountedMp3, WhoseFramesAreWholeAndFewerThanCountedPassesUnlessItCountsMoreBytesThanThereAre) {
+    const qsizetype info = Mp3.indexOf("Info");
+    ASSERT_GT(info, 0);
+    const qsizetype end = FrameAt(Mp3.size() * 9 / 10);
+    const auto cutAt = [&](qsizetype place) {
+        QByteArray mp3 = Mp3.first(place);
+        qToBigEndian(static_cast<quint32>(place), mp3.data() + info + 12);
+        return mp3;
+    };
+    const QByteArray cut = cutAt(end);
+    EXPECT_NE(FailureOf(Mp3.first(end)), QString()) << "bytes that are not there";
+    EXPECT_EQ(FailureOf(cut), QString());
+    EXPECT_EQ(FailureOf(cut + "TAG" + QByteArray(125, ' ')), QString());
+    QByteArray uncounted = cut;
+    uncounted[info + 7] = 1;
+    EXPECT_EQ(FailureOf(uncounted), QString());
+    EXPECT_NE(FailureOf(cutAt(end - 200)), QString()) << "a frame of which the end is missing";
+    QByteArray spoilt = cut;
+    spoilt.replace(FrameAt(end / 2), 4, QByteArray(4, '\0'));
+    EXPECT_NE(FailureOf(spoilt), QString()) << "frames that are none";
 }
 
 class CountedFlac : public ::testing::Test {

@@ -14,8 +14,8 @@ struct SoundGiven {
 };
 
 // Seconds of sound that the file itself counts but does not have, as far as the libraries do not look: by
-// the packets of a Windows Media file, the frames or bytes in the first frame
-// of an MP3, the time of an Ogg page that is cut. 0 where nothing is missing or nothing tells.
+// the packets of a Windows Media file, the counts in the first frame of an MP3 (MissingMp3Seconds), the time
+// of an Ogg page that is cut. 0 where nothing is missing or nothing tells.
 double MissingByCounts(const MediaInput& input, const SoundGiven& given);
 
 }  // namespace Sonmira
