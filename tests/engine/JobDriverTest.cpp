@@ -177,6 +177,20 @@ TEST_F(JobDrivers, SourcesOfConvertedFilesAreRemovedWhereThatIsChecked) {
     EXPECT_TRUE(NativeExists(Folder.Native("Music/b.wav")));
 }
 
+TEST_F(JobDrivers, AFailureThatNobodyHandlesStillTellsWhatLiesInTheTrash) {
+    AddMusic({"a.wav", "b.wav"});
+    Host.RemoveOriginal = true;
+    Sink.MakesFile = true;
+    Host.AtYield = [this] {
+        if (!Host.Rows.empty() && Host.Rows.front().Icon == u"converted"_s)
+            throw Failure(FailureNumber::Component);
+    };
+    EXPECT_THROW(Convert(), Failure);
+    EXPECT_EQ(Host.Rows.size(), 1U);
+    EXPECT_EQ(Host.TrashedFiles, 1);
+    EXPECT_EQ(Host.TrashedBytes, 1);
+}
+
 TEST_F(JobDrivers, ASourceThatCannotBeRemovedStaysAndTheRunGoesOn) {
     AddFileRecord(Items, Host, Folder.MakeFile("locked/a.wav"));
     AddFileRecord(Items, Host, Folder.MakeFile("b.wav"));

@@ -3,7 +3,9 @@
 #include "engine/OutputFormatNames.h"
 #include "engine/OutputStage.h"
 #include "engine/RunState.h"
+#include "support/TestAudio.h"
 #include "support/TestFolder.h"
+#include "support/Tool.h"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +61,27 @@ TEST_F(OutputStages, DoNothingUnlessTheRunIsBusy) {
         EXPECT_EQ(Source.Opened, 0) << ending;
         EXPECT_TRUE(Codecs.Calls.isEmpty()) << ending;
     }
+}
+
+// An encoder that fails because of it has made no file, and what stands there is none of ours. A hidden name
+// is not seen before.
+TEST_F(OutputStages, DoNotTagTheFileOfAnotherProgramWhereTheEncoderFailed) {
+    Folder.MakeFile("in.wav", WavOf(MakeTone(44100, 2, 4410, 440), WavKind::Signed16));
+    ASSERT_EQ(RunTool({"flac", "-s", "-o", Folder.Native(".song.flac"), Folder.Native("in.wav")}).ExitCode,
+              0);
+    const QByteArray theirs = ContentOf(Folder.Native(".song.flac"));
+    Run.CurrentInput = Folder.Path("in.wav");
+    Run.OutputStem = Folder.Path(".song");
+    Host.Panel.Artist = u"Artist"_s;
+    Host.Panel.Genre = u"12"_s;
+    Codecs.MakesFile = false;
+    Codecs.Fails = true;
+    OutputOf(FormatName::Flac.toString());
+    EXPECT_EQ(Codecs.Calls, QStringList{u"FlacCodec_Encoder1"_s});
+    EXPECT_EQ(ContentOf(Folder.Native(".song.flac")), theirs);
+    Codecs.Fails = false;
+    OutputOf(FormatName::Flac.toString());
+    EXPECT_NE(ContentOf(Folder.Native(".song.flac")), theirs) << "the tag of a whole output is written there";
 }
 
 TEST_F(OutputStages, LeaveTheNumberInTheStem) {

@@ -161,16 +161,19 @@ TEST(FileRemoval, TellsWhereTheFileWentAndHowLargeItIs) {
     EXPECT_EQ(removal.Size, 5);
 }
 
+// A volume that is seen by this process alone.
+bool MountVolume(const QByteArray& folder) {
+    const int apart = getuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
+    return unshare(apart) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+           mount("none", folder.constData(), "tmpfs", 0, "size=8m") == 0;
+}
+
 // A volume whose topmost folder takes no trash, such as a share.
 TEST(FileRemoval, FromAVolumeWithoutATrashACopyGoesToTheOneOfTheHomeFolder) {
     const TestFolder folder;
     folder.MakeFolder("volume");
     const QByteArray volume = folder.Native("volume");
-    const int apart = getuid() == 0 ? CLONE_NEWNS : CLONE_NEWUSER | CLONE_NEWNS;
-    if (unshare(apart) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("none", volume.constData(), "tmpfs", 0, "size=8m") != 0) {
-        GTEST_SKIP() << "no disk of our own here";
-    }
+    if (!MountVolume(volume)) GTEST_SKIP() << "no disk of our own here";
     const QString file = folder.MakeFile("volume/Music/far.mp3", "music");
     const timespec times[2] = {{1'000'000'000, 0}, {1'000'000'000, 0}};
     utimensat(AT_FDCWD, folder.Native("volume/Music/far.mp3").constData(), times, 0);
@@ -194,6 +197,32 @@ TEST(FileRemoval, FromAVolumeWithoutATrashACopyGoesToTheOneOfTheHomeFolder) {
 }
 
 // From here on the trash lies elsewhere.
+
+// A trash that takes names but cannot be opened lets nobody have it reach the disk.
+TEST(FileRemoval, AFileOfAnotherVolumeStaysWhereItsCopyMayNotHaveReachedTheDisk) {
+    const TestFolder folder;
+    setenv("XDG_DATA_HOME", folder.Native("data").constData(), 1);
+    const QString file = folder.MakeFile("volume/Music/far.mp3", "music");
+    const QByteArray volume = folder.Native("volume");
+    if (!MountVolume(volume)) GTEST_SKIP() << "no disk of our own here";
+    folder.MakeFile("volume/Music/far.mp3", "music");
+    chmod(volume.constData(), 0555);
+    for (const QByteArray part : {"info", "files"}) {
+        const QByteArray trash = folder.Native("data/Trash/" + part);
+        folder.MakeFolder("data/Trash/info");
+        folder.MakeFolder("data/Trash/files");
+        chmod(trash.constData(), 0300);
+        {
+            const Unprivileged user;
+            EXPECT_EQ(RemoveSourceFile(file, WithoutTrash::Keep).Ends, Place::Stays) << part.constData();
+        }
+        chmod(trash.constData(), 0700);
+        EXPECT_EQ(ContentOf(folder.Native("volume/Music/far.mp3")), "music") << part.constData();
+        EXPECT_TRUE(fs::is_empty(trash.toStdString())) << part.constData();
+    }
+    chmod(volume.constData(), 0755);
+    umount(volume.constData());
+}
 
 TEST(FileRemoval, ASourceFileGoesForGoodWhereTheTrashIsProtected) {
     for (const char* part : {"info", "files"}) {

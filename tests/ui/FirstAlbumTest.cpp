@@ -44,6 +44,16 @@ TEST_F(FirstAlbum, ARunThatRemovesSourcesSaysHowManyLieInTheTrash) {
     EXPECT_FALSE(Form().StatusPanel2->isVisible()) << "the next run has nothing to say";
 }
 
+TEST_F(FirstAlbum, ANewConversionTakesAwayWhatARunSaidOfTheTrash) {
+    AddFolderByCommand(Folder.Path("Music/Rock"));
+    Panel().Check2->setChecked(true);
+    ClickToolbar(5);
+    ASSERT_TRUE(Form().StatusPanel2->isVisible());
+    Window->NewConversion();
+    EXPECT_FALSE(Form().StatusPanel2->isVisible());
+    EXPECT_EQ(Form().StatusPanel2->text(), QString());
+}
+
 TEST_F(FirstAlbum, ConvertsIntoTheMirroredFoldersWithRisingPercentages) {
     AddFolderByCommand(Folder.Path("Music"));
     std::vector<QStringList> seen(4);
