@@ -1,5 +1,7 @@
 #include "LostSound.h"
+#include "codecs/FileCounts.h"
 #include "codecs/FlacDecoder.h"
+#include "codecs/MediaInput.h"
 
 #include <QTimer>
 #include <QtEndian>
@@ -91,6 +93,48 @@ INSTANTIATE_TEST_SUITE_P(
         for (char& c : name) c = c == '.' ? '_' : c;
         return name;
     });
+
+// Each of them is shorter than what a container of milliseconds is wrong by. As of a broadcast, nothing
+// counts the whole.
+TEST(LostSoundOfMatroska, InSinglePacketsCountsTogether) {
+    const TestFolder folder;
+    QByteArray mka = MadeOf(folder, "a.mka", Ffmpeg({"-c:a", "libvorbis", "-live", "1"}),
+                            MakeNoise(Rate, 2, Seconds * Rate, 0.3));
+    const QList<QByteArray> blocks = RunTool({"ffprobe", "-v", "error", "-show_entries", "packet=pos", "-of",
+                                              "csv=p=0", folder.Native("a.mka")})
+                                         .Output.split('\n');
+    ASSERT_GT(blocks.size(), 400);
+    const auto failing = [&](int count) {
+        QByteArray spoilt = mka;
+        for (int n = 1; n <= count; ++n) {
+            // Behind the head of the block the first bit says that the packet is one of sound.
+            const qsizetype place = blocks[40 * n].toLongLong() + 4;
+            spoilt[place] = static_cast<char>(spoilt[place] | 1);
+        }
+        return ReadPart(folder.MakeFile("spoilt.mka", spoilt)).Failure;
+    };
+    EXPECT_EQ(failing(2), QString());
+    EXPECT_NE(failing(9), QString());
+}
+
+TEST(LostSoundOfWindowsMedia, IsNoneWhereItsCountsAreMoreThanAnyFileHas) {
+    const TestFolder folder;
+    QByteArray wma = MadeOf(folder, "a.wma", Ffmpeg({"-c:a", "wmav2"}), MakeNoise(Rate, 2, Rate, 0.3));
+    const qsizetype properties = wma.indexOf(QByteArray::fromHex("a1dcab8c47a9cf118ee400c00c205365"));
+    ASSERT_GT(properties, 0);
+    const auto header = qFromLittleEndian<qint64>(wma.constData() + 16);
+    const auto missing = [&](qint64 packets, quint32 size) {
+        qToLittleEndian(packets, wma.data() + properties + 56);
+        qToLittleEndian(packets, wma.data() + header + 40);
+        qToLittleEndian(size, wma.data() + properties + 92);
+        qToLittleEndian(size, wma.data() + properties + 96);
+        const MediaInput input(std::make_shared<const InputFile>(folder.MakeFile("b.wma", wma)));
+        return MissingByCounts(input, {1, 1, 1});
+    };
+    EXPECT_GT(missing(1'000'000, 3200), 0);
+    // Their product goes round to a number of bytes that a file may have.
+    EXPECT_EQ(missing(qint64{1} << 39, (1U << 25) + 2), 0);
+}
 
 class RawStream : public ::testing::TestWithParam<Stream> {};
 

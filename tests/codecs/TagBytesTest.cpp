@@ -268,6 +268,50 @@ TEST_F(TagBytes, AnMp4WhoseTableCountsMoreThanItHoldsIsLeftAlone) {
     }
 }
 
+// A head that counts in 64 bits, as writers put it before sound of any length.
+TEST_F(TagBytes, AnMp4IsLookedThroughBehindAHeadOf64Bits) {
+    Make("a.m4a", {"-metadata", "title=Old"});
+    QByteArray whole = Content("a.m4a");
+    const qsizetype sound = whole.indexOf("mdat") - 4;
+    ASSERT_GT(sound, 8);
+    ASSERT_EQ(whole.mid(sound - 4, 4), "free") << "its place is taken";
+    const auto size = qFromBigEndian<quint32>(whole.constData() + sound);
+    whole.replace(sound - 8, 16, BigEndian(1) + "mdat" + BigEndian(0) + BigEndian(size + 8));
+    const QString path = Folder.MakeFile("a.m4a", whole);
+    Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; });
+    EXPECT_TRUE(Probe("a.m4a").contains("tag:title=new"));
+    const qsizetype table = whole.indexOf("stco");
+    ASSERT_GT(table, sound);
+    qToBigEndian(1'000U, whole.data() + table + 8);
+    Folder.MakeFile("a.m4a", whole);
+    EXPECT_THROW(Edit(path, [](AudioInformation& tag) { tag.Title = u"New"_s; }), Failure);
+    EXPECT_EQ(Content("a.m4a"), whole);
+}
+
+TEST_F(TagBytes, AnMp4WhoseTableHasAHeadOf64BitsIsLeftAlone) {
+    Make("a.m4a", {"-movflags", "+faststart", "-metadata", "title=Old"});
+    QByteArray m4a = Content("a.m4a");
+    const qsizetype table = m4a.indexOf("stco") - 4;
+    ASSERT_GT(table, 0);
+    ASSERT_LT(table, m4a.indexOf("mdat")) << "the places are changed by a save";
+    const auto size = qFromBigEndian<quint32>(m4a.constData() + table);
+    m4a.replace(table, 8, BigEndian(1) + "stco" + BigEndian(0) + BigEndian(size + 8));
+    // All that hold it are longer by as much.
+    for (const char* name : {"moov", "trak", "mdia", "minf", "stbl"}) {
+        char* place = m4a.data() + m4a.indexOf(name) - 4;
+        qToBigEndian(qFromBigEndian<quint32>(place) + 8, place);
+    }
+    const QString path = Folder.MakeFile("a.m4a", m4a);
+    EXPECT_EQ(Load(path).Title, u"Old"_s);
+    try {
+        Edit(path, [](AudioInformation& tag) { tag.Title = QString(20'000, u'x'); });
+        FAIL() << "saved";
+    } catch (const Failure& failure) {
+        EXPECT_TRUE(failure.Description.contains(u"size"_s)) << failure.Description.toStdString();
+    }
+    EXPECT_EQ(Content("a.m4a"), m4a);
+}
+
 TEST_F(TagBytes, ACommentWithoutANameIsKept) {
     const QString path = MakeFlacWith("MOOD=calm", "MOODxcalm");
     SaveTitle(path);
