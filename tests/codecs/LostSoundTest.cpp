@@ -1,7 +1,7 @@
 #include "LostSound.h"
-#include "codecs/FileCounts.h"
+#include "codecs/read/FileCounts.h"
 #include "codecs/FlacDecoder.h"
-#include "codecs/MediaInput.h"
+#include "codecs/read/MediaInput.h"
 
 #include <QTimer>
 #include <QtEndian>
