@@ -13,7 +13,6 @@
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "platform/Folders.h"
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 #include "shell/LanguageFiles.h"
 

@@ -8,7 +8,6 @@
 #include "kit/CadreDesign.h"
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 #include "platform/Values.h"
 #include "platform/widgets/QtDialogs.h"

@@ -2,7 +2,7 @@
 
 #include "codecs/WavDecoding.h"
 #include "codecs/read/MediaReader.h"
-#include "platform/MemoryChecked.h"
+#include "platform/FileFailure.h"
 
 extern "C" {
 #include <libavformat/avformat.h>

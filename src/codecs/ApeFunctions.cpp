@@ -5,10 +5,10 @@
 #include "codecs/ape/Decode.h"
 #include "codecs/ape/Encode.h"
 #include "codecs/read/MediaReader.h"
-#include "codecs/tagging/Id3Block.h"
+#include "codecs/tagging/Id3v1.h"
 #include "codecs/tagging/SimpleTags.h"
+#include "platform/FileFailure.h"
 #include "platform/InputFile.h"
-#include "platform/MemoryChecked.h"
 
 #include <limits>
 

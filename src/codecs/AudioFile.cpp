@@ -3,12 +3,11 @@
 #include "codecs/mp3/LameLibrary.h"
 #include "codecs/read/MediaReader.h"
 #include "codecs/vorbis/VorbisWriter.h"
-#include "codecs/wav/WavHeader.h"
-#include "codecs/wma/WmaFormats.h"
+#include "codecs/wav/WavWriter.h"
+#include "codecs/wma/WmaWriter.h"
 #include "codecs/write/FileWriting.h"
-#include "codecs/write/OutputFormat.h"
 #include "platform/Failure.h"
-#include "platform/MemoryChecked.h"
+#include "platform/FileFailure.h"
 
 namespace Sonmira {
 

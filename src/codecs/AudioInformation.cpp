@@ -1,10 +1,9 @@
 #include "codecs/AudioInformation.h"
 
 #include "codecs/tagging/FileAccount.h"
-#include "codecs/tagging/GenreNames.h"
+#include "codecs/tagging/Id3v1.h"
 #include "codecs/tagging/TaggedFile.h"
 #include "platform/FileFailure.h"
-#include "platform/MemoryChecked.h"
 #include "platform/NativePath.h"
 #include "platform/SafeRewrite.h"
 

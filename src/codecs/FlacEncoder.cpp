@@ -4,8 +4,8 @@
 #include "codecs/flac/FlacHeader.h"
 #include "codecs/read/PcmReader.h"
 #include "codecs/sound/OrderedJobs.h"
-#include "platform/CHandle.h"
-#include "platform/MemoryChecked.h"
+#include "platform/FileFailure.h"
+#include "platform/Handles.h"
 #include "platform/OutputFile.h"
 
 #include <algorithm>

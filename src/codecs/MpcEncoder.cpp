@@ -1,12 +1,11 @@
 #include "codecs/MpcEncoder.h"
 
 #include "codecs/WavDecoding.h"
-#include "codecs/mpc/MpcStream.h"
+#include "codecs/mpc/MpcReader.h"
 #include "codecs/read/PcmReader.h"
-#include "codecs/wav/WavHeader.h"
+#include "codecs/wav/WavWriter.h"
 #include "platform/ChildProcess.h"
 #include "platform/FileFailure.h"
-#include "platform/MemoryChecked.h"
 #include "platform/NativePath.h"
 #include "platform/OutputFile.h"
 

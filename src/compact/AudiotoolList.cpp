@@ -1,7 +1,7 @@
 #include "compact/AudiotoolList.h"
 
 #include "library/widgets/ReportList.h"
-#include "platform/widgets/DroppedFiles.h"
+#include "platform/widgets/DesktopSignals.h"
 
 #include <QDropEvent>
 #include <QHeaderView>

@@ -9,8 +9,8 @@
 #include "engine/TempWav.h"
 #include "engine/Transcoder.h"
 #include "platform/Failure.h"
+#include "platform/FileIdentity.h"
 #include "platform/FileRemoval.h"
-#include "platform/FileStamp.h"
 #include "platform/Paths.h"
 
 namespace Sonmira {

@@ -5,7 +5,7 @@
 #include "engine/DriverRules.h"
 #include "engine/Statements.h"
 #include "engine/TempWav.h"
-#include "platform/FileStamp.h"
+#include "platform/FileIdentity.h"
 
 namespace Sonmira {
 

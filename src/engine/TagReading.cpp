@@ -3,7 +3,7 @@
 #include "engine/RunState.h"
 #include "engine/RunView.h"
 #include "platform/Failure.h"
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
 

@@ -6,7 +6,7 @@
 #include "engine/RunView.h"
 #include "engine/TagWriting.h"
 #include "platform/Failure.h"
-#include "platform/FileStamp.h"
+#include "platform/FileIdentity.h"
 #include "platform/Values.h"
 #include "shell/LanguageFiles.h"
 

@@ -1,7 +1,7 @@
 #include "platform/ChildProcess.h"
 
 #include "platform/Failure.h"
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 
 #include <QStandardPaths>
 

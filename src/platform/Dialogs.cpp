@@ -1,6 +1,6 @@
 #include "platform/Dialogs.h"
 
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 
 #include <cstdio>
 

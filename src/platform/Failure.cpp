@@ -1,6 +1,6 @@
 #include "platform/Failure.h"
 
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 
 #include <limits>
 

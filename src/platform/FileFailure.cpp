@@ -1,6 +1,6 @@
 #include "platform/FileFailure.h"
 
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 
 #include <cerrno>
 #include <system_error>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Descriptor.h"
 #include "platform/FileIdentity.h"
+#include "platform/Handles.h"
 
 #include <QByteArray>
 #include <QStringView>

@@ -5,13 +5,24 @@
 
 class QUrl;
 
+namespace Sonmira {
+
+// Text is wide inside the system and narrow (UTF-8) at every border. A byte that is no valid UTF-8
+// travels inside as the lone surrogate U+DC80 to U+DCFF (0xDC00 | byte) and goes out unchanged, so
+// that any byte sequence makes the round trip.
+
+QByteArray ToNarrow(QStringView text);
+QString FromNarrow(QByteArrayView bytes);
+
+// Whether the text came from bytes that are no valid UTF-8, that is, holds a lone surrogate.
+bool HoldsRawBytes(QStringView text);
+
 // The only place where a path changes between its two forms.
 //
 // Inside, a path is backslash-separated text. Outside, it is the bytes that the file system knows:
 // "/" and "\" swap; a literal backslash of a native name is U+F05C inside; the root of the file system
 // is "Z:\" inside, so that it never equals the key of the tree's root; a drive prefix ("Z:") is dropped
 // on the way out; a "/" that a user typed counts as a separator.
-namespace Sonmira {
 
 QByteArray ToNative(QStringView path);
 QString FromNative(QByteArrayView bytes);

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QString>
+#include <QStringView>
 
 #include <functional>
 #include <vector>
 
-// The running processes, as far as they are ours to end: those of this user that run this very program.
 namespace Sonmira {
+
+// The running processes, as far as they are ours to end: those of this user that run this very program.
 
 struct RunningProcess {
     QString Name;  // file name of the executable
@@ -23,5 +25,12 @@ struct ProcessFunctions {
 
 // A test replaces the functions to stay alive.
 ProcessFunctions& Processes();
+
+// Ends the program at once: no window closes, nothing is saved, no destructor runs.
+[[noreturn]] void EndProcessNow(int code);
+
+// Holds a name on this machine until the program ends, so that another program (an installer, say) can see
+// that this one runs. Never waits; whether somebody else holds the name already is nobody's concern.
+void CreateNamedMutex(QStringView name);
 
 }  // namespace Sonmira

@@ -1,6 +1,5 @@
 #include "platform/ShellLaunch.h"
 
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 
 #include <fcntl.h>

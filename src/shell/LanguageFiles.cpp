@@ -5,10 +5,9 @@
 #include "platform/FileBytes.h"
 #include "platform/FileSearch.h"
 #include "platform/Folders.h"
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 #include "platform/Paths.h"
-#include "platform/ProcessEnd.h"
+#include "platform/Processes.h"
 
 namespace Sonmira {
 

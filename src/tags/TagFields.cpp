@@ -1,7 +1,7 @@
 #include "tags/TagFields.h"
 
 #include "codecs/AudioInformation.h"
-#include "codecs/tagging/GenreNames.h"
+#include "codecs/tagging/Id3v1.h"
 #include "platform/Clock.h"
 #include "platform/Failure.h"
 #include "platform/Values.h"

@@ -1,5 +1,5 @@
 #include "Conversion.h"
-#include "codecs/sound/Resampler.h"
+#include "codecs/sound/StreamConverter.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>

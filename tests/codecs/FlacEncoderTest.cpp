@@ -1,6 +1,6 @@
 #include "Conversion.h"
 #include "codecs/FlacEncoder.h"
-#include "codecs/flac/FlacFrame.h"
+#include "codecs/flac/FlacSegment.h"
 #include "platform/Failure.h"
 #include "support/Tool.h"
 

@@ -1,5 +1,5 @@
 #include "codecs/AudioFile.h"
-#include "codecs/write/OutputFormat.h"
+#include "codecs/write/FileWriting.h"
 
 #include <gtest/gtest.h>
 

@@ -5,7 +5,7 @@
 #include "codecs/FlacEncoder.h"
 #include "codecs/MpcDecoder.h"
 #include "codecs/MpcEncoder.h"
-#include "codecs/wav/WavHeader.h"
+#include "codecs/wav/WavWriter.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

@@ -1,7 +1,7 @@
 #include "LostSound.h"
 #include "codecs/FlacDecoder.h"
 #include "codecs/FlacEncoder.h"
-#include "codecs/read/MediaFormats.h"
+#include "codecs/read/MediaInput.h"
 
 #include <gtest/gtest.h>
 

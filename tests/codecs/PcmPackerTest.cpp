@@ -1,5 +1,5 @@
+#include "codecs/sound/AudioBlock.h"
 #include "codecs/sound/PcmPacker.h"
-#include "codecs/sound/Samples.h"
 #include "support/TestAudio.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // The check that compares the parts of a tag before and after a save.
-#include "codecs/tagging/RawFields.h"
+#include "codecs/tagging/TagValues.h"
 
 #include <gtest/gtest.h>
 

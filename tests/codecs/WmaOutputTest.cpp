@@ -1,5 +1,5 @@
 #include "Conversion.h"
-#include "codecs/wma/WmaFormats.h"
+#include "codecs/wma/WmaWriter.h"
 #include "platform/Failure.h"
 #include "support/Sanitized.h"
 #include "support/Tool.h"

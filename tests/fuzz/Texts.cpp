@@ -3,9 +3,8 @@
 #include "FuzzTarget.h"
 #include "codecs/mp3/Mp3Parameters.h"
 #include "platform/Failure.h"
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
-#include "platform/ProfileText.h"
+#include "platform/ProfileFile.h"
 #include "shell/LanguageFiles.h"
 #include "support/TestFolder.h"
 

@@ -1,4 +1,4 @@
-#include "platform/NamedMutex.h"
+#include "platform/Processes.h"
 #include "support/TestFolder.h"
 
 #include <QString>

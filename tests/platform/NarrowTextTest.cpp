@@ -1,4 +1,4 @@
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,3 @@
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 
 #include <QUrl>

@@ -1,4 +1,4 @@
-#include "platform/ProcessEnd.h"
+#include "platform/Processes.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

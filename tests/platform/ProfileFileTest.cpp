@@ -1,4 +1,4 @@
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 #include "platform/ProfileFile.h"
 #include "support/TestFolder.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/ape/ApeFormat.h"
-#include "codecs/ape/FrameGroup.h"
+#include "codecs/ape/ApeWork.h"
 #include "platform/InputFile.h"
 
 #include <memory>

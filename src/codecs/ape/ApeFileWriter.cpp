@@ -1,6 +1,6 @@
 #include "codecs/ape/ApeFileWriter.h"
 
-#include "codecs/sound/LittleEndianBytes.h"
+#include "codecs/sound/PcmPacker.h"
 #include "platform/Failure.h"
 
 #include <QtEndian>

@@ -3,8 +3,8 @@
 #include "codecs/read/MediaReader.h"
 #include "codecs/sound/PcmPacker.h"
 #include "codecs/sound/StreamConverter.h"
-#include "codecs/wav/WavHeader.h"
 #include "codecs/wav/WavLayout.h"
+#include "codecs/wav/WavWriter.h"
 #include "platform/InputFile.h"
 
 #include <cstring>

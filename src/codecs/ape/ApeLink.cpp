@@ -1,7 +1,6 @@
 #include "codecs/ape/ApeLink.h"
 
 #include "codecs/read/MediaInput.h"
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 
 #include <algorithm>

@@ -2,10 +2,9 @@
 
 #include "codecs/ape/ApeFileReader.h"
 #include "codecs/ape/ApeLink.h"
-#include "codecs/ape/FrameDecoder.h"
+#include "codecs/ape/FrameCoding.h"
 #include "codecs/read/MediaReader.h"
-#include "codecs/sound/LittleEndianBytes.h"
-#include "codecs/wav/WavHeader.h"
+#include "codecs/sound/PcmPacker.h"
 #include "codecs/wav/WavLayout.h"
 #include "codecs/wav/WavWriter.h"
 #include "platform/Failure.h"

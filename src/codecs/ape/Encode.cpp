@@ -1,7 +1,7 @@
 #include "codecs/ape/Encode.h"
 
 #include "codecs/ape/ApeFileWriter.h"
-#include "codecs/ape/FrameEncoder.h"
+#include "codecs/ape/FrameCoding.h"
 #include "platform/Failure.h"
 
 namespace Sonmira {

@@ -1,15 +1,14 @@
 #include "codecs/ape/Kernels.h"
 
-#include "codecs/ape/KernelTables.h"
-
-#if defined(__x86_64__)
 #include <cpuid.h>
-#endif
 
 #include <cstring>
 #include <vector>
 
 namespace Sonmira {
+
+#if defined(__x86_64__)
+#endif
 
 #if defined(__x86_64__)
 namespace {

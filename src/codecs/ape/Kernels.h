@@ -5,9 +5,10 @@
 
 #include <span>
 
+namespace Sonmira {
+
 // The inner loops, once for each instruction set. All give the same numbers: in every case those of the
 // portable ones, which follow the format's description word by word.
-namespace Sonmira {
 
 struct ApeKernels {
     const char* Name;
@@ -27,5 +28,16 @@ struct ApeKernels {
 // All that this machine can run, the portable ones first and the fastest last.
 std::span<const ApeKernels* const> AvailableApeKernels();
 const ApeKernels& BestApeKernels();
+
+// The kernels of each instruction set, for Kernels.cpp, which chooses.
+
+extern const ApeKernels PortableApeKernels;
+#if defined(__x86_64__)
+extern const ApeKernels Sse2ApeKernels;
+extern const ApeKernels Avx2ApeKernels;
+#endif
+
+// After a chunk: moves the newest groups to where the next chunk looks for what came before it.
+void KeepApeHistory(ApeFilterLanes& state, std::size_t steps);
 
 }  // namespace Sonmira

@@ -1,6 +1,5 @@
 // The kernels as the format is described, lane by lane: what all others are held against.
 #include "codecs/ape/ApeFormat.h"
-#include "codecs/ape/KernelTables.h"
 #include "codecs/ape/Kernels.h"
 #include "codecs/ape/ResidualCoding.h"
 

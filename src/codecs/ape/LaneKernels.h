@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/ape/KernelTables.h"
+#include "codecs/ape/Kernels.h"
 
 // The kernels over vectors of eight 32-bit lanes, or four. `Vector` belongs to the file that includes this,
 // which is compiled for one instruction set; hence the namespace without a name.

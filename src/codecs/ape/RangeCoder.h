@@ -1,13 +1,17 @@
 #pragma once
 
+#include "codecs/ape/ApeFormat.h"
+
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
+namespace Sonmira {
+
 // State of the range coder of one frame, and where its numbers come from or go to. The coding itself is in
 // ResidualCoding.h, which is compiled once for each instruction set.
-namespace Sonmira {
 
 // Which lanes of a step a frame codes, in that order.
 struct ApeCodedLanes {
@@ -52,5 +56,20 @@ struct ApeRangeDecoder {
     // Begins at the coder's first byte, of which at least 8 must be readable.
     void Start(const ApeCodedLanes& lanes, const std::uint8_t* in);
 };
+
+// Tables that stand for the divisions of the entropy coder.
+
+// For every divisor n below the count: value * ApeReciprocals[n] >> ApeReciprocalShift(n) is value / n,
+// exact for values up to 2^31.
+inline constexpr std::uint32_t ApeReciprocalCount = 65536;
+extern const std::array<std::uint32_t, ApeReciprocalCount> ApeReciprocals;
+
+constexpr unsigned ApeReciprocalShift(std::uint32_t divisor) {
+    return 31 + static_cast<unsigned>(std::bit_width(divisor - 1));
+}
+
+// The last symbol that starts at or before the group of places (of 65536) that a place lies in.
+inline constexpr int ApeSymbolAtShift = 4;
+extern const std::array<std::uint8_t, (65536 >> ApeSymbolAtShift)> ApeSymbolAt;
 
 }  // namespace Sonmira

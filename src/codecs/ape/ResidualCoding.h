@@ -2,7 +2,6 @@
 
 #include "codecs/ape/ApeFormat.h"
 #include "codecs/ape/RangeCoder.h"
-#include "codecs/ape/Reciprocals.h"
 
 #include <bit>
 #include <cstring>

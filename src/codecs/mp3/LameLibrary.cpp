@@ -1,9 +1,9 @@
 #include "codecs/mp3/LameLibrary.h"
 
-#include "codecs/sound/Samples.h"
-#include "platform/CHandle.h"
+#include "codecs/sound/AudioBlock.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
+#include "platform/Handles.h"
 #include "platform/NativePath.h"
 
 #include <dlfcn.h>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/mp3/LameLibrary.h"
-#include "codecs/sound/SoundWriter.h"
+#include "codecs/sound/SoundReader.h"
 
 namespace Sonmira {
 

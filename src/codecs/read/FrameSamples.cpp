@@ -1,6 +1,6 @@
 #include "codecs/read/FrameSamples.h"
 
-#include "platform/CHandle.h"
+#include "platform/Handles.h"
 
 #include <algorithm>
 #include <type_traits>

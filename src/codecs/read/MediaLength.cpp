@@ -2,8 +2,8 @@
 
 #include "codecs/read/MediaInput.h"
 #include "codecs/read/SoundDecoder.h"
-#include "platform/CHandle.h"
 #include "platform/EventLoop.h"
+#include "platform/Handles.h"
 
 #include <QByteArray>
 #include <QList>

@@ -1,6 +1,6 @@
 #include "codecs/sound/PcmPacker.h"
 
-#include "codecs/sound/Samples.h"
+#include "codecs/sound/AudioBlock.h"
 
 #include <algorithm>
 #include <bit>

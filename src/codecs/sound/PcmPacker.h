@@ -2,7 +2,10 @@
 
 #include "codecs/sound/AudioBlock.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace Sonmira {
@@ -27,6 +30,18 @@ private:
     int Bits;
     bool Dithering = false;
     std::uint32_t SamplesDithered = 0;
+};
+
+// Bytes of a file's header, put together field by field.
+class LittleEndianBytes {
+public:
+    void Name(std::string_view name) {
+        for (const char c : name) Bytes.push_back(static_cast<std::byte>(c));
+    }
+    void Number(std::uint64_t value, int bytes) {
+        for (int i = 0; i < bytes; ++i) Bytes.push_back(static_cast<std::byte>(value >> (8 * i)));
+    }
+    std::vector<std::byte> Bytes;
 };
 
 }  // namespace Sonmira

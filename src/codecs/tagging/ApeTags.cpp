@@ -1,9 +1,7 @@
-#include "codecs/tagging/ApeTags.h"
-
 #include "codecs/tagging/ApeItems.h"
-#include "codecs/tagging/ApeTagCheck.h"
 #include "codecs/tagging/Id3v1Values.h"
 #include "codecs/tagging/TagProperties.h"
+#include "codecs/tagging/TaggedFile.h"
 
 namespace Sonmira {
 

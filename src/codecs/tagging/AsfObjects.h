@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codecs/tagging/RawFields.h"
 #include "codecs/tagging/TagStream.h"
+#include "codecs/tagging/TagValues.h"
 
 #include <QString>
 

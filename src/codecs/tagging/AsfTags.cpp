@@ -1,7 +1,6 @@
-#include "codecs/tagging/AsfTags.h"
-
 #include "codecs/tagging/AsfObjects.h"
 #include "codecs/tagging/TagProperties.h"
+#include "codecs/tagging/TaggedFile.h"
 #include "platform/Failure.h"
 
 #include <algorithm>

@@ -1,9 +1,8 @@
 #include "codecs/tagging/FileAccount.h"
 
 #include "codecs/read/MediaInput.h"
-#include "codecs/tagging/ApeTagCheck.h"
-#include "platform/CHandle.h"
-#include "platform/NarrowText.h"
+#include "codecs/tagging/ApeItems.h"
+#include "platform/Handles.h"
 #include "platform/NativePath.h"
 
 #include <QCryptographicHash>

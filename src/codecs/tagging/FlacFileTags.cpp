@@ -1,11 +1,9 @@
-#include "codecs/tagging/FlacFileTags.h"
-
-#include "codecs/tagging/FlacBlocks.h"
-#include "codecs/tagging/Id3Block.h"
+#include "codecs/tagging/Id3v1.h"
 #include "codecs/tagging/Id3v1Values.h"
-#include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
+#include "codecs/tagging/Id3v2Parsing.h"
 #include "codecs/tagging/TagProperties.h"
+#include "codecs/tagging/TaggedFile.h"
 #include "codecs/tagging/VorbisComments.h"
 #include "platform/Failure.h"
 

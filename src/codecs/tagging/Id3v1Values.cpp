@@ -1,6 +1,6 @@
 #include "codecs/tagging/Id3v1Values.h"
 
-#include "codecs/tagging/GenreNames.h"
+#include "codecs/tagging/Id3v1.h"
 #include "codecs/tagging/TagProperties.h"
 
 #include <id3v1tag.h>

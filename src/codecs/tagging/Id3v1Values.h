@@ -1,6 +1,5 @@
 #pragma once
 
-#include "codecs/tagging/RawFields.h"
 #include "codecs/tagging/TagStream.h"
 #include "codecs/tagging/TagValues.h"
 

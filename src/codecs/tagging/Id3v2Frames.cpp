@@ -1,7 +1,6 @@
 #include "codecs/tagging/Id3v2Frames.h"
 
 #include "codecs/tagging/Id3v2Parsing.h"
-#include "codecs/tagging/Id3v2Texts.h"
 #include "codecs/tagging/TagProperties.h"
 #include "platform/Failure.h"
 

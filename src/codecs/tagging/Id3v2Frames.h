@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/tagging/RawFields.h"
+#include "codecs/tagging/TagValues.h"
 
 #include <tpropertymap.h>
 

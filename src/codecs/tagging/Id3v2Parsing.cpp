@@ -1,8 +1,106 @@
 #include "codecs/tagging/Id3v2Parsing.h"
 
+#include "codecs/tagging/TagProperties.h"
+#include "platform/Failure.h"
+#include "platform/NativePath.h"
+
+#include <QString>
+
 #include <algorithm>
+#include <string_view>
 
 namespace Sonmira {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr char LatinNumber = static_cast<char>(Id3v2Text::Latin);
+constexpr char MarkedNumber = static_cast<char>(Id3v2Text::Marked);
+constexpr char BigEndianNumber = static_cast<char>(Id3v2Text::BigEndian);
+constexpr char Utf8Number = static_cast<char>(Id3v2Text::Utf8);
+
+bool IsWide(char encoding) {
+    return encoding == MarkedNumber || encoding == BigEndianNumber;
+}
+
+bool HasMark(const QByteArray& bytes) {
+    return bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+}
+
+// Most letters have a zero in their high byte.
+bool LooksLittleEndian(const QByteArray& bytes) {
+    qsizetype low = 0;
+    qsizetype high = 0;
+    for (qsizetype at = 0; at + 1 < bytes.size(); at += 2) {
+        low += bytes[at] == '\0' ? 1 : 0;
+        high += bytes[at + 1] == '\0' ? 1 : 0;
+    }
+    return high >= low;
+}
+
+QByteArray Marked(const QByteArray& bytes) {
+    if (bytes.size() < 2 || HasMark(bytes)) return bytes;
+    return (LooksLittleEndian(bytes) ? "\xFF\xFE" : "\xFE\xFF") + bytes;
+}
+
+// Where the NUL stands that ends the first text.
+qsizetype EndOf(const QByteArray& bytes, char encoding) {
+    if (!IsWide(encoding)) return bytes.indexOf('\0');
+    for (qsizetype at = 0; at + 1 < bytes.size(); at += 2) {
+        if (bytes[at] == '\0' && bytes[at + 1] == '\0') return at;
+    }
+    return -1;
+}
+
+}  // namespace
+
+TagLib::String DecodeId3v2(const QByteArray& bytes, char encoding) {
+    if (!IsWide(encoding)) {
+        if (encoding == Utf8Number) return FromFileText(bytes);
+        return {bytes.toStdString(), TagLib::String::Latin1};
+    }
+    const QByteArray marked = encoding == BigEndianNumber ? "\xFE\xFF" + bytes : Marked(bytes);
+    return {TagLib::ByteVector(marked.constData(), static_cast<unsigned>(marked.size())),
+            TagLib::String::UTF16};
+}
+
+QByteArray EncodeId3v2(const TagLib::String& text, Id3v2Text encoding) {
+    const TagLib::ByteVector bytes = text.data(static_cast<TagLib::String::Type>(encoding));
+    return {bytes.data(), static_cast<qsizetype>(bytes.size())};
+}
+
+Id3v2Text Id3v2EncodingFor(const TagLib::StringList& texts, int version, bool withoutLatin) {
+    bool isLatin = !withoutLatin;
+    for (const TagLib::String& text : texts) isLatin = isLatin && text.isLatin1();
+    if (isLatin) return Id3v2Text::Latin;
+    return version < 4 ? Id3v2Text::Marked : Id3v2Text::Utf8;
+}
+
+QList<QByteArray> SplitId3v2(const QByteArray& bytes, char encoding) {
+    QList<QByteArray> texts;
+    QByteArray left = bytes;
+    for (auto parted = FirstOfId3v2(left, encoding); parted; parted = FirstOfId3v2(left, encoding)) {
+        texts.append(parted->first);
+        left = parted->second;
+    }
+    if (!left.isEmpty() || texts.isEmpty()) texts.append(left);
+    return texts;
+}
+
+std::optional<std::pair<QByteArray, QByteArray>> FirstOfId3v2(const QByteArray& bytes, char encoding) {
+    const qsizetype end = EndOf(bytes, encoding);
+    if (end < 0) return {};
+    return std::pair(bytes.first(end), bytes.sliced(end + (IsWide(encoding) ? 2 : 1)));
+}
+
+QByteArray RepairedId3v2Text(const QByteArray& content) {
+    if (content.isEmpty()) return content;
+    const QByteArray text = content.sliced(1);
+    if (content[0] == MarkedNumber) return content.first(1) + Marked(text);
+    if (content[0] == Utf8Number && HoldsRawBytes(FromNarrow(text))) return LatinNumber + text;
+    return content;
+}
 
 namespace {
 
@@ -127,6 +225,65 @@ std::optional<Id3v2Reading> ReadId3v2(const QByteArray& tag) {
         }
     }
     return best;
+}
+
+namespace {
+
+// Frames with frames in them; books have some hundred chapters.
+constexpr int MostChapters = 1000;
+
+// The frames of the first version that have a name today, four letters each.
+constexpr std::string_view FirstVersion =
+    "BUF CNT COM CRA EQU ETC GEO GP1 IPL MCI MLL MVI MVN PCS PIC POP REV RVA SLT STC TAL TBP TCM TCO TCP TCR "
+    "TCT "
+    "TDA TDR TDS TDY TEN TFT TID TIM TKE TLA TLE TMT TOA TOF TOL TOR TOT TP1 TP2 TP3 TP4 TPA TPB TRC TRD TRK "
+    "TS2 "
+    "TSA TSC TSI TSP TSS TST TT1 TT2 TT3 TXT TXX TYE UFI ULT WAF WAR WAS WCM WCP WFD WPB WXX";
+
+// Frames that some libraries drop.
+constexpr std::string_view LostByTheLibrary = "EQU RVA TDA TIM TSI EQUA RVAD TRDA TSIZ";
+
+[[noreturn]] void Refuse() {
+    throw Failure(FailureNumber::Component, u"The tag holds parts that a save would lose"_s);
+}
+
+void CheckKind(const Id3v2Frame& frame, int version, FrameKeeping keeping) {
+    const std::string_view name(frame.Id.constData(), static_cast<std::size_t>(frame.Id.size()));
+    const bool isLibraryAlone = keeping == FrameKeeping::OfTheLibraryAlone;
+    if (version < 3 && FirstVersion.find(name) == std::string_view::npos) Refuse();
+    if (isLibraryAlone && LostByTheLibrary.find(name) != std::string_view::npos) Refuse();
+    if (version < 3) return;
+    // Marked for programs that do not know such a frame.
+    const int marked = version == 3 ? 0x80 : 0x40;
+    if (isLibraryAlone && (ByteAt(frame.Bytes, 8) & marked) != 0) Refuse();
+    // Encrypted frames and those of a group hang together with others.
+    const int flags = ByteAt(frame.Bytes, 9);
+    const int apart = version == 3 ? 0x40 | 0x20 : 0x40 | 0x04;
+    if ((flags & apart) != 0) Refuse();
+}
+
+}  // namespace
+
+bool IsBottomless(const QByteArray& tag) {
+    return tag.count("CHAP") + tag.count("CTOC") > MostChapters;
+}
+
+void CheckFramesAreKept(const QByteArray& tag, FrameKeeping keeping) {
+    if (tag.size() < Id3v2HeadSize || tag.size() != Id3v2Size(tag)) Refuse();
+    const auto reading = ReadId3v2(tag);
+    if (!reading) Refuse();
+    for (const Id3v2Frame& frame : reading->Frames) CheckKind(frame, ByteAt(tag, 3), keeping);
+}
+
+void CheckSoundFollows(const QByteArray& behind) {
+    const auto at = std::find_if(behind.begin(), behind.end(), [](char c) { return c != '\0'; });
+    const QByteArray next = behind.sliced(at - behind.begin());
+    const auto byte = [&](qsizetype place) { return place < next.size() ? ByteAt(next, place) : 0; };
+    const bool isSynchronised = (byte(0) == 0xFF || byte(0) == 0x56) && (byte(1) & 0xE0) == 0xE0;
+    constexpr const char* Marks[] = {"TAG", "APETAGEX", "LYRICSBEGIN", "ADIF", "RIFF", "fLaC"};
+    const bool isKnown = std::any_of(std::begin(Marks), std::end(Marks),
+                                     [&](const char* mark) { return next.startsWith(mark); });
+    if (!next.isEmpty() && !isSynchronised && !isKnown) Refuse();
 }
 
 }  // namespace Sonmira

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "codecs/tagging/RawFields.h"
+#include "codecs/tagging/TagStream.h"
+#include "codecs/tagging/TagValues.h"
 
 #include <tpropertymap.h>
 
@@ -28,5 +29,13 @@ private:
 
 // The name of a free-form item: "----:", who meant it, and what it is called.
 QByteArray Mp4FreeName(const QByteArray& item);
+
+// How the atoms of an MP4 file lie in each other. The tag library believes every size and count in them.
+enum class Mp4Sizes {
+    Fit,
+    DoNotFit,  // can be read, but not be written
+    TooDeep    // take all of the stack or of the time
+};
+Mp4Sizes SizesOf(TagStream& file);
 
 }  // namespace Sonmira

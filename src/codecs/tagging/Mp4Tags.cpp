@@ -1,8 +1,6 @@
-#include "codecs/tagging/Mp4Tags.h"
-
 #include "codecs/tagging/Mp4Items.h"
-#include "codecs/tagging/Mp4Sizes.h"
-#include "codecs/tagging/PropertyTags.h"
+#include "codecs/tagging/TagProperties.h"
+#include "codecs/tagging/TaggedFile.h"
 #include "platform/Failure.h"
 
 #include <mp4atom.h>

@@ -1,9 +1,8 @@
-#include "codecs/tagging/MpegTags.h"
-
 #include "codecs/tagging/Id3v1Values.h"
-#include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
-#include "codecs/tagging/PropertyTags.h"
+#include "codecs/tagging/Id3v2Parsing.h"
+#include "codecs/tagging/TagProperties.h"
+#include "codecs/tagging/TaggedFile.h"
 #include "platform/Failure.h"
 
 #include <id3v2framefactory.h>

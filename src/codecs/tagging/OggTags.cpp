@@ -1,6 +1,5 @@
-#include "codecs/tagging/OggTags.h"
-
-#include "codecs/tagging/PropertyTags.h"
+#include "codecs/tagging/TagProperties.h"
+#include "codecs/tagging/TaggedFile.h"
 #include "codecs/tagging/VorbisComments.h"
 #include "platform/Failure.h"
 

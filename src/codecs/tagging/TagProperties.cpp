@@ -1,8 +1,8 @@
 #include "codecs/tagging/TagProperties.h"
 
-#include "codecs/tagging/GenreNames.h"
+#include "codecs/tagging/Id3v1.h"
 #include "platform/Failure.h"
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 
 #include <algorithm>
 #include <limits>

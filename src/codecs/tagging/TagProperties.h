@@ -1,12 +1,14 @@
 #pragma once
 
-#include "codecs/tagging/RawFields.h"
+#include "codecs/tagging/TagStream.h"
 #include "codecs/tagging/TagValues.h"
+#include "codecs/tagging/TaggedFile.h"
 
 #include <tpropertymap.h>
 
-// The fields of a tag against the named properties that the tag library has for most formats.
 namespace Sonmira {
+
+// The fields of a tag against the named properties that the tag library has for most formats.
 
 // Keys that a format spells in a way of its own.
 inline constexpr const char* YearKey = "DATE";
@@ -35,5 +37,34 @@ TagLib::PropertyMap ChangesTo(const TagLib::PropertyMap& properties, const TagVa
 TagLib::PropertyMap Changed(TagLib::PropertyMap properties, const TagLib::PropertyMap& changes);
 
 TagEdits EditsOf(const TagLib::PropertyMap& changes);
+
+// A file of the library over a stream of ours, and the end of its saves. `Arguments` are what that kind of
+// file wants between the stream and the properties of the sound, which nobody here asks for.
+template <class Library>
+class LibraryFile : public TaggedFile {
+public:
+    template <class... Arguments>
+    explicit LibraryFile(const QByteArray& file, Arguments... arguments)
+        : Stream(file), File(&Stream, arguments..., false) {}
+
+    bool IsValid() { return File.isValid(); }
+
+protected:
+    bool Saved(bool isSaved) const {
+        Stream.CheckWrites();
+        return isSaved;
+    }
+
+    TagStream Stream;
+    Library File;
+};
+
+// Opens the file as one of that kind; null where it is none.
+template <class Tagged, class... Arguments>
+std::unique_ptr<TaggedFile> TryOpen(const QByteArray& file, Arguments... arguments) {
+    auto tagged = std::make_unique<Tagged>(file, arguments...);
+    if (!tagged->IsValid()) return nullptr;
+    return tagged;
+}
 
 }  // namespace Sonmira

@@ -1,14 +1,7 @@
 #include "codecs/tagging/TaggedFile.h"
 
-#include "codecs/tagging/ApeTags.h"
-#include "codecs/tagging/AsfTags.h"
-#include "codecs/tagging/FlacFileTags.h"
-#include "codecs/tagging/Id3v2Check.h"
-#include "codecs/tagging/Mp4Tags.h"
-#include "codecs/tagging/MpegTags.h"
-#include "codecs/tagging/OggTags.h"
+#include "codecs/tagging/Id3v2Parsing.h"
 #include "codecs/tagging/TagStream.h"
-#include "codecs/tagging/WavTags.h"
 
 #include <algorithm>
 

@@ -1,10 +1,9 @@
-#include "codecs/tagging/WavTags.h"
-
-#include "codecs/tagging/Id3v2Check.h"
 #include "codecs/tagging/Id3v2Frames.h"
-#include "codecs/tagging/PropertyTags.h"
+#include "codecs/tagging/Id3v2Parsing.h"
+#include "codecs/tagging/TagProperties.h"
+#include "codecs/tagging/TaggedFile.h"
 #include "codecs/tagging/WavList.h"
-#include "codecs/wav/RiffChunks.h"
+#include "codecs/wav/WavLayout.h"
 #include "platform/Failure.h"
 
 #include <id3v2tag.h>

@@ -1,6 +1,6 @@
 #include "codecs/vorbis/VorbisWriter.h"
 
-#include "codecs/sound/Samples.h"
+#include "codecs/sound/AudioBlock.h"
 #include "platform/Failure.h"
 
 #include <vorbis/codec.h>

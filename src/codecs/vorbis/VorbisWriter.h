@@ -1,6 +1,6 @@
 #pragma once
 
-#include "codecs/sound/SoundWriter.h"
+#include "codecs/sound/SoundReader.h"
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 #include "codecs/wav/WavLayout.h"
 
-#include "codecs/wav/WavHeader.h"
+#include "codecs/wav/WavWriter.h"
 #include "platform/InputFile.h"
 
 #include <QtEndian>
@@ -8,6 +8,20 @@
 #include <algorithm>
 
 namespace Sonmira {
+
+BytesReader BytesReaderOf(const InputFile& file) {
+    return [&file](qint64 position, qsizetype count) { return BytesAt(file, position, count); };
+}
+
+std::optional<RiffChunk> RiffChunks::Next() {
+    constexpr int most = 1000;
+    if (Count++ >= most) return {};
+    const QByteArray head = Read(At, HeadSize);
+    if (head.size() < HeadSize) return {};
+    RiffChunk chunk{head.first(4), At + HeadSize, qFromLittleEndian<quint32>(head.constData() + 4)};
+    At = chunk.Next();
+    return chunk;
+}
 
 namespace {
 

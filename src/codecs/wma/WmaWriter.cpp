@@ -1,10 +1,11 @@
 #include "codecs/wma/WmaWriter.h"
 
-#include "codecs/sound/Samples.h"
-#include "platform/CHandle.h"
+#include "codecs/sound/AudioBlock.h"
 #include "platform/Failure.h"
+#include "platform/Handles.h"
 
 #include <algorithm>
+#include <array>
 
 extern "C" {
 #include <libavcodec/avcodec.h>
@@ -15,6 +16,28 @@ extern "C" {
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Rate, channels, kbit a second. New ones could only be added at the end.
+constexpr std::array<WmaFormat, WmaFormatCount> Formats = {{
+    {8000, 1, 24},   {8000, 1, 32},   {8000, 2, 24},   {8000, 2, 32},   {11025, 1, 24},  {11025, 1, 32},
+    {11025, 2, 32},  {11025, 2, 48},  {16000, 1, 24},  {16000, 1, 32},  {16000, 1, 48},  {16000, 2, 32},
+    {16000, 2, 48},  {16000, 2, 64},  {22050, 1, 24},  {22050, 1, 32},  {22050, 1, 48},  {22050, 1, 64},
+    {22050, 2, 32},  {22050, 2, 48},  {22050, 2, 64},  {22050, 2, 80},  {22050, 2, 96},  {32000, 1, 32},
+    {32000, 1, 48},  {32000, 1, 64},  {32000, 2, 48},  {32000, 2, 64},  {32000, 2, 80},  {32000, 2, 96},
+    {32000, 2, 128}, {44100, 1, 48},  {44100, 1, 64},  {44100, 1, 80},  {44100, 1, 96},  {44100, 1, 128},
+    {44100, 2, 48},  {44100, 2, 56},  {44100, 2, 64},  {44100, 2, 80},  {44100, 2, 96},  {44100, 2, 112},
+    {44100, 2, 128}, {44100, 2, 160}, {44100, 2, 192}, {44100, 2, 256}, {44100, 2, 320}, {48000, 2, 96},
+    {48000, 2, 128}, {48000, 2, 192}, {48000, 2, 320},
+}};
+
+}  // namespace
+
+std::optional<WmaFormat> WmaFormatOf(int number) {
+    if (number < 1 || number > WmaFormatCount) return {};
+    return Formats[static_cast<std::size_t>(number) - 1];
+}
 
 namespace {
 

@@ -1,13 +1,32 @@
 #pragma once
 
-#include "codecs/sound/BlockWorker.h"
+#include "codecs/mp3/Mp3Writer.h"
+#include "codecs/sound/OrderedJobs.h"
 #include "codecs/sound/StreamConverter.h"
-#include "codecs/write/OutputFormat.h"
+#include "codecs/vorbis/VorbisWriter.h"
+#include "codecs/wav/WavWriter.h"
+#include "codecs/wma/WmaWriter.h"
 #include "platform/OutputFile.h"
 
+#include <QString>
+
 #include <optional>
+#include <variant>
 
 namespace Sonmira {
+
+// The formats that the audio file object writes.
+
+using OutputFormat = std::variant<PcmFormat, Mp3Format, VorbisFormat, WmaFormat>;
+
+// The rate and the channels that its sound has.
+StreamFormat StreamOf(const OutputFormat& format);
+
+// One line for people, such as "PCM 44100 Hz, Stereo, 16 bits".
+QString TextOf(const OutputFormat& format);
+
+// Fails when the encoder of that format cannot be had.
+std::unique_ptr<SoundWriter> MakeSoundWriter(const OutputFormat& format);
 
 // One output file from its creation to its end. Blocks are brought to the format's rate and channels on the
 // caller's thread and encoded on a worker, which begins with the first block. The first failure ends the

@@ -7,7 +7,7 @@
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
 #include "platform/Paths.h"
-#include "platform/widgets/DroppedFiles.h"
+#include "platform/widgets/DesktopSignals.h"
 
 #include <QDragEnterEvent>
 #include <QHelpEvent>

@@ -1,9 +1,14 @@
 #include "platform/widgets/DesktopSignals.h"
 
+#include "platform/NativePath.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDropEvent>
 #include <QFile>
 #include <QGuiApplication>
+#include <QMimeData>
+#include <QUrl>
 #include <QVariantMap>
 
 namespace Sonmira {
@@ -61,6 +66,23 @@ void InstallDesktopSignals(const QString& program) {
     Desktop().Notify = [program](const QString& title, const QString& text) {
         TellUser(program, title, text);
     };
+}
+
+void AcceptFiles(QDropEvent& drag) {
+    if (!drag.mimeData()->hasUrls()) return;
+    drag.setDropAction(Qt::CopyAction);
+    drag.accept();
+}
+
+QStringList DroppedPaths(QDropEvent& drop) {
+    QStringList paths;
+    for (const QUrl& url : drop.mimeData()->urls()) {
+        const QString path = PathFromUrl(url);
+        if (!path.isEmpty()) paths.append(path);
+    }
+    drop.setDropAction(Qt::CopyAction);
+    drop.accept();
+    return paths;
 }
 
 }  // namespace Sonmira

@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
+
+class QDropEvent;
 
 namespace Sonmira {
 
@@ -23,5 +26,11 @@ DesktopSignals& Desktop();
 // From now on the desktop is told over the session's bus. `program` is the name of the program's desktop
 // entry without its ending, which is also the name of its icon.
 void InstallDesktopSignals(const QString& program);
+
+// Takes a drag that carries files, and no other. Nothing is ever moved away from where it comes.
+void AcceptFiles(QDropEvent& drag);
+
+// Takes a drop and gives the inner paths of its files, in their order; what is no local file is left out.
+QStringList DroppedPaths(QDropEvent& drop);
 
 }  // namespace Sonmira

@@ -2,7 +2,6 @@
 
 #include "platform/Dialogs.h"
 #include "platform/FileSearch.h"
-#include "platform/NarrowText.h"
 #include "platform/NativePath.h"
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/Failure.h"
-#include "platform/NarrowText.h"
+#include "platform/NativePath.h"
 #include "shell/widgets/FailureReport.h"
 
 #include <QObject>

@@ -2,7 +2,7 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"
-#include "platform/ProcessEnd.h"
+#include "platform/Processes.h"
 #include "platform/Values.h"
 
 namespace Sonmira {

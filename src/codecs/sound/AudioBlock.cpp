@@ -1,4 +1,4 @@
-#include "codecs/sound/Samples.h"
+#include "codecs/sound/AudioBlock.h"
 
 #include <algorithm>
 

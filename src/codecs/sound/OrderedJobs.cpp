@@ -1,4 +1,4 @@
-#include "codecs/sound/BlockWorker.h"
+#include "codecs/sound/OrderedJobs.h"
 
 namespace Sonmira {
 

@@ -1,4 +1,4 @@
-#include "codecs/tagging/RawFields.h"
+#include "codecs/tagging/TagValues.h"
 
 #include <algorithm>
 

@@ -1,11 +1,27 @@
-#include "codecs/tagging/Id3Block.h"
+#include "codecs/tagging/Id3v1.h"
 
 #include "codecs/sound/Id3v2Head.h"
 #include "platform/InputFile.h"
 
+#include <id3v1genres.h>
+#include <id3v1tag.h>
+
+#include <algorithm>
 #include <cstring>
 
 namespace Sonmira {
+
+QString GenreName(int index) {
+    if (index < 0 || index >= GenreCount) return {};
+    return QString::fromStdString(TagLib::ID3v1::genre(index).to8Bit(true));
+}
+
+int GenreIndexOf(const QString& name) {
+    for (int index = 0; index < GenreCount; ++index) {
+        if (GenreName(index).compare(name, Qt::CaseInsensitive) == 0) return index;
+    }
+    return -1;
+}
 
 namespace {
 
