@@ -25,10 +25,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int FilesToConvertLine = 10;
-constexpr int AlreadyThereLine = 45;
-constexpr int ClearQuestionLine = 51;
-
 QString DurationText(double seconds) {
     return seconds > 0 ? MinutesAndSeconds(seconds) + u":00"_s : u"-"_s;
 }
@@ -49,7 +45,7 @@ void TellCannotAdd(const QString& path) {
 void Audiotool::AddFileToList(const QString& path) {
     AudiotoolRows& rows = Controls.ListViewFiles->Rows();
     if (rows.Holds(path)) {
-        Dialogs().ShowMessage(LanguageLines[AlreadyThereLine] + u"\n\n"_s + ShownPath(path),
+        Dialogs().ShowMessage(LanguageLines[LanguageLine::AlreadyInList] + u"\n\n"_s + ShownPath(path),
                               MessageIcon::Warning, u"Sonmira"_s);
         return;
     }
@@ -74,7 +70,7 @@ void Audiotool::RenumberRows() {
 }
 
 void Audiotool::UpdateFilesCount() {
-    Controls.LabelFilesToConvert->setText(LanguageLines[FilesToConvertLine] + u": "_s +
+    Controls.LabelFilesToConvert->setText(LanguageLines[LanguageLine::FilesToConvert] + u": "_s +
                                           PlainNumber(Controls.ListViewFiles->Rows().Count()));
 }
 
@@ -135,7 +131,7 @@ void Audiotool::DeleteSelectedRows() {
 void Audiotool::ClearList_Click() {
     AudiotoolRows& rows = Controls.ListViewFiles->Rows();
     if (!InputsFree() || rows.Count() == 0) return;
-    if (!Dialogs().AskYesNo(LanguageLines[ClearQuestionLine], u"Sonmira"_s)) return;
+    if (!Dialogs().AskYesNo(LanguageLines[LanguageLine::ClearQuestion], u"Sonmira"_s)) return;
     rows.Clear();
     ProgressBars.UnloadAllButFirst();
     UpdateFilesCount();

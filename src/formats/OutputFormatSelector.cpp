@@ -27,8 +27,6 @@ constexpr int PlainFrequency = 44100;
 constexpr int PlainChannels = 2;
 constexpr int PlainKilobits = 128;
 
-constexpr int FolderDialogTitleLine = 18;
-
 }  // namespace
 
 OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, RunState& run)
@@ -110,7 +108,7 @@ void OutputFormatSelector::CheckOutPath_Click() {
 }
 
 void OutputFormatSelector::CmdSelectPath_Click() {
-    const QString folder = BrowseForFolder(LanguageLines[FolderDialogTitleLine]);
+    const QString folder = BrowseForFolder(LanguageLines[LanguageLine::ChooseFolder]);
     if (!folder.isEmpty()) Panel.TextOutPath->SetText(folder);
 }
 

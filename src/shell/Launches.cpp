@@ -15,8 +15,7 @@ namespace {
 // The domain is reserved for examples: whoever publishes the program puts the real host here.
 constexpr QStringView Host = u"https://sonmira.example";
 
-// The line by which a language file says which language it is, and what the French file has there.
-constexpr int LanguageMarkerLine = 93;
+// What the French file has as its own name.
 constexpr QStringView FrenchMarker = u"Français";
 
 // The place of French in the language menu.
@@ -44,7 +43,7 @@ void OpenQuestions() {
 }
 
 void OpenHomePage() {
-    OpenPage(LanguageLines[LanguageMarkerLine] == FrenchMarker ? u"/" : u"/indexEn.html");
+    OpenPage(LanguageLines[LanguageLine::LanguageName] == FrenchMarker ? u"/" : u"/indexEn.html");
 }
 
 QString EncoderPage() {

@@ -24,14 +24,6 @@ constexpr TagCaptionNames CaptionNames = {u"Label8",  u"Label3",  u"Label5",  u"
                                           u"Label1",  u"Label18", u"Label20", u"Label17", u"Label15",
                                           u"Label16", u"Label19", u"Label22"};
 
-// Lines of the language file.
-constexpr int FilesLine = 26;
-constexpr int FoldersLine = 27;
-constexpr int Frame2Line = 28;
-constexpr int Frame1Line = 29;
-constexpr int FirstCaptionLine = 30;
-constexpr int SaveLine = 43;
-
 }  // namespace
 
 TagEditorial::TagEditorial(QWidget* owner)
@@ -66,12 +58,12 @@ TagEditorial::TagEditorial(QWidget* owner)
 }
 
 void TagEditorial::Form_Load() {
-    Explorer1->SetCaptions(LanguageLines[FilesLine], LanguageLines[FoldersLine]);
-    Frame2->setTitle(LanguageLines[Frame2Line]);
-    Frame1->setTitle(LanguageLines[Frame1Line]);
-    int line = FirstCaptionLine;
+    Explorer1->SetCaptions(LanguageLines[LanguageLine::Filename], LanguageLines[LanguageLine::Folders]);
+    Frame2->setTitle(LanguageLines[LanguageLine::AudioInformation]);
+    Frame1->setTitle(LanguageLines[LanguageLine::TagVersion]);
+    int line = LanguageLine::Title;
     for (QLabel* caption : Fields->Captions) caption->setText(LanguageLines[line++]);
-    Command1->setText(LanguageLines[SaveLine]);
+    Command1->setText(LanguageLines[LanguageLine::Save]);
     Fields->AddGenres();
     Information.SetTagKind(1);
     Fields->ApplyTagKind(Information.TagKind());

@@ -30,8 +30,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int FolderDialogTitleLine = 18;
-
 // In this size every caption has its whole text, in each of the languages.
 constexpr QSize UsualSize(1080, 700);
 
@@ -103,7 +101,7 @@ void BatchConverter::addfile_Click() {
 
 void BatchConverter::adddirectory_Click() {
     if (!InputsFree()) return;
-    const QString path = BrowseForFolder(LanguageLines[FolderDialogTitleLine]);
+    const QString path = BrowseForFolder(LanguageLines[LanguageLine::ChooseFolder]);
     if (!path.isEmpty()) AddFolder(path);
 }
 

@@ -2,7 +2,7 @@
 
 #include "formats/OutputPanel.h"
 #include "library/widgets/FileList.h"
-#include "shell/LanguageFiles.h"
+#include "shell/widgets/LanguageTargets.h"
 #include "tags/TagMemory.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/TabStrip.h"
@@ -17,98 +17,103 @@
 
 namespace Sonmira {
 
-namespace {
-
-// Places of fields whose captions are set out of the row.
-constexpr std::size_t EncodedByPlace = 11;
-
-void CaptionTagFields(TagPanelForm& page) {
-    const LanguageTable& line = LanguageLines;
-    // The captions in the order of the fields; the album's is none of them and stays as it was designed.
-    struct Target {
-        std::size_t Place;
-        int Line;
-    };
-    static constexpr Target Targets[] = {{0, 30}, {1, 31},  {EncodedByPlace, 32},
-                                         {3, 33}, {4, 34},  {5, 35},
-                                         {6, 36}, {7, 37},  {8, 38},
-                                         {9, 39}, {10, 40}, {12, 42}};
-    for (const Target& target : Targets) page.Fields->Captions[target.Place]->setText(line[target.Line]);
-    page.Fields->Captions[EncodedByPlace]->setText(line[41]);
-}
-
-}  // namespace
-
 void ApplyLanguage(const QString& path, BatchConverterForm& form) {
+    using namespace LanguageLine;
     LoadLanguageFile(path);
-    const LanguageTable& line = LanguageLines;
 
-    // Captions 4 and 7 go to separators, so that buttons 3 and 6 keep their design captions.
-    form.ToolbarButton(1)->setText(line[12]);
-    form.ToolbarButton(2)->setText(line[1]);
-    form.ToolbarButton(4)->setText(line[55]);
-    form.ToolbarButton(7)->setText(line[22]);
-    form.ToolbarButton(8)->setText(line[7]);
-    form.ToolbarButton(5)->setText(line[23]);
-    form.SSTab1->setTabText(0, line[19]);
-    form.SSTab1->setTabText(1, line[5]);
+    const auto toolTip = [](QAction* button) {
+        return [button](const QString& text) { button->setToolTip(text); };
+    };
+    const auto tab = [&form](int index) {
+        return [&form, index](const QString& text) { form.SSTab1->setTabText(index, text); };
+    };
+    const auto header = [&form](FileListModel::Column column) {
+        return [&form, column](const QString& text) { form.ListViewFiles->Rows().SetHeader(column, text); };
+    };
+    const OutputPanel& output = *form.Picture9;
+    const TagMemory& memory = *form.TagPage.Picture4;
+    const auto& captions = form.TagPage.Fields->Captions;
 
-    form.file->setTitle(line[0]);
-    form.addfile->setText(line[1]);
-    form.Quit->setText(line[21]);
-    form.Quit->setText(line[2]);
-    form.Options->setTitle(line[3]);
-    form.Languer->setTitle(line[4]);
-    form.acceptWma->setText(line[6]);
-    form.Informations->setTitle(line[7]);
-    form.Homepage->setText(line[8]);
-    form.about->setText(line[9]);
-    form.Label31->setText(line[10]);
-    form.Label2->setText(line[11]);
-    form.mynew->setText(line[12]);
-    form.Picture9->Label11->setText(line[13]);
-    form.Picture9->CheckOutPath->setText(line[14]);
-    form.Picture9->Label5->setText(line[15]);
-    form.Picture9->Label6->setText(line[16]);
-    form.Picture9->Label7->setText(line[17]);
-    form.Label26->setText(line[19]);
-    form.cancel->setText(line[22]);
-    form.ConvertAll->setText(line[23]);
-    form.removefromlist->setText(line[25]);
-    form.TagPage.Frame1->setTitle(line[29]);
-    CaptionTagFields(form.TagPage);
-    form.TagPage.Command3->setText(line[43]);
-    form.aide->setText(line[49]);
-
-    TagMemory& memory = *form.TagPage.Picture4;
-    for (std::size_t n = 0; n < memory.Label24.size(); ++n) {
-        memory.Label24[n]->setText(line[30 + static_cast<int>(n)]);
-    }
-    form.TagPage.ToolbarButton(5)->setToolTip(line[22]);
-    form.TagPage.ToolbarButton(7)->setToolTip(line[43]);
-    memory.Label23->setText(line[71]);
-    form.TagPage.ToolbarButton(1)->setToolTip(line[68]);
-    form.TagPage.ToolbarButton(2)->setToolTip(line[69]);
-    form.TagPage.ToolbarButton(3)->setToolTip(line[70]);
-
-    form.adddirectory->setText(line[55]);
-    form.Picture9->Check2->setText(line[56]);
-    form.Label28->setText(line[57]);
-    form.Label1->setText(line[58]);
-    form.Label27->setText(line[60]);
-    form.Label32->setText(line[0] + u':');
-    form.StopImg->setToolTip(line[63]);
-    form.StopImg->setAccessibleName(line[63]);
-    form.ConvertSlection->setText(line[64]);
-    form.convertnoww->setText(line[64]);
-    form.playfilemenu->setText(line[65]);
-    form.playfile->setText(line[65]);
-    form.ActionMenu->setTitle(line[67]);
-    form.OpenDirectory->setText(line[72]);
-    FileListModel& rows = form.ListViewFiles->Rows();
-    rows.SetHeader(FileListModel::TrackColumn, line[61]);
-    rows.SetHeader(FileListModel::FilenameColumn, line[26]);
-    rows.SetHeader(FileListModel::ProgressColumn, line[74]);
+    WriteLines({
+        // Captions 4 and 7 go to separators, so that buttons 3 and 6 keep their design captions.
+        {New, form.ToolbarButton(1)},
+        {AddFile, form.ToolbarButton(2)},
+        {AddFolder, form.ToolbarButton(4)},
+        {Cancel, form.ToolbarButton(7)},
+        {Information, form.ToolbarButton(8)},
+        {ConvertAll, form.ToolbarButton(5)},
+        {ConversionInformation, tab(0)},
+        {TagInformation, tab(1)},
+        {File, form.file},
+        {AddFile, form.addfile},
+        {Quit, form.Quit},
+        {Close, form.Quit},
+        {Options, form.Options},
+        {Language, form.Languer},
+        {AcceptWma, form.acceptWma},
+        {Information, form.Informations},
+        {HomePage, form.Homepage},
+        {About, form.about},
+        {FilesToConvert, form.Label31},
+        {Files, form.Label2},
+        {New, form.mynew},
+        {OutputConfiguration, output.Label11},
+        {BesideOriginal, output.CheckOutPath},
+        {OutputPath, output.Label5},
+        {OutputFormat, output.Label6},
+        {FormatParameter, output.Label7},
+        {ConversionInformation, form.Label26},
+        {Cancel, form.cancel},
+        {ConvertAll, form.ConvertAll},
+        {RemoveFromList, form.removefromlist},
+        {TagVersion, form.TagPage.Frame1},
+        // The album's own caption is no target and stays as it was designed.
+        {Title, captions[0]},
+        {Artists, captions[1]},
+        {Album, captions[11]},
+        {Genre, captions[3]},
+        {GenreText, captions[4]},
+        {Copyright, captions[5]},
+        {Year, captions[6]},
+        {TrackNumber, captions[7]},
+        {Comment, captions[8]},
+        {Composer, captions[9]},
+        {Url, captions[10]},
+        {OriginalArtist, captions[12]},
+        {EncodedBy, captions[11]},
+        {Save, form.TagPage.Command3},
+        {Help, form.aide},
+    });
+    int line = Title;
+    for (QLabel* caption : memory.Label24) caption->setText(LanguageLines[line++]);
+    WriteLines({
+        {Cancel, toolTip(form.TagPage.ToolbarButton(5))},
+        {Save, toolTip(form.TagPage.ToolbarButton(7))},
+        {TagInMemory, memory.Label23},
+        {CopyTag, toolTip(form.TagPage.ToolbarButton(1))},
+        {PasteTag, toolTip(form.TagPage.ToolbarButton(2))},
+        {ShowTag, toolTip(form.TagPage.ToolbarButton(3))},
+        {AddFolder, form.adddirectory},
+        {RemoveOriginal, output.Check2},
+        {Folder, form.Label28},
+        {FolderCount, form.Label1},
+        {Duration, form.Label27},
+        {File, [&form](const QString& text) { form.Label32->setText(text + u':'); }},
+        {SkipFile,
+         [&form](const QString& text) {
+             form.StopImg->setToolTip(text);
+             form.StopImg->setAccessibleName(text);
+         }},
+        {ConvertSelection, form.ConvertSlection},
+        {ConvertSelection, form.convertnoww},
+        {PlayFile, form.playfilemenu},
+        {PlayFile, form.playfile},
+        {Action, form.ActionMenu},
+        {OpenFolder, form.OpenDirectory},
+        {TrackColumn, header(FileListModel::TrackColumn)},
+        {Filename, header(FileListModel::FilenameColumn)},
+        {Progress, header(FileListModel::ProgressColumn)},
+    });
     form.CaptionsChanged();
 }
 

@@ -14,8 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int TitleLine = 1;
-
 QString FolderWithoutBackslash(const QString& path) {
     const QString folder = FolderOf(path);
     // A root keeps its backslash: without it, it would be the name of a drive's current folder.
@@ -25,7 +23,7 @@ QString FolderWithoutBackslash(const QString& path) {
 
 void AskAndAdd(const std::function<void(const QString& path)>& add) {
     OpenDialogRequest request;
-    request.Title = LanguageLines[TitleLine];
+    request.Title = LanguageLines[LanguageLine::AddFile];
     request.Filter = AudioFileFilter();
     request.StartFolder = ReadIniValue(SettingsFile, u"OpenFile"_s, u"INITDIR"_s);
     if (request.StartFolder.isEmpty()) request.StartFolder = ProgramFolder();

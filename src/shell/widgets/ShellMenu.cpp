@@ -16,15 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int WmaSupportMessageLine = 48;
-
 void acceptWma_Click(QAction& acceptWma) {
     WithFailureBox([&] {
         const bool wanted = ReadIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s) != u"True";
         WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, FlagText(wanted));
         acceptWma.setChecked(wanted);
         // Encoder, decoder and format list stay as they are until the next start.
-        Dialogs().ShowMessage(LanguageLines[WmaSupportMessageLine], MessageIcon::Information, u"Sonmira"_s);
+        Dialogs().ShowMessage(LanguageLines[LanguageLine::AfterRestart], MessageIcon::Information,
+                              u"Sonmira"_s);
     });
 }
 
