@@ -61,16 +61,18 @@ public:
     }
     void ClearRows() override { Rows.clear(); }
     int AddRow() override;
-    void SetRowText(int row, const QString& text) override { At(row).Text = text; }
+    void SetRowNumber(int row, int number) override { At(row).Text = RowNumberText(number); }
     void SetRowName(int row, const QString& name) override { At(row).Name = name; }
-    void SetRowProgress(int row, const QString& text) override;
-    QString RowProgress(int row) const override;
+    void SetRowPercent(int row, int percent) override { SetRowProgress(row, PercentText(percent)); }
+    void SetRowFailure(int row, std::optional<RowFailure> reason) override {
+        SetRowProgress(row, FailureText(reason));
+    }
     void SetRowIcon(int row, QStringView icon) override { At(row).Icon = icon.toString(); }
     void ScrollToRow(int /*row*/) override {}
-    void ShowCount(const QString& text) override { Count = text; }
-    void ShowFolder(const QString& text) override { Folder = text; }
-    void ShowFileName(const QString& text) override { FileName = text; }
-    void ShowDuration(const QString& text) override { Duration = text; }
+    void ShowCount(int done, int total) override { Count = CountText(done, total); }
+    void ShowFolder(const QString& path) override { Folder = path; }
+    void ShowFileName(const QString& name) override { FileName = name; }
+    void ClearDuration() override { Duration.clear(); }
     void ShowProgress(int percent) override { Progress = percent; }
     void ShowTrashed(int files, qint64 bytes) override {
         TrashedFiles = files;
@@ -90,6 +92,8 @@ public:
     void ShowFileCount(int count) override { FileCount = count; }
 
 private:
+    void SetRowProgress(int row, const QString& text);
+    QString RowProgress(int row) const override;
     Row& At(int row);
 
     QSet<QString> Keys;

@@ -1,5 +1,6 @@
 #include "compact/AudiotoolRows.h"
 
+#include "engine/RunView.h"
 #include "kit/Icons.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
@@ -66,7 +67,7 @@ int AudiotoolRows::columnCount(const QModelIndex& parent) const {
 QVariant AudiotoolRows::TextOf(const Row& row, int position, int column) const {
     switch (column) {
         case PositionColumn:
-            return FormatNumber(position, u"###000") + u'.';
+            return RowNumberText(position);
         case NameColumn:
             return ShownName(FileNameOf(row.Path));
         case DurationColumn:

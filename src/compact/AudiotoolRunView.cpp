@@ -11,13 +11,6 @@ namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int CurrentFileLine = 20;
-constexpr int WmaFailureLine = 46;
-
-}  // namespace
-
 AudiotoolRunView::AudiotoolRunView(AudiotoolForm& form, std::function<void(bool enabled)> lockInputs)
     : PanelRunView(*form.Output), Form(form), LockInputs(std::move(lockInputs)) {}
 
@@ -47,12 +40,12 @@ void AudiotoolRunView::ScrollToRow(int row) {
     Form.ListViewFiles->ScrollToRow(row);
 }
 
-void AudiotoolRunView::ShowCount(const QString& text) {
-    Form.LabelCounterFiles->setText(text);
+void AudiotoolRunView::ShowCount(int done, int total) {
+    Form.LabelCounterFiles->setText(CountText(done, total));
 }
 
-void AudiotoolRunView::ShowFileName(const QString& text) {
-    Form.LabelCurrentFile->setText(LanguageLines[CurrentFileLine] + ShownName(text));
+void AudiotoolRunView::ShowFileName(const QString& name) {
+    Form.LabelCurrentFile->setText(LanguageLines[LanguageLine::CurrentFile] + ShownName(name));
 }
 
 // The bar of the row in hand is the bar of the run.
@@ -66,7 +59,7 @@ void AudiotoolRunView::ShowProgress(int percent) {
 
 void AudiotoolRunView::ShowWmaStageFailure() {
     // The one box of this window that has another title, which it has always had.
-    Dialogs().ShowMessage(LanguageLines[WmaFailureLine], MessageIcon::Warning, u"Sonmira Cutter"_s);
+    Dialogs().ShowMessage(LanguageLines[LanguageLine::WmaFailed], MessageIcon::Warning, u"Sonmira Cutter"_s);
 }
 
 }  // namespace Sonmira

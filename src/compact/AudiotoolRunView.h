@@ -23,17 +23,19 @@ public:
 
     void ClearRows() override;
     int AddRow() override { return RowInHand; }
-    void SetRowText(int /*row*/, const QString& /*text*/) override {}
+    void SetRowNumber(int /*row*/, int /*number*/) override {}
     void SetRowName(int /*row*/, const QString& /*name*/) override {}
-    void SetRowProgress(int row, const QString& text) override;
-    QString RowProgress(int row) const override;
+    void SetRowPercent(int row, int percent) override { SetRowProgress(row, PercentText(percent)); }
+    void SetRowFailure(int row, std::optional<RowFailure> reason) override {
+        SetRowProgress(row, FailureText(reason));
+    }
     void SetRowIcon(int row, QStringView icon) override;
     void ScrollToRow(int row) override;
 
-    void ShowCount(const QString& text) override;
-    void ShowFolder(const QString& /*text*/) override {}
-    void ShowFileName(const QString& text) override;
-    void ShowDuration(const QString& /*text*/) override {}
+    void ShowCount(int done, int total) override;
+    void ShowFolder(const QString& /*path*/) override {}
+    void ShowFileName(const QString& name) override;
+    void ClearDuration() override {}
     void ShowProgress(int percent) override;
     void ShowWmaStageFailure() override;
 
@@ -42,6 +44,9 @@ public:
     void SetPanelTag(const PanelTag& tag) override { Panel = tag; }
 
 private:
+    void SetRowProgress(int row, const QString& text);
+    QString RowProgress(int row) const override;
+
     AudiotoolForm& Form;
     std::function<void(bool)> LockInputs;
     int RowInHand = 0;

@@ -9,8 +9,6 @@
 
 namespace Sonmira {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr int TextWidth = 52;
@@ -34,9 +32,7 @@ void RowBar::Show(const RowState& state) {
           : state.Icon == ConvertedIcon ? Stage::Converted
                                         : Stage::AtWork;
     setValue(Now == Stage::Converted ? maximum() : state.Percent);
-    Shown = Now == Stage::Failed    ? state.Progress
-            : Now == Stage::Waiting ? QString()
-                                    : u"%1 %"_s.arg(value());
+    Shown = Now == Stage::Failed ? state.Progress : Now == Stage::Waiting ? QString() : PercentText(value());
     setAccessibleDescription(Shown);
     update();
 }

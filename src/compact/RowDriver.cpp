@@ -10,8 +10,6 @@
 
 namespace Sonmira {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // One file alone shows its name here, too.
@@ -61,7 +59,7 @@ void RowDriver::Begin() {
 bool RowDriver::Convert(RecordSteps& steps, int row) {
     View.TakeRow(row);
     View.ShowProgress(0);  // what an earlier attempt left
-    View.ShowCount(PlainNumber(row) + u" / "_s + PlainNumber(Rows.Count()));
+    View.ShowCount(row, Rows.Count());
     const ConversionRecord record = RecordOf(Rows.Path(row));
     const auto setStem = [this](Destination& target) {
         // As late as this, because the list of qualities stays free during a run.

@@ -11,24 +11,15 @@ namespace Sonmira {
 
 namespace {
 
-// Lines of the language file.
-constexpr int FileNotFoundLine = 95;
-constexpr int GeneralFailureLine = 96;
-constexpr int WmaUnreadableLine = 97;
-constexpr int AacUnreadableLine = 98;
-constexpr int OtherUnreadableLine = 99;
-constexpr int WmaUnsupportedLine = 100;
-
-void Reject(RunState& run, RunView& view, const QString& path, const QString& message) {
-    view.SetRowProgress(run.CurrentItem, LanguageLines[GeneralFailureLine]);
+void Reject(RunState& run, RunView& view, const QString& path, std::optional<RowFailure> reason) {
+    view.SetRowFailure(run.CurrentItem, RowFailure::General);
     run.FileError = true;
-    QString reason = message;
     if (EndsInUpper(path, u"WMA")) {
-        reason = LanguageLines[run.WmaSupported ? WmaUnreadableLine : WmaUnsupportedLine];
+        reason = run.WmaSupported ? RowFailure::WmaUnreadable : RowFailure::WmaUnsupported;
     } else if (EndsInUpper(path, u"AAC")) {
-        reason = LanguageLines[AacUnreadableLine];
+        reason = RowFailure::AacUnreadable;
     }
-    view.SetRowProgress(run.CurrentItem, reason);
+    view.SetRowFailure(run.CurrentItem, reason);
 }
 
 // The length in whole seconds of what a decoder of its own reads; nothing where that is no matter.
@@ -56,19 +47,23 @@ constexpr double TooShort = 1;
 }  // namespace
 
 bool CheckInputFile(RunState& run, RunView& view, Components parts, const QString& path) {
-    QString message;
+    std::optional<RowFailure> reason;
+    const auto because = [&reason](RowFailure failure) {
+        FailureText(failure);  // fails where the language has none
+        reason = failure;
+    };
     const bool readable = PassOver([&] {
         // Inside, so that a language without the line refuses the file and does not end the run.
-        message = LanguageLines[OtherUnreadableLine];
+        because(RowFailure::OtherUnreadable);
         if (FindFirstName(path, SearchFor::VisibleFiles).isEmpty()) {
-            message = LanguageLines[FileNotFoundLine];
+            because(RowFailure::FileNotFound);
             throw Failure(FailureNumber::FileNotFound);
         }
         if (IsStreamReadable(path)) parts.FileRenc.OpenForRead(path);
         const std::optional<double> duration = TestedDuration(parts, path);
         if (duration && *duration <= TooShort) throw Failure(FailureNumber::Component);
     });
-    if (!readable) Reject(run, view, path, message);
+    if (!readable) Reject(run, view, path, reason);
     return readable;
 }
 

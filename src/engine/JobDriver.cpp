@@ -16,7 +16,7 @@ namespace Sonmira {
 using namespace Qt::StringLiterals;
 
 void JobDriver::ShowCount() {
-    View.ShowCount(PlainNumber(FilesDone) + u" / "_s + PlainNumber(Items.FileCount));
+    View.ShowCount(FilesDone, Items.FileCount);
 }
 
 void JobDriver::RunAllConversions() {

@@ -6,31 +6,18 @@
 
 namespace Sonmira {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 int Percent(qint32 done, qint32 total) {
     return static_cast<int>(RoundHalfEven(static_cast<double>(done) / total * 100));
 }
 
-QString PercentText(int percent) {
-    return PlainNumber(percent) + u" %"_s;
-}
-
 // Encoders write the bar and the row together, and only where the row's text changes.
 void ShowEncoding(RunState& run, RunView& view, int percent) {
-    if (view.RowProgress(run.CurrentItem) != PercentText(percent)) ShowPercentOfRow(run, view, percent);
+    if (view.UpdateRowPercent(run.CurrentItem, percent)) view.ShowProgress(percent);
 }
 
 }  // namespace
-
-void ShowPercentOfRow(RunState& run, RunView& view, int percent) {
-    view.ShowProgress(percent);
-    const QString text = PercentText(percent);
-    // Compared first, because writing a row costs far more than reading it.
-    if (view.RowProgress(run.CurrentItem) != text) view.SetRowProgress(run.CurrentItem, text);
-}
 
 ProgressEvents::ProgressEvents(RunState& state, RunView& shown, Components watched) : Parts(watched) {
     const auto moveBar = [&run = state, &view = shown](auto& decoder) {

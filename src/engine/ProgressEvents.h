@@ -26,7 +26,4 @@ ApeProgressCallback MakeApeProgress(RunView& view);
 // The same, and it tells a decoder to stop that began after it was told to.
 ApeProgressCallback MakeApeDecodingProgress(RunState& run, RunView& view);
 
-// The bar and the row's text, which is written where it changes only.
-void ShowPercentOfRow(RunState& run, RunView& view, int percent);
-
 }  // namespace Sonmira

@@ -15,13 +15,11 @@
 
 namespace Sonmira {
 
-using namespace Qt::StringLiterals;
-
 void RecordSteps::AddRow(const ConversionRecord& record) {
     Run.CurrentItem = View.AddRow();
-    View.SetRowText(Run.CurrentItem, FormatNumber(Run.CurrentItem, u"###000") + u'.');
+    View.SetRowNumber(Run.CurrentItem, Run.CurrentItem);
     View.SetRowName(Run.CurrentItem, record.Name);
-    View.SetRowProgress(Run.CurrentItem, u"0 %"_s);
+    View.SetRowPercent(Run.CurrentItem, 0);
     View.SetRowIcon(Run.CurrentItem, ConversionIcon);
     View.ScrollToRow(Run.CurrentItem);
 }
@@ -44,7 +42,7 @@ bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem
     Run.CurrentInput = record.Path;
     if (Rules.ShowsFileName) {
         Statement([&] { View.ShowFileName(record.Name); });
-        Statement([&] { View.ShowDuration({}); });
+        Statement([&] { View.ClearDuration(); });
     }
     Statement([&] { AddRow(record); });
 

@@ -1,6 +1,10 @@
 #pragma once
 
+#include "shell/LanguageFiles.h"
+
 #include <QString>
+
+#include <optional>
 
 namespace Sonmira {
 
@@ -8,6 +12,24 @@ namespace Sonmira {
 inline constexpr QStringView ConversionIcon = u"conversion";
 inline constexpr QStringView ConvertedIcon = u"converted";
 inline constexpr QStringView ErrorIcon = u"error";
+
+// Why a row failed: the line of the language file that says so.
+enum class RowFailure {
+    FileNotFound = LanguageLine::FileNotFound,
+    General = LanguageLine::RowFailed,
+    WmaUnreadable = LanguageLine::WmaUnreadable,
+    AacUnreadable = LanguageLine::AacUnreadable,
+    OtherUnreadable = LanguageLine::OtherUnreadable,
+    WmaUnsupported = LanguageLine::WmaUnsupported,
+};
+
+// The texts that a window makes of what it is told. They are made once, at the call: a language that comes
+// later changes no row that is there.
+QString RowNumberText(int number);
+QString PercentText(int percent);
+QString CountText(int done, int total);
+// No reason has no text. Fails with SubscriptOutOfRange where the language has no such line.
+QString FailureText(std::optional<RowFailure> reason);
 
 // The fields of the tag page that a run reads and writes.
 struct PanelTag {
@@ -37,18 +59,22 @@ public:
     // The list of rows. Rows count from 1.
     virtual void ClearRows() = 0;
     virtual int AddRow() = 0;
-    virtual void SetRowText(int row, const QString& text) = 0;
+    virtual void SetRowNumber(int row, int number) = 0;
     virtual void SetRowName(int row, const QString& name) = 0;
-    virtual void SetRowProgress(int row, const QString& text) = 0;
-    virtual QString RowProgress(int row) const = 0;
+    virtual void SetRowPercent(int row, int percent) = 0;
+    // The same where the row shows something else, because writing it costs far more than looking. Returns
+    // whether it was written.
+    bool UpdateRowPercent(int row, int percent);
+    // No reason empties the text. Fails as FailureText does, and then changes nothing.
+    virtual void SetRowFailure(int row, std::optional<RowFailure> reason) = 0;
     virtual void SetRowIcon(int row, QStringView icon) = 0;
     virtual void ScrollToRow(int row) = 0;
 
     // Labels and the bar (0 to 100).
-    virtual void ShowCount(const QString& text) = 0;
-    virtual void ShowFolder(const QString& text) = 0;
-    virtual void ShowFileName(const QString& text) = 0;
-    virtual void ShowDuration(const QString& text) = 0;
+    virtual void ShowCount(int done, int total) = 0;
+    virtual void ShowFolder(const QString& path) = 0;
+    virtual void ShowFileName(const QString& name) = 0;
+    virtual void ClearDuration() = 0;
     virtual void ShowProgress(int percent) = 0;
 
     // At the end of a run: that many sources lie in the trash, with that many bytes. None where nothing went.
@@ -63,6 +89,10 @@ public:
 
     // Lets the event loop run; the only moment at which a stop command can be heard.
     virtual void Yield() = 0;
+
+private:
+    // What the row shows of its progress.
+    virtual QString RowProgress(int row) const = 0;
 };
 
 }  // namespace Sonmira

@@ -13,8 +13,6 @@
 
 namespace Sonmira {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 // No folder lies deeper than its path can be long. Deeper is a walk in a circle, which numbers that are
@@ -24,7 +22,7 @@ constexpr int DeepestFolder = 2048;
 }  // namespace
 
 void SelectionDriver::ShowCount() {
-    View.ShowCount(PlainNumber(Run.SelectionDone) + u" / "_s + PlainNumber(Run.SelectionTotal));
+    View.ShowCount(Run.SelectionDone, Run.SelectionTotal);
 }
 
 void SelectionDriver::CountFilesUnderNode(const QString& key) {

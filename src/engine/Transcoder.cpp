@@ -1,7 +1,6 @@
 #include "engine/Transcoder.h"
 
 #include "engine/OutputName.h"
-#include "engine/ProgressEvents.h"
 #include "engine/RunState.h"
 #include "engine/RunView.h"
 #include "engine/TagWriting.h"
@@ -14,11 +13,7 @@
 
 namespace Sonmira {
 
-using namespace Qt::StringLiterals;
-
 namespace {
-
-constexpr int GeneralFailureLine = 96;
 
 double Divide(double dividend, double divisor) {
     if (divisor == 0) throw Failure(FailureNumber::DivisionByZero);
@@ -48,7 +43,9 @@ bool CopyBlocks(RunState& run, RunView& view, Components components) {
         components.FileWenc.WriteBlock(block);
         position += Divide(static_cast<double>(block.Bytes.size()), static_cast<double>(source.ByteRate()));
         position = std::min(position, streamLength);
-        ShowPercentOfRow(run, view, PercentOf(position, streamLength));
+        const int percent = PercentOf(position, streamLength);
+        view.ShowProgress(percent);
+        view.UpdateRowPercent(run.CurrentItem, percent);
         view.Yield();
     } while (run.Busy);
     return !run.CancelAll;
@@ -79,7 +76,7 @@ void Transcode(RunState& run, RunView& view, Components components, const QStrin
         // Its folder may be gone by now.
         run.OutputIsWhole = !run.CancelAll && StampOf(*output).has_value();
         if (!run.CancelAll) WriteOutputTag(run, view, components, *output);
-        view.SetRowProgress(run.CurrentItem, u"100 %"_s);
+        view.SetRowPercent(run.CurrentItem, 100);
         view.ShowProgress(0);
         return;
     }
@@ -88,7 +85,7 @@ void Transcode(RunState& run, RunView& view, Components components, const QStrin
     PassOver([&] { components.FileRenc.CloseFile(); });
     view.ShowProgress(0);
     view.SetRowIcon(run.CurrentItem, ErrorIcon);
-    view.SetRowProgress(run.CurrentItem, LanguageLines[GeneralFailureLine]);
+    view.SetRowFailure(run.CurrentItem, RowFailure::General);
 }
 
 }  // namespace

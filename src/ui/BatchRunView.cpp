@@ -34,16 +34,20 @@ int BatchRunView::AddRow() {
     return Form.ListViewFiles->Rows().AddRow();
 }
 
-void BatchRunView::SetRowText(int row, const QString& text) {
-    Form.ListViewFiles->Rows().SetText(row, FileListModel::TrackColumn, text);
+void BatchRunView::SetRowNumber(int row, int number) {
+    Form.ListViewFiles->Rows().SetText(row, FileListModel::TrackColumn, RowNumberText(number));
 }
 
 void BatchRunView::SetRowName(int row, const QString& name) {
     Form.ListViewFiles->Rows().SetText(row, FileListModel::FilenameColumn, ShownName(name));
 }
 
-void BatchRunView::SetRowProgress(int row, const QString& text) {
-    Form.ListViewFiles->Rows().SetText(row, FileListModel::ProgressColumn, text);
+void BatchRunView::SetRowPercent(int row, int percent) {
+    Form.ListViewFiles->Rows().SetProgress(row, PercentText(percent), percent);
+}
+
+void BatchRunView::SetRowFailure(int row, std::optional<RowFailure> reason) {
+    Form.ListViewFiles->Rows().SetProgress(row, FailureText(reason), {});
 }
 
 QString BatchRunView::RowProgress(int row) const {
@@ -59,10 +63,9 @@ void BatchRunView::ScrollToRow(int row) {
 }
 
 void BatchRunView::ShowTrashed(int files, qint64 bytes) {
-    constexpr int InTheTrashLine = 101;
     QString text;
     if (files > 0) {
-        text = u"%1: %2 (%3)"_s.arg(LanguageLineOr(InTheTrashLine, u"In the trash"_s))
+        text = u"%1: %2 (%3)"_s.arg(LanguageLineOr(LanguageLine::InTheTrash, u"In the trash"_s))
                    .arg(files)
                    .arg(QLocale().formattedDataSize(bytes));
     }
@@ -71,18 +74,18 @@ void BatchRunView::ShowTrashed(int files, qint64 bytes) {
     if (News != nullptr) News->Trashed(text);
 }
 
-void BatchRunView::ShowCount(const QString& text) {
-    Form.Label29->setText(text);
-    if (News != nullptr) News->Count(text);
+void BatchRunView::ShowCount(int done, int total) {
+    Form.Label29->setText(CountText(done, total));
+    if (News != nullptr) News->Count(done, total);
 }
-void BatchRunView::ShowFolder(const QString& text) {
-    Form.Label30->setText(ShownPath(text));
+void BatchRunView::ShowFolder(const QString& path) {
+    Form.Label30->setText(ShownPath(path));
 }
-void BatchRunView::ShowFileName(const QString& text) {
-    Form.LabelFileName->setText(ShownName(text));
+void BatchRunView::ShowFileName(const QString& name) {
+    Form.LabelFileName->setText(ShownName(name));
 }
-void BatchRunView::ShowDuration(const QString& text) {
-    Form.LabelDuration->setText(text);
+void BatchRunView::ClearDuration() {
+    Form.LabelDuration->clear();
 }
 void BatchRunView::ShowProgress(int percent) {
     Form.mpb->SetValue(percent);

@@ -21,17 +21,17 @@ public:
 
     void ClearRows() override;
     int AddRow() override;
-    void SetRowText(int row, const QString& text) override;
+    void SetRowNumber(int row, int number) override;
     void SetRowName(int row, const QString& name) override;
-    void SetRowProgress(int row, const QString& text) override;
-    QString RowProgress(int row) const override;
+    void SetRowPercent(int row, int percent) override;
+    void SetRowFailure(int row, std::optional<RowFailure> reason) override;
     void SetRowIcon(int row, QStringView icon) override;
     void ScrollToRow(int row) override;
 
-    void ShowCount(const QString& text) override;
-    void ShowFolder(const QString& text) override;
-    void ShowFileName(const QString& text) override;
-    void ShowDuration(const QString& text) override;
+    void ShowCount(int done, int total) override;
+    void ShowFolder(const QString& path) override;
+    void ShowFileName(const QString& name) override;
+    void ClearDuration() override;
     void ShowProgress(int percent) override;
     void ShowTrashed(int files, qint64 bytes) override;
 
@@ -39,6 +39,8 @@ public:
     void SetPanelTag(const PanelTag& tag) override;
 
 private:
+    QString RowProgress(int row) const override;
+
     BatchConverterForm& Form;
     std::function<void(bool)> LockInputs;
     RunNews* News;

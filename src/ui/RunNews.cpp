@@ -1,5 +1,6 @@
 #include "ui/RunNews.h"
 
+#include "engine/RunView.h"
 #include "platform/widgets/DesktopSignals.h"
 #include "shell/LanguageFiles.h"
 
@@ -10,13 +11,6 @@ namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int ConvertedLine = 77;
-constexpr int StoppedLine = 78;
-
-}  // namespace
-
 void RunNews::Begin() {
     Title = Window.windowTitle();
     Clock.start();
@@ -26,9 +20,9 @@ void RunNews::Begin() {
     TrashText.clear();
 }
 
-void RunNews::Count(const QString& count) {
-    Done = count.section(u'/', 0, 0).trimmed().toInt();
-    Total = count.section(u'/', 1, 1).trimmed().toInt();
+void RunNews::Count(int done, int total) {
+    Done = done;
+    Total = total;
     InHand = 0;
     Tell();
 }
@@ -53,9 +47,9 @@ void RunNews::End() {
     Window.setWindowTitle(Title);
     Desktop().HideProgress();
     if (Clock.elapsed() < Long || Window.isActiveWindow()) return;
-    const QString word = Done < Total ? LanguageLineOr(StoppedLine, u"Stopped"_s)
-                                      : LanguageLineOr(ConvertedLine, u"Converted"_s);
-    QString text = u"%1: %2 / %3"_s.arg(word).arg(Done).arg(Total);
+    const QString word = Done < Total ? LanguageLineOr(LanguageLine::Stopped, u"Stopped"_s)
+                                      : LanguageLineOr(LanguageLine::Converted, u"Converted"_s);
+    QString text = word + u": "_s + CountText(Done, Total);
     if (!TrashText.isEmpty()) text += u'\n' + TrashText;
     Desktop().Notify(u"Sonmira"_s, text);
     QApplication::alert(&Window);

@@ -29,9 +29,9 @@ public:
         RunNews& News;
     };
 
-    // Files done and in all, as "3 / 12"; the progress of the one in hand from 0 to 100. Outside a session
-    // nothing is told.
-    void Count(const QString& count);
+    // Files done and in all; the progress of the one in hand from 0 to 100. Outside a session nothing is
+    // told.
+    void Count(int done, int total);
     void Progress(int percent);
     // What went into the trash, for the message at the end.
     void Trashed(const QString& text) { TrashText = text; }

@@ -56,7 +56,7 @@ TEST_F(ProgressEvent, OfAnEncoderMovesTheBarOnlyWhereTheRowGetsANewText) {
 }
 
 TEST_F(ProgressEvent, OfADecoderMovesTheBarAndNeverTheRow) {
-    Host.SetRowProgress(1, u"0 %"_s);
+    Host.SetRowPercent(1, 0);
     const std::function<void()> reports[] = {
         [&] { Parts.AACDecoder1.Progress(40); }, [&] { Parts.FlacCodec1.Progress(40); },
         [&] { Parts.alacdec1.Progress(2, 5); }, [&] { Parts.mpcdecoder1.Progress(5, 2); },

@@ -140,12 +140,12 @@ TEST_F(CollectionRows, TakeNoHarmFromAWriteToOneThatIsGone) {
     BatchRunView view(Form(), [](bool /*enabled*/) {});
     const int row = view.AddRow();
     view.ClearRows();
-    view.SetRowText(row, u"001."_s);
+    view.SetRowNumber(row, 1);
     view.SetRowName(row, u"a.wav"_s);
-    view.SetRowProgress(row, u"7 %"_s);
+    view.SetRowPercent(row, 7);
     view.SetRowIcon(row, u"error");
     view.ScrollToRow(row);
-    EXPECT_EQ(view.RowProgress(row), QString());
+    EXPECT_EQ(Progress(row), QString());
     EXPECT_EQ(Rows().RowCount(), 0);
     EXPECT_EQ(view.AddRow(), 1);
     EXPECT_EQ(Progress(1), QString());

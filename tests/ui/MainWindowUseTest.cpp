@@ -360,24 +360,24 @@ TEST_F(MainWindowUse, ALongRunIsAnnouncedWhereItsWindowIsNotInFront) {
     { const RunNews::Session session(brief); }
     EXPECT_EQ(Messages, QStringList()) << "a short run is no news";
     RunNews news(elsewhere, 0);
-    const auto run = [&](const QString& last) {
+    const auto run = [&](int done) {
         const RunNews::Session session(news);
-        news.Count(u"0 / 3"_s);
+        news.Count(0, 3);
         EXPECT_EQ(elsewhere.windowTitle(), u"0 % - elsewhere"_s);
-        news.Count(last);
+        news.Count(done, 3);
     };
     ASSERT_FALSE(elsewhere.isActiveWindow());
-    run(u"3 / 3"_s);
+    run(3);
     EXPECT_EQ(Messages, QStringList{u"Sonmira|Converted: 3 / 3"_s});
     Messages.clear();
     Window->LanguageItems().Item(2)->trigger();
-    run(u"2 / 3"_s);
+    run(2);
     EXPECT_EQ(Messages, QStringList{u"Sonmira|Angehalten: 2 / 3"_s});
     Messages.clear();
     elsewhere.show();
     elsewhere.activateWindow();
     ASSERT_TRUE(BecomesActive(elsewhere));
-    run(u"3 / 3"_s);
+    run(3);
     EXPECT_EQ(Messages, QStringList()) << "who looks at it sees it";
     EXPECT_EQ(elsewhere.windowTitle(), u"elsewhere"_s);
 }
@@ -386,16 +386,16 @@ TEST_F(MainWindowUse, TheProgressOfARunGoesOverAllItsFiles) {
     QWidget window;
     window.setWindowTitle(u"w"_s);
     RunNews news(window);
-    news.Count(u"1 / 4"_s);
+    news.Count(1, 4);
     EXPECT_EQ(window.windowTitle(), u"w"_s) << "outside a run nothing is told";
     const RunNews::Session session(news);
-    news.Count(u"1 / 4"_s);
+    news.Count(1, 4);
     EXPECT_EQ(window.windowTitle(), u"25 % - w"_s);
     news.Progress(50);
     EXPECT_EQ(window.windowTitle(), u"37 % - w"_s);
     news.Progress(0);
     EXPECT_EQ(window.windowTitle(), u"37 % - w"_s) << "the end of a file is no step back";
-    news.Count(u"2 / 4"_s);
+    news.Count(2, 4);
     EXPECT_EQ(window.windowTitle(), u"50 % - w"_s);
     news.Progress(250);
     EXPECT_EQ(window.windowTitle(), u"75 % - w"_s);

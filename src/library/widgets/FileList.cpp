@@ -48,7 +48,7 @@ public:
         if (mirrored) track.moveLeft(option.rect.left() + 10);
         if (track.width() < BarHeight) return;
         QRectF done = track;
-        done.setWidth(track.width() * qBound(0.0, percent.toDouble() / 100, 1.0));
+        done.setWidth(track.width() * qBound(0.0, percent.toInt() / 100.0, 1.0));
         if (mirrored) done.moveRight(track.right());
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);

@@ -46,6 +46,13 @@ QString FileListModel::Text(int row, Column column) const {
     return asked == nullptr ? QString() : asked->Texts[column];
 }
 
+void FileListModel::SetProgress(int row, const QString& text, std::optional<int> percent) {
+    Row* const changed = At(row);
+    if (changed == nullptr) return;
+    changed->Percent = percent;
+    SetText(row, ProgressColumn, text);
+}
+
 void FileListModel::SetIcon(int row, const QString& key) {
     Row* const changed = At(row);
     if (changed == nullptr) return;
@@ -82,7 +89,7 @@ QVariant FileListModel::data(const QModelIndex& index, int role) const {
             return icon.value();
         }
         case PercentRole:
-            return text.endsWith(u" %") ? QVariant(LeadingNumber(text)) : QVariant();
+            return row.Percent ? QVariant(*row.Percent) : QVariant();
         case IconKeyRole:
             return row.IconKey;
         default:

@@ -3,6 +3,7 @@
 #include <QAbstractTableModel>
 #include <QIcon>
 
+#include <optional>
 #include <vector>
 
 namespace Sonmira {
@@ -25,6 +26,8 @@ public:
     // that has gone is dropped, and its text is empty.
     void SetText(int row, Column column, const QString& text);
     QString Text(int row, Column column) const;
+    // The text of the progress, and the percentage of its bar, which has none without.
+    void SetProgress(int row, const QString& text, std::optional<int> percent);
     void SetIcon(int row, const QString& key);
     void SetHeader(Column column, const QString& text);
 
@@ -36,6 +39,7 @@ public:
 private:
     struct Row {
         QString Texts[ColumnCount];
+        std::optional<int> Percent;
         QString IconKey;
     };
     // Null for a row that is not there.
