@@ -31,8 +31,8 @@ public:
     // Bytes of one decoded frame, as ReadBlock gives them.
     virtual qint64 ByteRate() const = 0;
     // Frames of the whole file. Exact where the format tells, else from a scan of the packets; 0 only for
-    // a file without any sound. A scan lets the event loop run meanwhile, and ends early, with a length that
-    // means nothing, where StopAsked answers true.
+    // a file without any sound. A scan ends early, with a length that means nothing, where StopAsked answers
+    // true; a window stays alive meanwhile.
     virtual qint64 StreamLength() const = 0;
     // The same length in milliseconds.
     virtual qint64 Length() const = 0;

@@ -1,5 +1,6 @@
 #include "formats/PanelRunView.h"
 
+#include "codecs/MediaLength.h"
 #include "formats/OutputPanel.h"
 #include "platform/EventLoop.h"
 #include "shell/widgets/ChoiceList.h"
@@ -8,6 +9,10 @@
 #include <QCheckBox>
 
 namespace Sonmira {
+
+PanelRunView::PanelRunView(OutputPanel& panel) : Panel(panel) {
+    WhilePacketsAreRead(YieldToEventLoop);
+}
 
 QString PanelRunView::TextOutPath() const {
     return Panel.TextOutPath->Text();

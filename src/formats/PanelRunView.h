@@ -9,7 +9,8 @@ class OutputPanel;
 // The part of a run's view that is the output panel, the same in every window, and the yield.
 class PanelRunView : public RunView {
 public:
-    explicit PanelRunView(OutputPanel& panel) : Panel(panel) {}
+    // Lets the event loop run in the long steps of the components, too, for as long as the program lives.
+    explicit PanelRunView(OutputPanel& panel);
 
     QString TextOutPath() const override;
     void SetTextOutPath(const QString& folder) override;

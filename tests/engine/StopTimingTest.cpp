@@ -1,7 +1,9 @@
 #include "MadeSources.h"
 #include "RealEngine.h"
+#include "codecs/MediaLength.h"
 #include "engine/StopCommands.h"
 #include "engine/TempWav.h"
+#include "platform/EventLoop.h"
 #include "platform/NativePath.h"
 #include "support/Sanitized.h"
 #include "support/Timing.h"
@@ -247,6 +249,7 @@ TEST_P(StopInLengthScan, IsHeardAtOnce) {
     TakeFile(Folder.Path(file));
     std::optional<Clock::time_point> clicked;
     qint64 readBefore = 0;
+    WhilePacketsAreRead(YieldToEventLoop);
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, &user, [&] {
         if (!Run.Busy || clicked) return;

@@ -81,6 +81,7 @@ Skipped SkippedBy(const AVPacket& packet) {
 }
 
 constexpr qint64 PacketsATurn = 64;
+std::function<void()> YieldToWindow;
 
 qint64 ScannedLength(const MediaInput& input, int rate, const std::function<bool()>& givesUp) {
     MediaInput again(input.File());
@@ -95,9 +96,8 @@ qint64 ScannedLength(const MediaInput& input, int rate, const std::function<bool
     const bool skipsEnd = !IsContainer(input, "ogg");
     qint64 packets = 0;
     for (bool first = true; again.Read(*packet); first = false) {
-        // A file of many hours takes seconds, in which the window must stay alive. Packets are too small to
-        // be worth a turn of the event loop each.
-        if (packets++ % PacketsATurn == 0) YieldToEventLoop();
+        // Packets are too small to be worth a turn of the event loop each.
+        if (packets++ % PacketsATurn == 0 && YieldToWindow) YieldToWindow();
         if (givesUp && givesUp()) break;
         if (packet->duration > 0 && packet->duration <= longest) duration += packet->duration;
         const Skipped now = SkippedBy(*packet);
@@ -137,6 +137,10 @@ std::optional<qint64> GaplessEntry(const MediaInput& input) {
 }
 
 }  // namespace
+
+void WhilePacketsAreRead(std::function<void()> yield) {
+    YieldToWindow = std::move(yield);
+}
 
 qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end,
                    const std::function<bool()>& givesUp) {
