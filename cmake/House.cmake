@@ -10,6 +10,8 @@ target_compile_options(sonmira_options INTERFACE
 target_compile_definitions(sonmira_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
 target_include_directories(sonmira_options INTERFACE ${CMAKE_SOURCE_DIR}/src)
+# For the program alone, and of the compiler that it is built with: another one means more by the same words.
+set(conversion_warnings $<$<CXX_COMPILER_ID:GNU>:-Wconversion> $<$<CXX_COMPILER_ID:GNU>:-Wsign-conversion>)
 if(SONMIRA_SANITIZE)
   # The sanitizers' own checks make this warning see paths that cannot happen.
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer
@@ -45,6 +47,7 @@ function(sonmira_room name)
   cmake_parse_arguments(ROOM "WIDGETS" "" "SOURCES;LINKS;PRIVATE_LINKS" ${ARGN})
   add_library(${name} STATIC ${ROOM_SOURCES})
   target_link_libraries(${name} PUBLIC sonmira_options ${ROOM_LINKS} PRIVATE ${ROOM_PRIVATE_LINKS})
+  target_compile_options(${name} PRIVATE ${conversion_warnings})
   if(ROOM_WIDGETS)
     target_link_libraries(${name} PUBLIC Qt6::Core Qt6::Gui Qt6::Widgets)
     target_precompile_headers(${name} REUSE_FROM pch_widgets)

@@ -81,7 +81,7 @@ void CreateNamedMutex(QStringView name) {
     sockaddr_un address{};
     address.sun_family = AF_UNIX;
     // A zero byte in front makes the name abstract: it lives in no folder and goes with the process.
-    const std::size_t length = std::min<std::size_t>(bytes.size(), sizeof address.sun_path - 1);
+    const std::size_t length = std::min(static_cast<std::size_t>(bytes.size()), sizeof address.sun_path - 1);
     std::memcpy(address.sun_path + 1, bytes.constData(), length);
     const int holder = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
     if (holder < 0) return;

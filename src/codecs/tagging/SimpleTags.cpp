@@ -191,7 +191,8 @@ void WriteFlacTags(const QString& path, const SimpleTagFields& fields, bool clea
             *FindOrAdd(*chain, FLAC__METADATA_TYPE_APPLICATION, IsId3Application);
         std::memcpy(application.data.application.id, FlacId3Application.data(), FlacId3Application.size());
         auto* const data = static_cast<FLAC__byte*>(static_cast<void*>(changed->data()));
-        Check(FLAC__metadata_object_application_set_data(&application, data, changed->size(), true) != 0);
+        const auto size = static_cast<std::uint32_t>(changed->size());
+        Check(FLAC__metadata_object_application_set_data(&application, data, size, true) != 0);
     }
     FLAC__metadata_chain_sort_padding(chain.get());
     Check(FLAC__metadata_chain_write(chain.get(), true, false) != 0);
