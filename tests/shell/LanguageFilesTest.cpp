@@ -17,6 +17,10 @@ using namespace Qt::StringLiterals;
 
 class LanguageFiles : public ::testing::Test {
 protected:
+    ~LanguageFiles() override {
+        OverrideLanguageFolder({});
+        LanguageLines.Assign({});
+    }
     QStringList Captions() const {
         OverrideLanguageFolder(Folder.Path());
         QStringList captions;

@@ -23,7 +23,10 @@ protected:
             return Taken;
         };
     }
-    ~Launches() override { DesktopLauncher() = Real; }
+    ~Launches() override {
+        DesktopLauncher() = Real;
+        LanguageLines.Assign({});
+    }
 
     void SaveLanguage(const QString& place) { WriteIniValue(SettingsFile, u"LANGUE"_s, u"VALUE"_s, place); }
     // A language file of that marker is loaded.

@@ -43,6 +43,8 @@ protected:
         Dialogs().BrowseForFolder = [this](const QString& /*title*/) { return FolderToChoose; };
     }
     ~WindowTest() override {
+        OverrideLanguageFolder({});
+        LanguageLines.Assign({});
         Processes() = RealProcesses;
         Dialogs() = RealDialogs;
     }
