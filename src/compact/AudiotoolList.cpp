@@ -73,7 +73,7 @@ void AudiotoolList::SetEmptyHint(const QString& hint) {
 void AudiotoolList::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
     if (event->type() != QEvent::FontChange) return;
-    FitRowsToLetters(*this);
+    FitRowsToFont(*this);
     // At once, so that what lies over the rows is in place when they are painted.
     updateGeometries();
 }
@@ -93,7 +93,7 @@ void AudiotoolList::dropEvent(QDropEvent* event) {
 
 void AudiotoolList::keyPressEvent(QKeyEvent* event) {
     QTableView::keyPressEvent(event);
-    Q_EMIT KeyPassed(event->key());
+    Q_EMIT KeyHandled(event->key());
     if (event->key() == Qt::Key_Delete) Q_EMIT DeletePressed();
 }
 
@@ -142,7 +142,7 @@ void AudiotoolList::resizeEvent(QResizeEvent* event) {
 
 void AudiotoolList::updateGeometries() {
     QTableView::updateGeometries();
-    Q_EMIT Settled();
+    Q_EMIT GeometriesUpdated();
 }
 
 // Home and End go to the first and the last row, as in every list.

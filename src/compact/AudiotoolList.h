@@ -31,10 +31,10 @@ Q_SIGNALS:
     // ends.
     void FilesDropped(const QStringList& paths);
     // The list has done what this key does.
-    void KeyPassed(int key);
+    void KeyHandled(int key);
     // Columns that share the room of the list have got their widths, which comes after the signal of a
     // column.
-    void Settled();
+    void GeometriesUpdated();
     void DeletePressed();
     // The context menu of a row is asked for; `position` is on the screen.
     void RowMenuAsked(const QPoint& position);

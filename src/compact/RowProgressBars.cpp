@@ -98,8 +98,8 @@ void RowProgressBars::Follow() {
     OnEvent(List.horizontalScrollBar(), &QScrollBar::valueChanged, this, follow);
     OnEvent(List.verticalScrollBar(), &QScrollBar::valueChanged, this, follow);
     OnEvent(List.horizontalHeader(), &QHeaderView::sectionResized, this, follow);
-    OnEvent(&List, &AudiotoolList::Settled, this, follow);
-    OnEvent(&List, &AudiotoolList::KeyPassed, this, [this](int key) {
+    OnEvent(&List, &AudiotoolList::GeometriesUpdated, this, follow);
+    OnEvent(&List, &AudiotoolList::KeyHandled, this, [this](int key) {
         if (MovesTheList(key)) LayoutRowProgressBars();
     });
 }

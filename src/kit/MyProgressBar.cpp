@@ -26,7 +26,7 @@ int EndOfTiles(int width, qint32 value) {
     return x;
 }
 
-QImage PutTogether(const DeviceGrid& grid, const QSize& device, int width, qint32 value) {
+QImage ComposeBar(const DeviceGrid& grid, const QSize& device, int width, qint32 value) {
     const BarBitmaps& bitmaps = BarBitmapsFor(grid, CurrentPalette());
     QImage bar(device, QImage::Format_ARGB32_Premultiplied);
     bar.fill(Qt::transparent);
@@ -109,7 +109,7 @@ void MyProgressBar::paintEvent(QPaintEvent* /*event*/) {
     const QList<double> drawnFor = {grid.Scale, double(pixels.width()), double(pixels.height()),
                                     double(CurrentValue), double(CurrentPalette().IsDark)};
     if (drawnFor != DrawnFor) {
-        Drawn = PutTogether(grid, pixels, width(), CurrentValue);
+        Drawn = ComposeBar(grid, pixels, width(), CurrentValue);
         DrawnFor = drawnFor;
     }
     painter.drawImage(0, 0, isRightToLeft() ? Drawn.mirrored(true, false) : Drawn);

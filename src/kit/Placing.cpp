@@ -7,13 +7,13 @@
 
 namespace Sonmira {
 
-double LetterFactor(const QWidget& control) {
+double FontScale(const QWidget& control) {
     constexpr double DesignLine = 15;  // pixels that a line of text takes in the design
     return qMax(1.0, control.fontMetrics().height() / DesignLine);
 }
 
 int Placing::Scaled(int twips) const {
-    return qRound(twips * LetterFactor(Container));
+    return qRound(twips * FontScale(Container));
 }
 
 int Placing::Width() const {

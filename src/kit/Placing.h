@@ -50,6 +50,6 @@ private:
 };
 
 // How much larger the letters of a control are than those of the design; 1 at least.
-double LetterFactor(const QWidget& control);
+double FontScale(const QWidget& control);
 
 }  // namespace Sonmira

@@ -37,15 +37,16 @@ bool IsListView(const QWidget& control) {
 }  // namespace
 
 // Does something unless it is being done already.
-class Splitter::Once {
+class Splitter::ReentrancyGuard {
 public:
-    Once(Splitter& splitter, Doing what) : Owner(splitter), What(what), IsFirst(!splitter.IsDoing(what)) {
+    ReentrancyGuard(Splitter& splitter, Doing what)
+        : Owner(splitter), What(what), IsFirst(!splitter.IsDoing(what)) {
         if (IsFirst) Owner.Flags |= What;
     }
-    ~Once() {
+    ~ReentrancyGuard() {
         if (IsFirst) Owner.Flags &= ~unsigned{What};
     }
-    Q_DISABLE_COPY_MOVE(Once)
+    Q_DISABLE_COPY_MOVE(ReentrancyGuard)
     explicit operator bool() const { return IsFirst; }
 
 private:
@@ -89,11 +90,11 @@ qint16 Splitter::MinSizeAux() const {
 }
 
 int Splitter::Length() const {
-    return ToTwips(IsLying() ? contentsRect().height() : contentsRect().width());
+    return ToTwips(IsBarHorizontal() ? contentsRect().height() : contentsRect().width());
 }
 
 int Splitter::Across() const {
-    return ToTwips(IsLying() ? contentsRect().width() : contentsRect().height());
+    return ToTwips(IsBarHorizontal() ? contentsRect().width() : contentsRect().height());
 }
 
 QRect Splitter::OnScreen(const QRect& twips) const {
@@ -108,8 +109,8 @@ void Splitter::PlaceBar() {
 }
 
 void Splitter::MoveBar(int position) {
-    const Once once(*this, MovingBar);
-    if (!once) return;
+    const ReentrancyGuard guard(*this, MovingBar);
+    if (!guard) return;
     Position = Geometry.Clamp(Length(), std::max(position, 0));
     PlaceBar();
     SetCurrentRatio(Geometry.RatioFromPosition(Length(), Position));
@@ -117,8 +118,8 @@ void Splitter::MoveBar(int position) {
 }
 
 void Splitter::SetCurrentRatio(float ratio) {
-    const Once once(*this, SettingCurrentRatio);
-    if (!once) return;
+    const ReentrancyGuard guard(*this, SettingCurrentRatio);
+    if (!guard) return;
     const int wanted = Geometry.PositionFromRatio(Length(), std::clamp(ratio, 0.F, 1.F));
     MoveBar(Geometry.Clamp(Length(), wanted));
     // May be another ratio than the wanted one, where the bar met a limit.
@@ -131,8 +132,8 @@ void Splitter::SetSplitterPos(int position) {
 }
 
 void Splitter::WritePosition(int position) {
-    const Once once(*this, SettingPosition);
-    if (!once) return;
+    const ReentrancyGuard guard(*this, SettingPosition);
+    if (!guard) return;
     Values.SplitterPos = std::max(position, 0);
     Q_EMIT PropertyChanged(Property::SplitterPos);
     if (IsDoing(SettingRatio)) return;
@@ -141,8 +142,8 @@ void Splitter::WritePosition(int position) {
 }
 
 void Splitter::SetRatioFromTop(float ratio) {
-    const Once once(*this, SettingRatio);
-    if (!once) return;
+    const ReentrancyGuard guard(*this, SettingRatio);
+    if (!guard) return;
     Values.RatioFromTop = ratio >= 1 ? 1 : ratio >= 0 ? ratio : 0;
     Q_EMIT PropertyChanged(Property::RatioFromTop);
     if (IsDoing(SettingPosition)) return;
@@ -226,7 +227,7 @@ void Splitter::SetSplitterColor(quint32 color) {
 void Splitter::SetOrientation(qint32 orientation) {
     const int kept = Position;
     Geometry.Orientation = orientation;
-    Bar->setCursor(IsLying() ? Qt::SizeVerCursor : Qt::SizeHorCursor);
+    Bar->setCursor(IsBarHorizontal() ? Qt::SizeVerCursor : Qt::SizeHorCursor);
     if (Values.Maintain == 0) MoveBar(kept);
     ResizeControl();
     Q_EMIT PropertyChanged(Property::Orientation);

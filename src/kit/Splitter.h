@@ -124,7 +124,7 @@ private:
     // While one of these is done, it is not begun again. This is what lets the two wanted positions follow
     // each other, and the bar and its ratio, without an end.
     enum Doing : unsigned { SettingPosition = 1, SettingRatio = 2, MovingBar = 4, SettingCurrentRatio = 8 };
-    class Once;
+    class ReentrancyGuard;
 
     struct Stored {
         qint32 BorderStyle = 0;
@@ -145,7 +145,7 @@ private:
     };
 
     bool IsDoing(Doing what) const { return (Flags & what) != 0; }
-    bool IsLying() const { return Geometry.Orientation == 1; }
+    bool IsBarHorizontal() const { return Geometry.Orientation == 1; }
     int Length() const;
     int Across() const;
     QRect OnScreen(const QRect& twips) const;

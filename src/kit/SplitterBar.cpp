@@ -16,7 +16,7 @@ namespace {
 
 constexpr int KeyStep = 8;  // logical pixels an arrow key moves the bar
 
-bool IsBarLying(const Splitter& splitter) {
+bool IsBarHorizontal(const Splitter& splitter) {
     return splitter.Orientation() == 1;
 }
 
@@ -54,7 +54,7 @@ SplitterBar::SplitterBar(Splitter& owner) : QFrame(&owner), Owner(owner) {
     setAttribute(Qt::WA_Hover);
 }
 
-void SplitterBar::Dress(qint32 appearance, qint32 border, quint32 color) {
+void SplitterBar::Highlight(qint32 appearance, qint32 border, quint32 color) {
     Fill = ColorOf(color);
     const bool isRaised = appearance == 1;
     setFrameStyle(border == 0 ? QFrame::NoFrame
@@ -64,7 +64,7 @@ void SplitterBar::Dress(qint32 appearance, qint32 border, quint32 color) {
     update();
 }
 
-void SplitterBar::Undress() {
+void SplitterBar::RemoveHighlight() {
     Fill = QColor();
     setFrameStyle(QFrame::NoFrame);
     update();
@@ -72,13 +72,13 @@ void SplitterBar::Undress() {
 
 int SplitterBar::PlaceAlong(const QPoint& screen) const {
     const QPoint place = mapFromGlobal(screen) - contentsRect().topLeft();
-    if (IsBarLying(Owner)) return place.y();
+    if (IsBarHorizontal(Owner)) return place.y();
     return isRightToLeft() ? contentsRect().width() - place.x() : place.x();
 }
 
 void SplitterBar::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
-    if (IsDressed()) {
+    if (IsHighlighted()) {
         painter.fillRect(rect(), Fill);
         painter.end();
         QFrame::paintEvent(event);
@@ -99,8 +99,8 @@ void SplitterBar::paintEvent(QPaintEvent* event) {
     const QPointF centre = QRectF(rect()).center();
     for (int n = 0; n < Dots; ++n) {
         const int away = (n - Dots / 2) * Pitch;
-        painter.drawEllipse(IsBarLying(Owner) ? centre + QPointF(away, 0) : centre + QPointF(0, away), Radius,
-                            Radius);
+        painter.drawEllipse(IsBarHorizontal(Owner) ? centre + QPointF(away, 0) : centre + QPointF(0, away),
+                            Radius, Radius);
     }
 }
 
@@ -158,7 +158,7 @@ void SplitterBar::keyPressEvent(QKeyEvent* event) {
         }
         return;
     }
-    const bool lying = IsBarLying(Owner);
+    const bool lying = IsBarHorizontal(Owner);
     int steps = 0;
     if (event->key() == (lying ? Qt::Key_Up : Qt::Key_Left)) steps = -1;
     if (event->key() == (lying ? Qt::Key_Down : Qt::Key_Right)) steps = 1;

@@ -15,10 +15,10 @@ public:
     explicit SplitterBar(Splitter& owner);
 
     // The look of a bar that is dragged while the children stay: a filled bar with a border.
-    void Dress(qint32 appearance, qint32 border, quint32 color);
+    void Highlight(qint32 appearance, qint32 border, quint32 color);
     // Back to the dots on the window's own colour.
-    void Undress();
-    bool IsDressed() const { return Fill.isValid(); }
+    void RemoveHighlight();
+    bool IsHighlighted() const { return Fill.isValid(); }
 
     // A place on the screen in the bar, inside of its border, counted along the splitter's length from the
     // edge where the length starts; logical pixels.

@@ -9,7 +9,7 @@ void Splitter::StartDrag(const QPoint& pointer) {
     Drag = {Position, ToTwips(grabbed)};
     Bar->raise();
     if (!Values.LiveUpdate) {
-        Bar->Dress(Values.SplitterAppearance, Values.SplitterBorder, Values.SplitterColor);
+        Bar->Highlight(Values.SplitterAppearance, Values.SplitterBorder, Values.SplitterColor);
         // The border has moved the inside of the bar below the pointer, which still holds the same point.
         Drag->Grab -= ToTwips(grabbed - Bar->PlaceAlong(pointer));
     }
@@ -28,7 +28,7 @@ void Splitter::ContinueDrag(const QPoint& pointer) {
 void Splitter::EndDrag() {
     if (!IsDragging()) return;
     if (!Values.LiveUpdate) {
-        Bar->Undress();
+        Bar->RemoveHighlight();
         LayOut();
     }
     WritePosition(Position);
@@ -39,7 +39,7 @@ void Splitter::CancelDrag() {
     if (!IsDragging()) return;
     const int start = Drag->Start;
     Drag.reset();
-    if (Bar->IsDressed()) Bar->Undress();
+    if (Bar->IsHighlighted()) Bar->RemoveHighlight();
     MoveBar(start);
     LayOut();
 }

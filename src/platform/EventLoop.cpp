@@ -21,7 +21,7 @@ std::vector<std::pair<QPointer<QObject>, QEvent::Type>> Waiting;
 bool PaintsNow = false;
 
 // Who has asked does not ask again before his turn has come, so that no request may be lost.
-void GiveBackWaiting() {
+void PostDeferred() {
     for (const auto& [window, type] : std::exchange(Waiting, {})) {
         if (window == nullptr) continue;
         QCoreApplication::postEvent(window, new QEvent(type), Qt::LowEventPriority);
@@ -29,14 +29,14 @@ void GiveBackWaiting() {
 }
 
 // For as long as it lives, holds back what leads to painting and lets all else through.
-class PaintingHeldBack : public QObject {
+class DeferredPainting : public QObject {
 public:
-    PaintingHeldBack() { QCoreApplication::instance()->installEventFilter(this); }
+    DeferredPainting() { QCoreApplication::instance()->installEventFilter(this); }
 
     bool eventFilter(QObject* receiver, QEvent* event) override {
         // A click may have opened a dialog, which lives inside of this turn and is to be seen.
         if (PaintsNow || QThread::currentThread()->loopLevel() > Level) {
-            GiveBackWaiting();
+            PostDeferred();
             return false;
         }
         switch (event->type()) {
@@ -64,15 +64,15 @@ void YieldToEventLoop() {
     static Clock::time_point lastPainting;
     const bool outer = std::exchange(PaintsNow, Clock::now() - lastPainting >= PaintInterval);
     if (PaintsNow) {
-        GiveBackWaiting();
+        PostDeferred();
         QCoreApplication::processEvents();
         lastPainting = Clock::now();
     } else {
-        const PaintingHeldBack held;
+        const DeferredPainting held;
         QCoreApplication::processEvents();
     }
     PaintsNow = outer;
-    GiveBackWaiting();
+    PostDeferred();
 }
 
 }  // namespace Sonmira

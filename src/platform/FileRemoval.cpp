@@ -215,7 +215,7 @@ public:
     TrashPlace(const TrashPlace&) = delete;
     TrashPlace& operator=(const TrashPlace&) = delete;
 
-    bool IsHad() const { return NoteNumber >= 0; }
+    bool IsReserved() const { return NoteNumber >= 0; }
     const QByteArray& FileName() const { return File; }
     // Has the note and the names of both reach the disk.
     bool ReachesTheDisk() const {
@@ -281,7 +281,7 @@ bool MoveToHomeTrash(const QByteArray& native) {
     struct stat status {};
     if (fstat(from, &status) != 0 || !S_ISREG(status.st_mode)) return false;
     TrashPlace place(real);
-    if (!place.IsHad()) return false;
+    if (!place.IsReserved()) return false;
     if (rename(real.constData(), place.FileName().constData()) == 0) return true;
     const int to = open(place.FileName().constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
     const bool isCopied =

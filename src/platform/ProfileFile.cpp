@@ -181,7 +181,7 @@ QByteArray FolderPart(const QByteArray& native) {
 }
 
 // The file that a chain of links ends at, there or not.
-QByteArray BehindLinks(QByteArray native) {
+QByteArray ResolveLinks(QByteArray native) {
     constexpr int LongestChain = 40;
     for (int i = 0; i < LongestChain; ++i) {
         QByteArray target(PATH_MAX, '\0');
@@ -230,7 +230,7 @@ QString ReadProfileValue(QStringView file, QStringView section, QStringView key)
 }
 
 bool WriteProfileValue(QStringView file, QStringView section, QStringView key, QStringView value) {
-    const QByteArray native = BehindLinks(ToNative(file));
+    const QByteArray native = ResolveLinks(ToNative(file));
     const QByteArray name = native.sliced(native.lastIndexOf('/') + 1);
     if (name.isEmpty()) return false;
     const FolderHandle folder(FolderPart(native));

@@ -121,7 +121,7 @@ QAction* BatchConverterForm::ToolbarButton(int n) const {
 }
 
 void BatchConverterForm::CaptionsChanged() {
-    GiveLetters();
+    AssignMnemonics();
     // A button and its command in the menu are two; the keys stand with the command.
     const std::pair<int, QAction*> commands[] = {{1, mynew},      {2, addfile}, {3, adddirectory},
                                                  {5, ConvertAll}, {6, cancel},  {8, about}};

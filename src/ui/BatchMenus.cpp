@@ -83,10 +83,10 @@ BatchMenus::BatchMenus(QMainWindow& window) : Bar(window.menuBar()) {
         action->setShortcutContext(Qt::WidgetShortcut);
         action->setShortcutVisibleInContextMenu(true);
     }
-    GiveLetters();
+    AssignMnemonics();
 }
 
-void BatchMenus::GiveLetters() {
+void BatchMenus::AssignMnemonics() {
     GiveMnemonics(*Bar);
     for (QMenu* const menu : {popupmenux, popupmenuy}) GiveMnemonics(*menu);
 }

@@ -12,7 +12,7 @@ struct BatchMenus {
     explicit BatchMenus(QMainWindow& window);
 
     // Gives the entries letters by which they are reached. Again after their captions have changed.
-    void GiveLetters();
+    void AssignMnemonics();
 
     QMenuBar* Bar;
     QMenu* file;

@@ -15,12 +15,12 @@ namespace {
 constexpr int ScrollMargin = 3;
 constexpr int LeastThumb = 24;
 
-bool Is(const QStyleOption& option, QStyle::StateFlag state) {
+bool HasState(const QStyleOption& option, QStyle::StateFlag state) {
     return option.state.testFlag(state);
 }
 
 bool IsEnabled(const QStyleOption& option) {
-    return Is(option, QStyle::State_Enabled);
+    return HasState(option, QStyle::State_Enabled);
 }
 
 }  // namespace
@@ -92,11 +92,12 @@ void CalmStyle::DrawSlider(const QStyleOptionComplex& option, QPainter& painter,
     QRectF knob(0, 0, Knob, Knob);
     knob.moveCenter(handle.center());
     Shapes::Box(painter, knob, colors.Field, accent, Knob / 2, 2);
-    if (Is(option, State_HasFocus)) Shapes::FocusRing(painter, knob.adjusted(-3, -3, 3, 3), Knob / 2 + 3);
+    if (HasState(option, State_HasFocus))
+        Shapes::FocusRing(painter, knob.adjusted(-3, -3, 3, 3), Knob / 2 + 3);
 }
 
 void CalmStyle::DrawCombo(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
-    Shapes::Field(painter, option.rect, IsEnabled(option), Is(option, State_HasFocus), false);
+    Shapes::Field(painter, option.rect, IsEnabled(option), HasState(option, State_HasFocus), false);
     const QRect arrow = proxy()->subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget);
     const Palette& colors = CurrentPalette();
     Shapes::Chevron(painter, arrow, Direction::Down, IsEnabled(option) ? colors.Ink : colors.Disabled);
@@ -105,7 +106,7 @@ void CalmStyle::DrawCombo(const QStyleOptionComplex& option, QPainter& painter, 
 void CalmStyle::DrawSpin(const QStyleOptionComplex& option, QPainter& painter, const QWidget* widget) const {
     const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(&option);
     if (spin == nullptr) return;
-    Shapes::Field(painter, option.rect, IsEnabled(option), Is(option, State_HasFocus), false);
+    Shapes::Field(painter, option.rect, IsEnabled(option), HasState(option, State_HasFocus), false);
     const Palette& colors = CurrentPalette();
     const auto arrow = [&](SubControl part, Direction direction, QAbstractSpinBox::StepEnabledFlag step) {
         const QRect room = proxy()->subControlRect(CC_SpinBox, &option, part, widget);

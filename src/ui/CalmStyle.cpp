@@ -28,20 +28,20 @@ constexpr int ToolbarButtonHeight = 50;
 constexpr int ScrollExtent = 12;
 constexpr int TabMargin = 8;
 
-bool Is(const QStyleOption* option, QStyle::StateFlag state) {
+bool HasState(const QStyleOption* option, QStyle::StateFlag state) {
     return option->state.testFlag(state);
 }
 
 bool IsEnabled(const QStyleOption* option) {
-    return Is(option, QStyle::State_Enabled);
+    return HasState(option, QStyle::State_Enabled);
 }
 
 bool IsHovered(const QStyleOption* option) {
-    return IsEnabled(option) && Is(option, QStyle::State_MouseOver);
+    return IsEnabled(option) && HasState(option, QStyle::State_MouseOver);
 }
 
 // The button of a dialog that Enter presses, or the one that a page is made for.
-bool IsChief(const QStyleOption* option) {
+bool IsDefaultButton(const QStyleOption* option) {
     const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
     return button != nullptr && button->features.testFlag(QStyleOptionButton::DefaultButton) &&
            IsEnabled(option);
@@ -53,8 +53,8 @@ bool IsOfWindow(const QWidget* bar) {
 
 void PushButton(const QStyleOption* option, QPainter& painter) {
     const Palette& colors = CurrentPalette();
-    const bool isDown = Is(option, QStyle::State_Sunken) || Is(option, QStyle::State_On);
-    if (IsChief(option)) {
+    const bool isDown = HasState(option, QStyle::State_Sunken) || HasState(option, QStyle::State_On);
+    if (IsDefaultButton(option)) {
         const QColor fill = isDown || IsHovered(option) ? colors.AccentDark : colors.Accent;
         Shapes::Box(painter, option->rect, fill, Qt::transparent, 5);
         return;
@@ -68,9 +68,9 @@ void PushButton(const QStyleOption* option, QPainter& painter) {
 
 // A tool button is flat in a toolbar and a small push button elsewhere.
 void ToolButton(const QStyleOption* option, QPainter& painter) {
-    if (!Is(option, QStyle::State_AutoRaise)) return PushButton(option, painter);
+    if (!HasState(option, QStyle::State_AutoRaise)) return PushButton(option, painter);
     const Palette& colors = CurrentPalette();
-    const bool isDown = Is(option, QStyle::State_Sunken) || Is(option, QStyle::State_On);
+    const bool isDown = HasState(option, QStyle::State_Sunken) || HasState(option, QStyle::State_On);
     if (!isDown && !IsHovered(option)) return;
     Shapes::Box(painter, QRectF(option->rect).adjusted(1, 1, -1, -1), isDown ? colors.Selection : colors.Tint,
                 Qt::transparent, 5);
@@ -82,7 +82,7 @@ void Row(const QStyleOption* option, QPainter& painter) {
         item != nullptr && item->backgroundBrush.style() != Qt::NoBrush) {
         painter.fillRect(option->rect, item->backgroundBrush);
     }
-    if (Is(option, QStyle::State_Selected)) {
+    if (HasState(option, QStyle::State_Selected)) {
         painter.fillRect(option->rect, colors.Selection);
     } else if (IsHovered(option)) {
         QColor faint = colors.Tint;
@@ -92,9 +92,9 @@ void Row(const QStyleOption* option, QPainter& painter) {
 }
 
 void Branch(const QStyleOption* option, QPainter& painter) {
-    if (!Is(option, QStyle::State_Children)) return;
+    if (!HasState(option, QStyle::State_Children)) return;
     const Direction closed = option->direction == Qt::RightToLeft ? Direction::Left : Direction::Right;
-    Shapes::Chevron(painter, option->rect, Is(option, QStyle::State_Open) ? Direction::Down : closed,
+    Shapes::Chevron(painter, option->rect, HasState(option, QStyle::State_Open) ? Direction::Down : closed,
                     CurrentPalette().Secondary);
 }
 
@@ -104,7 +104,7 @@ CalmStyle::CalmStyle() : QProxyStyle(QStyleFactory::create(u"Fusion"_s)) {}
 
 void CalmStyle::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
-    TellCutTexts(*widget);
+    ShowElidedTexts(*widget);
     if (qobject_cast<QAbstractButton*>(widget) != nullptr) widget->setAttribute(Qt::WA_Hover);
 }
 
@@ -116,8 +116,8 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         case PE_FrameLineEdit: {
             const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
             if (frame != nullptr && frame->lineWidth > 0) {
-                Shapes::Field(*painter, option->rect, IsEnabled(option), Is(option, State_HasFocus),
-                              Is(option, State_ReadOnly));
+                Shapes::Field(*painter, option->rect, IsEnabled(option), HasState(option, State_HasFocus),
+                              HasState(option, State_ReadOnly));
             }
             return;
         }
@@ -126,7 +126,7 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
             const bool isRow = qobject_cast<const QAbstractItemView*>(widget) != nullptr;
             if (!isRow) {
                 Shapes::FocusRing(*painter, option->rect);
-            } else if (!Is(option, State_Selected)) {
+            } else if (!HasState(option, State_Selected)) {
                 Shapes::Box(*painter, option->rect, Qt::transparent, colors.Border, 3);
             }
             return;
@@ -134,13 +134,13 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         case PE_IndicatorCheckBox:
         case PE_IndicatorItemViewItemCheck:
             Shapes::CheckMark(*painter, option->rect,
-                              Is(option, State_On)         ? Shapes::Mark::Tick
-                              : Is(option, State_NoChange) ? Shapes::Mark::Dash
-                                                           : Shapes::Mark::None,
+                              HasState(option, State_On)         ? Shapes::Mark::Tick
+                              : HasState(option, State_NoChange) ? Shapes::Mark::Dash
+                                                                 : Shapes::Mark::None,
                               IsEnabled(option), IsHovered(option));
             return;
         case PE_IndicatorRadioButton:
-            Shapes::RadioMark(*painter, option->rect, Is(option, State_On), IsEnabled(option),
+            Shapes::RadioMark(*painter, option->rect, HasState(option, State_On), IsEnabled(option),
                               IsHovered(option));
             return;
         case PE_IndicatorBranch:
@@ -190,7 +190,7 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
         case CE_MenuBarItem: {
             const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
             painter->fillRect(room, colors.Surface);
-            if (Is(option, State_Selected) && IsEnabled(option)) {
+            if (HasState(option, State_Selected) && IsEnabled(option)) {
                 Shapes::Box(*painter, QRectF(room).adjusted(1, 1, -1, -1), colors.Tint, Qt::transparent, 4);
             }
             if (item == nullptr) return;
@@ -229,7 +229,7 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
             return DrawTabLabel(*option, *painter, widget);
         case CE_PushButtonLabel: {
             const auto* button = qstyleoption_cast<const QStyleOptionButton*>(option);
-            if (button == nullptr || !IsChief(option)) break;
+            if (button == nullptr || !IsDefaultButton(option)) break;
             QStyleOptionButton chief = *button;
             chief.palette.setColor(QPalette::ButtonText, colors.OnAccent);
             QProxyStyle::drawControl(element, &chief, painter, widget);
@@ -244,11 +244,11 @@ void CalmStyle::drawControl(ControlElement element, const QStyleOption* option, 
 void CalmStyle::DrawTab(const QStyleOption& option, QPainter& painter) {
     const Palette& colors = CurrentPalette();
     const QRect& room = option.rect;
-    if (Is(&option, State_Selected)) {
+    if (HasState(&option, State_Selected)) {
         constexpr int Underline = 3;
         Shapes::Box(painter, QRectF(room.left(), room.bottom() + 1 - Underline, room.width(), Underline),
                     colors.Accent, Qt::transparent, 1.5);
-        if (Is(&option, State_HasFocus)) {
+        if (HasState(&option, State_HasFocus)) {
             Shapes::FocusRing(painter, QRectF(room).adjusted(1, 1, -1, -Underline - 2));
         }
     } else if (IsHovered(&option)) {
@@ -260,7 +260,7 @@ void CalmStyle::DrawTabLabel(const QStyleOption& option, QPainter& painter, cons
     const auto* tab = qstyleoption_cast<const QStyleOptionTab*>(&option);
     if (tab == nullptr) return;
     const Palette& colors = CurrentPalette();
-    const bool isSelected = Is(&option, State_Selected);
+    const bool isSelected = HasState(&option, State_Selected);
     QPalette palette = tab->palette;
     palette.setColor(QPalette::WindowText, !IsEnabled(tab) ? colors.Disabled
                                            : isSelected    ? colors.AccentText

@@ -74,7 +74,7 @@ ShownText TextOf(const QWidget& control) {
 }
 
 // A field that nobody types in shows what is cut as a label does; a path keeps both ends.
-void PaintCut(QLineEdit& field, const QString& text) {
+void PaintElided(QLineEdit& field, const QString& text) {
     const QStyleOptionFrame option = OptionOf(field);
     QPainter painter(&field);
     if (field.hasFrame()) field.style()->drawPrimitive(QStyle::PE_PanelLineEdit, &option, &painter, &field);
@@ -85,48 +85,48 @@ void PaintCut(QLineEdit& field, const QString& text) {
                      field.fontMetrics().elidedText(text, mode, room.width()));
 }
 
-class Teller : public QObject {
+class ElidedTextFilter : public QObject {
 public:
     using QObject::QObject;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Paint) return PaintIfCut(*watched);
+        if (event->type() == QEvent::Paint) return PaintIfElided(*watched);
         if (event->type() != QEvent::ToolTip) return false;
         auto* const control = static_cast<QWidget*>(watched);
-        const QString cut = control->toolTip().isEmpty() ? CutTextOf(*control) : QString();
+        const QString cut = control->toolTip().isEmpty() ? ElidedTextOf(*control) : QString();
         if (cut.isEmpty()) return false;
         QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), cut, control);
         return true;
     }
 
 private:
-    static bool PaintIfCut(QObject& watched) {
+    static bool PaintIfElided(QObject& watched) {
         auto* const field = qobject_cast<QLineEdit*>(&watched);
         if (field == nullptr || field->hasFocus()) return false;
-        const QString cut = CutTextOf(*field);
+        const QString cut = ElidedTextOf(*field);
         if (cut.isEmpty()) return false;
-        PaintCut(*field, cut);
+        PaintElided(*field, cut);
         return true;
     }
 };
 
 }  // namespace
 
-QString CutTextOf(const QWidget& control) {
+QString ElidedTextOf(const QWidget& control) {
     const ShownText shown = TextOf(control);
     const QSize wanted = control.fontMetrics().size(Qt::TextShowMnemonic, shown.Text);
     return !shown.Text.isEmpty() && wanted.width() > shown.Room ? shown.Text : QString();
 }
 
-void TellCutTexts(QWidget& control) {
-    static Teller teller;
+void ShowElidedTexts(QWidget& control) {
+    static ElidedTextFilter filter;
     const bool hasText =
         qobject_cast<QLabel*>(&control) != nullptr || qobject_cast<QAbstractButton*>(&control) != nullptr ||
         qobject_cast<QComboBox*>(&control) != nullptr || qobject_cast<QLineEdit*>(&control) != nullptr;
     if (!hasText) return;
-    control.removeEventFilter(&teller);
-    control.installEventFilter(&teller);
+    control.removeEventFilter(&filter);
+    control.installEventFilter(&filter);
 }
 
 }  // namespace Sonmira

@@ -48,7 +48,7 @@ QSizeF LeastSizeOf(const QWidget& window) {
     constexpr double LeastHeight = 8400;
     const QScreen* const screen = QGuiApplication::primaryScreen();
     const QSize room = screen != nullptr ? screen->availableSize() : QSize();
-    const double letters = LetterFactor(window);
+    const double letters = FontScale(window);
     const auto grown = [&](double least, int most) {
         return std::max(least, std::min(least * letters, double(ToTwips(most))));
     };

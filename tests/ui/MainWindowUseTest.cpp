@@ -82,7 +82,7 @@ TEST_F(MainWindowUse, NoTextIsCutUnsaidAtTheLeastSizeInAnyLanguage) {
                     continue;
                 }
                 EXPECT_GE(control->height() + 1, control->fontMetrics().height()) << place;
-                const QString hidden = CutTextOf(*control);
+                const QString hidden = ElidedTextOf(*control);
                 if (hidden.isEmpty()) continue;
                 ++cut;
                 EXPECT_TRUE(ToolTipOf(*control).contains(hidden)) << place;
@@ -116,7 +116,7 @@ TEST_F(MainWindowUse, AllTextsAreWholeInTheWindowAsItOpens) {
                 const bool isCaption = qobject_cast<const QLabel*>(control) != nullptr ||
                                        qobject_cast<const QAbstractButton*>(control) != nullptr;
                 if (!control->isVisible() || !isCaption) continue;
-                EXPECT_EQ(CutTextOf(*control), QString()) << qPrintable(control->objectName());
+                EXPECT_EQ(ElidedTextOf(*control), QString()) << qPrintable(control->objectName());
             }
         }
     }

@@ -90,7 +90,7 @@ FileList::FileList(QWidget* parent) : QTableView(parent) {
 
 void FileList::changeEvent(QEvent* event) {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange) FitRowsToLetters(*this);
+    if (event->type() == QEvent::FontChange) FitRowsToFont(*this);
 }
 
 void FileList::mousePressEvent(QMouseEvent* event) {

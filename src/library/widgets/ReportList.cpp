@@ -17,11 +17,11 @@ void MakeReportList(QTableView& list) {
     list.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     list.verticalHeader()->setMinimumSectionSize(1);
     list.setIconSize(QSize(16, 16));
-    FitRowsToLetters(list);
+    FitRowsToFont(list);
     list.horizontalHeader()->setHighlightSections(false);
 }
 
-void FitRowsToLetters(QTableView& list) {
+void FitRowsToFont(QTableView& list) {
     constexpr int LeastHeight = 22;
     constexpr int Air = 7;
     list.verticalHeader()->setDefaultSectionSize(qMax(LeastHeight, list.fontMetrics().height() + Air));

@@ -12,7 +12,7 @@ void MakeReportList(QTableView& list);
 
 // The rows as high as the letters of the list want, and as the design has them at least. Again where the
 // letters change.
-void FitRowsToLetters(QTableView& list);
+void FitRowsToFont(QTableView& list);
 
 // Writes a hint into the middle of an empty list or tree, below a drawing where there is room for one;
 // `viewport` is being painted.

@@ -28,14 +28,14 @@ void Send(const QDBusMessage& message) {
 }
 
 // Docks and task bars that show progress listen to this one.
-void TellLaunchers(const QString& program, const QVariantMap& values) {
+void SendLauncherUpdate(const QString& program, const QVariantMap& values) {
     QDBusMessage message = QDBusMessage::createSignal(u"/com/canonical/unity/launcherentry/1"_s,
                                                       u"com.canonical.Unity.LauncherEntry"_s, u"Update"_s);
     message << QString(u"application://"_s + program + u".desktop"_s) << values;
     Send(message);
 }
 
-void TellUser(const QString& program, const QString& title, const QString& text) {
+void SendNotification(const QString& program, const QString& title, const QString& text) {
     QDBusMessage message = QDBusMessage::createMethodCall(u"org.freedesktop.Notifications"_s,
                                                           u"/org/freedesktop/Notifications"_s,
                                                           u"org.freedesktop.Notifications"_s, u"Notify"_s);
@@ -58,13 +58,13 @@ DesktopSignals& Desktop() {
 
 void InstallDesktopSignals(const QString& program) {
     Desktop().ShowProgress = [program](double part) {
-        TellLaunchers(program, {{u"progress"_s, part}, {u"progress-visible"_s, true}});
+        SendLauncherUpdate(program, {{u"progress"_s, part}, {u"progress-visible"_s, true}});
     };
     Desktop().HideProgress = [program] {
-        TellLaunchers(program, {{u"progress"_s, 0.0}, {u"progress-visible"_s, false}});
+        SendLauncherUpdate(program, {{u"progress"_s, 0.0}, {u"progress-visible"_s, false}});
     };
     Desktop().Notify = [program](const QString& title, const QString& text) {
-        TellUser(program, title, text);
+        SendNotification(program, title, text);
     };
 }
 

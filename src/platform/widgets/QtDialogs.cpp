@@ -41,7 +41,7 @@ QString StartFolderOf(const QString& folder) {
 }
 
 // The desktop's own dialogs differ from one desktop to the next; ours is the same everywhere.
-void MakeAlike(QFileDialog& dialog) {
+void UseOwnDialog(QFileDialog& dialog) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setWindowModality(Qt::ApplicationModal);
 }
@@ -49,7 +49,7 @@ void MakeAlike(QFileDialog& dialog) {
 std::optional<QStringList> OpenFiles(const OpenDialogRequest& request) {
     QFileDialog dialog(QApplication::activeWindow(), request.Title, StartFolderOf(request.StartFolder));
     dialog.setObjectName(u"OpenDialog");
-    MakeAlike(dialog);
+    UseOwnDialog(dialog);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFiles);
     dialog.setNameFilters(NameFiltersOf(request.Filter));
@@ -62,7 +62,7 @@ std::optional<QStringList> OpenFiles(const OpenDialogRequest& request) {
 QString BrowseForFolder(const QString& title) {
     QFileDialog dialog(QApplication::activeWindow(), title);
     dialog.setObjectName(u"FolderDialog");
-    MakeAlike(dialog);
+    UseOwnDialog(dialog);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
@@ -87,7 +87,7 @@ std::optional<quint32> ChooseColour(quint32 start) {
     return dialog.selectedColor().rgb() & RGB_MASK;
 }
 
-QStringList WithoutDoubles(const QStringList& patterns) {
+QStringList WithoutDuplicates(const QStringList& patterns) {
     QStringList kept;
     for (const QString& pattern : patterns) {
         if (!kept.contains(pattern, Qt::CaseInsensitive)) kept += pattern;
@@ -104,7 +104,7 @@ QStringList NameFiltersOf(const QString& filter) {
         QString description = parts[i];
         // Qt reads the patterns from the last parentheses; the description's own would stand there twice.
         if (description.endsWith(u')')) description.truncate(description.lastIndexOf(u'('));
-        const QStringList patterns = WithoutDoubles(parts[i + 1].split(u';', Qt::SkipEmptyParts));
+        const QStringList patterns = WithoutDuplicates(parts[i + 1].split(u';', Qt::SkipEmptyParts));
         if (!patterns.isEmpty()) filters += description.trimmed() + u" ("_s + patterns.join(u' ') + u')';
     }
     return filters;
