@@ -1,6 +1,6 @@
 #include "engine/RunView.h"
 
-#include "shell/Values.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

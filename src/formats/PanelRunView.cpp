@@ -1,6 +1,6 @@
 #include "formats/PanelRunView.h"
 
-#include "codecs/MediaLength.h"
+#include "codecs/read/MediaLength.h"
 #include "formats/OutputPanel.h"
 #include "platform/EventLoop.h"
 #include "shell/widgets/ChoiceList.h"

@@ -1,6 +1,6 @@
 #include "MadeSources.h"
 #include "RealEngine.h"
-#include "codecs/MediaLength.h"
+#include "codecs/read/MediaLength.h"
 #include "engine/StopCommands.h"
 #include "engine/TempWav.h"
 #include "platform/EventLoop.h"
