@@ -5,7 +5,7 @@
 #include "NoSound.h"
 #include "engine/CodecSet.h"
 #include "engine/JobDriver.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "library/Removal.h"
@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
 
         NoSound none;
         CodecSet codecs;
-        RunState run;
+        Sonmira::Run run;
         host.OutputFolder = FromNative((root / "out").string());
         std::filesystem::create_directories(root / "out");
         cost[2] = MicrosecondsAFile(

@@ -9,7 +9,7 @@
 #include "engine/CodecSet.h"
 #include "engine/JobDriver.h"
 #include "engine/OutputFormatNames.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "platform/Folders.h"
@@ -31,8 +31,8 @@ double SecondsSince(std::chrono::steady_clock::time_point start) {
 }
 
 // Gives the encoders of that format what a user who chooses nothing gives them.
-bool SetFormat(AudioFile& fileWenc, EncoderLevels& levels, const QString& format) {
-    levels = {2000, 5, 5};
+bool SetFormat(AudioFile& fileWenc, OutputSettings& settings, const QString& format) {
+    settings = {2000, 5, 5};
     if (format == FormatName::Ape || format == FormatName::Flac || format == FormatName::Mpc) return true;
     if (format == FormatName::Mp3) {
         fileWenc.SetFormatMP3(44100, 128, 2);
@@ -49,8 +49,8 @@ bool SetFormat(AudioFile& fileWenc, EncoderLevels& levels, const QString& format
 int Convert(const char* source, const char* destination, const QString& format) {
     std::filesystem::create_directories(destination);
     CodecSet codecs;
-    RunState run;
-    if (!SetFormat(codecs.FileWenc, run.Levels, format)) {
+    Sonmira::Run run;
+    if (!SetFormat(codecs.FileWenc, codecs.Settings, format)) {
         std::fprintf(stderr, "no such format, or its encoder is missing\n");
         return 2;
     }

@@ -146,7 +146,7 @@ void MeasureWindow(Bench& bench, const fs::path& root, int count) {
     AddDirectory(items, host, source);
     NoSound none;
     CodecSet codecs;
-    RunState run;
+    Sonmira::Run run;
     BatchRunView view(form, [&](bool enabled) { window.SetControlsEnabled(enabled); });
     const Components parts = codecs.Parts(none, none);
     bench.Measure("run over all", count, [&] { JobDriver(run, view, parts, items).RunAllConversions(); });

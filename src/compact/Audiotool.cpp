@@ -20,9 +20,9 @@ Audiotool::Audiotool()
     : Controls(*this),
       ProgressBars(*Controls.ListViewFiles),
       RunShown(Controls, [this](bool enabled) { SetControlsEnabled(enabled); }),
-      FormatSelector(*Controls.Output, Codecs.FileWenc, Run),
+      FormatSelector(*Controls.Output, Codecs.FileWenc, Codecs.Settings),
       Languages(*Controls.Languer),
-      Output(*Controls.Output, FormatSelector, Codecs, Run, *Controls.acceptWma) {
+      Output(*Controls.Output, FormatSelector, Codecs, *Controls.acceptWma) {
     setObjectName(u"Audiotool"_s);
     resize(640, 600);
     ConnectEvents();
@@ -59,13 +59,13 @@ void Audiotool::ConnectEvents() {
 
 void Audiotool::CmdConvert_Click() {
     if (InputsFree()) {
-        RowDriver(Run, RunShown, Codecs.Parts(), Controls.ListViewFiles->Rows()).RunAllRows();
+        RowDriver(ThisRun, RunShown, Codecs.Parts(), Controls.ListViewFiles->Rows()).RunAllRows();
     }
 }
 
 void Audiotool::ConvertRow(int rowIndex) {
     if (InputsFree()) {
-        RowDriver(Run, RunShown, Codecs.Parts(), Controls.ListViewFiles->Rows()).ConvertRow(rowIndex);
+        RowDriver(ThisRun, RunShown, Codecs.Parts(), Controls.ListViewFiles->Rows()).ConvertRow(rowIndex);
     }
 }
 
@@ -75,7 +75,7 @@ void Audiotool::ConvertNow_Click() {
 }
 
 void Audiotool::cmdCancel_Click() {
-    CancelByButton(Run, Codecs.Parts());
+    CancelByButton(ThisRun, Codecs.Parts());
 }
 
 void Audiotool::SetControlsEnabled(bool enabled) {

@@ -5,7 +5,7 @@
 #include "compact/RowProgressBars.h"
 #include "compact/TrackColour.h"
 #include "engine/CodecSet.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "formats/OutputFormatSelector.h"
 #include "formats/SavedOutput.h"
 #include "shell/widgets/LanguageMenu.h"
@@ -25,7 +25,8 @@ public:
     Audiotool();
 
     AudiotoolForm& Form() { return Controls; }
-    const RunState& State() const { return Run; }
+    const Run& State() const { return ThisRun; }
+    const OutputSettings& Settings() const { return Codecs.Settings; }
     const LanguageMenu& LanguageItems() const { return Languages; }
     const RowProgressBars& Bars() const { return ProgressBars; }
 
@@ -64,10 +65,10 @@ private:
     void BeginAdding();
     void EndAdding();
     // Whether a command may start a run or change the rows.
-    bool InputsFree() const { return !Run.Busy && !InputsLocked && !ChangingRows; }
+    bool InputsFree() const { return !ThisRun.Busy() && !InputsLocked && !ChangingRows; }
 
     AudiotoolForm Controls;
-    RunState Run;
+    Run ThisRun;
     CodecSet Codecs;
     RowProgressBars ProgressBars;
     AudiotoolRunView RunShown;

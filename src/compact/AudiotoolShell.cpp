@@ -3,6 +3,7 @@
 #include "compact/Audiotool.h"
 #include "compact/AudiotoolTexts.h"
 #include "engine/OutputFormatNames.h"
+#include "engine/StopCommands.h"
 #include "platform/Dialogs.h"
 #include "platform/Values.h"
 #include "shell/ForcedEnd.h"
@@ -43,7 +44,7 @@ void Audiotool::ConnectShellCommands() {
     };
     // The button does nothing during a run; the menu leaves it to the close to refuse, which saves first.
     OnEvent(Controls.CmdQuit, &QPushButton::clicked, this, [this] {
-        if (!Run.Busy) close();
+        if (!ThisRun.Busy()) close();
     });
     command(Controls.Exite, [this] { close(); });
     command(Controls.TagEditor, [this] { TagEditorial(this).exec(); });
@@ -86,7 +87,7 @@ void Audiotool::closeEvent(QCloseEvent* event) {
 
 void Audiotool::Form_QueryUnload(bool& cancel) {
     Output.Keep();
-    if (Run.Busy) {
+    if (ThisRun.Busy()) {
         cancel = true;
         return;
     }
@@ -98,7 +99,7 @@ void Audiotool::Form_Unload() {
     LameEncoder::ShowNotice(this);
     // What still adds or removes, and a run that has not accepted a file yet, ends at its next step.
     Closed = true;
-    Run.CancelAll = Run.DecodingStopped = Run.MpcDecodingStopped = true;
+    CancelByClosing(ThisRun);
 }
 
 }  // namespace Sonmira

@@ -3,7 +3,7 @@
 #include "compact/AudiotoolRows.h"
 #include "compact/AudiotoolRunView.h"
 #include "engine/RecordSteps.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "library/ConversionRecords.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
@@ -31,29 +31,24 @@ ConversionRecord RecordOf(const QString& path) {
 
 }  // namespace
 
-RowDriver::RowDriver(RunState& state, AudiotoolRunView& shown, Components used, const AudiotoolRows& gathered)
-    : Run(state), View(shown), Parts(used), Rows(gathered), Progress(state, shown, used) {}
+RowDriver::RowDriver(Run& state, AudiotoolRunView& shown, Components used, const AudiotoolRows& gathered)
+    : ThisRun(state), View(shown), Parts(used), Rows(gathered), Progress(state, shown, used) {}
 
 void RowDriver::RunAllRows() {
-    Begin();
-    View.ClearRows();
-    RecordSteps steps(Run, View, Parts, FullRunRules);
-    for (int row = 1; row <= Rows.Count() && !Run.CancelAll; ++row) {
+    ThisRun.Begin(View);
+    const RunGuard guard(ThisRun, View);
+    RecordSteps steps(ThisRun, View, Parts, FullRunRules);
+    for (int row = 1; row <= Rows.Count() && !ThisRun.CancelAll(); ++row) {
         if (!Convert(steps, row)) return;
     }
-    End();
+    ThisRun.End(View);
 }
 
 void RowDriver::ConvertRow(int row) {
     Rows.Path(row);  // a row that is not there fails before anything is locked
-    Begin();
-    RecordSteps steps(Run, View, Parts, SingleRowRules);
-    if (Convert(steps, row)) End();
-}
-
-void RowDriver::Begin() {
-    View.SetControlsEnabled(false);
-    Run.CancelAll = Run.Busy = Run.FileError = Run.SkipCurrentFile = false;
+    ThisRun.Begin(View);
+    RecordSteps steps(ThisRun, View, Parts, SingleRowRules);
+    if (Convert(steps, row)) ThisRun.End(View);
 }
 
 bool RowDriver::Convert(RecordSteps& steps, int row) {
@@ -63,21 +58,15 @@ bool RowDriver::Convert(RecordSteps& steps, int row) {
     const ConversionRecord record = RecordOf(Rows.Path(row));
     const auto setStem = [this](Destination& target) {
         // As late as this, because the list of qualities stays free during a run.
-        const qint32 quality = std::clamp<qint32>(Run.Levels.MpcQuality, 0, HighestMpcQuality);
+        const qint32 quality = std::clamp<qint32>(Parts.Settings.MpcQuality, 0, HighestMpcQuality);
         Parts.mpcencoder1.SetQuality(static_cast<qint16>(quality));
-        target.SetOutputStem(Run, View, QString());
+        target.SetOutputStem(ThisRun, View, QString());
     };
     if (!steps.Convert(record, setStem)) return false;
     steps.Finish(record, [] {});
     // A run in which every file is refused copies nothing and would otherwise never let the window paint.
     View.Yield();
     return true;
-}
-
-void RowDriver::End() {
-    Run.Busy = false;
-    View.SetControlsEnabled(true);
-    Run.FileError = false;
 }
 
 }  // namespace Sonmira

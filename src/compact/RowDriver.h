@@ -8,14 +8,14 @@ namespace Sonmira {
 
 class AudiotoolRows;
 class AudiotoolRunView;
+class Run;
 class RecordSteps;
-struct RunState;
 
 // Turns the files of a flat list into output files, one at a time, by the steps that every file goes through.
 // All outputs of a run lie in one folder, or each beside its source.
 class RowDriver {
 public:
-    RowDriver(RunState& state, AudiotoolRunView& shown, Components used, const AudiotoolRows& gathered);
+    RowDriver(Run& state, AudiotoolRunView& shown, Components used, const AudiotoolRows& gathered);
 
     // Converts every row in order, by the rules of a run over a whole collection.
     void RunAllRows();
@@ -23,11 +23,9 @@ public:
     void ConvertRow(int row);
 
 private:
-    void Begin();
     bool Convert(RecordSteps& steps, int row);
-    void End();
 
-    RunState& Run;
+    Run& ThisRun;
     AudiotoolRunView& View;
     Components Parts;
     const AudiotoolRows& Rows;

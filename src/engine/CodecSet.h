@@ -17,12 +17,13 @@ struct CodecSet {
     MpcEncoder mpcencoder1;
     ApeCodec Ape;
     AudioInformation Tags;
+    OutputSettings Settings;
 
     Components Parts() { return Parts(FileRenc, FileWenc); }
     // With another reader and writer.
     Components Parts(AudioSource& source, AudioSink& sink) {
         return {source,      sink, AACDecoder1, alacdec1, FlacCodec1, mpcdecoder1, FlacCodec_Encoder1,
-                mpcencoder1, Ape,  Tags};
+                mpcencoder1, Ape,  Tags,        Settings};
     }
 };
 

@@ -4,8 +4,8 @@
 
 namespace Sonmira {
 
+class Run;
 class RunView;
-struct RunState;
 
 // Where the output of a file goes. One object serves a whole run, because two of its values stay from
 // file to file where a file gives none of its own.
@@ -13,15 +13,15 @@ class Destination {
 public:
     // Works out the stem from CurrentInput. Returns false where CurrentInput is missing or its name has no
     // dot: such a file ends the run.
-    bool TakeStem(const RunState& run);
+    bool TakeStem(const Run& run);
 
     // Both set OutputStem: beside the source, or below the output folder. There it lies in `relativeFolder`,
     // or in the RelativeFolder of the record's parent.
-    void SetOutputStem(RunState& run, RunView& view, const QString& relativeFolder);
-    void SetOutputStemInParent(RunState& run, RunView& view, const QString& parentFolder);
+    void SetOutputStem(Run& run, RunView& view, const QString& relativeFolder);
+    void SetOutputStemInParent(Run& run, RunView& view, const QString& parentFolder);
 
 private:
-    bool BesideTheSource(RunState& run, RunView& view) const;
+    bool BesideTheSource(Run& run, RunView& view) const;
 
     QString SourceFolder;
     QString Stem;

@@ -1,6 +1,6 @@
 #include "engine/InputCheck.h"
 
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
 #include "platform/Failure.h"
 #include "platform/FileSearch.h"
@@ -11,15 +11,16 @@ namespace Sonmira {
 
 namespace {
 
-void Reject(RunState& run, RunView& view, const QString& path, std::optional<RowFailure> reason) {
-    view.SetRowFailure(run.CurrentItem, RowFailure::General);
-    run.FileError = true;
+void Reject(Run& run, RunView& view, Components parts, const QString& path,
+            std::optional<RowFailure> reason) {
+    view.SetRowFailure(run.CurrentItem(), RowFailure::General);
+    run.FailFile();
     if (EndsInUpper(path, u"WMA")) {
-        reason = run.WmaSupported ? RowFailure::WmaUnreadable : RowFailure::WmaUnsupported;
+        reason = parts.Settings.WmaSupported ? RowFailure::WmaUnreadable : RowFailure::WmaUnsupported;
     } else if (EndsInUpper(path, u"AAC")) {
         reason = RowFailure::AacUnreadable;
     }
-    view.SetRowFailure(run.CurrentItem, reason);
+    view.SetRowFailure(run.CurrentItem(), reason);
 }
 
 // The length in whole seconds of what a decoder of its own reads; nothing where that is no matter.
@@ -46,7 +47,7 @@ constexpr double TooShort = 1;
 
 }  // namespace
 
-bool CheckInputFile(RunState& run, RunView& view, Components parts, const QString& path) {
+bool CheckInputFile(Run& run, RunView& view, Components parts, const QString& path) {
     std::optional<RowFailure> reason;
     const auto because = [&reason](RowFailure failure) {
         FailureText(failure);  // fails where the language has none
@@ -63,7 +64,7 @@ bool CheckInputFile(RunState& run, RunView& view, Components parts, const QStrin
         const std::optional<double> duration = TestedDuration(parts, path);
         if (duration && *duration <= TooShort) throw Failure(FailureNumber::Component);
     });
-    if (!readable) Reject(run, view, path, reason);
+    if (!readable) Reject(run, view, parts, path, reason);
     return readable;
 }
 

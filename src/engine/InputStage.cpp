@@ -1,7 +1,7 @@
 #include "engine/InputStage.h"
 
 #include "engine/ProgressEvents.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/TagReading.h"
 #include "platform/Paths.h"
 
@@ -20,81 +20,66 @@ constexpr int FlacExtension = 4;
 }  // namespace
 
 // The tests follow each other on CurrentInput, which a decoder moves to its WAV: then no later one fits.
-bool InputStage::Prepare(TempWav& temp, QString& heldTitle) {
-    if (EndsInOneOf(Run.CurrentInput, {u"AAC", u"ALAC"}) && !PrepareAac(temp, heldTitle)) return false;
-    if (!EndsInOneOf(Run.CurrentInput, {u"AAC", u"WAV", u"AVI", u"APE", u"APL", u"FLAC"})) {
-        ReadTagOfStream(Run, View, Parts.Tags, Rules, Statement);
+bool InputStage::Prepare(QString& heldTitle) {
+    if (EndsInOneOf(ThisRun.CurrentInput(), {u"AAC", u"ALAC"}) && !PrepareAac(heldTitle)) return false;
+    if (!EndsInOneOf(ThisRun.CurrentInput(), {u"AAC", u"WAV", u"AVI", u"APE", u"APL", u"FLAC"})) {
+        ReadTagOfStream(ThisRun, View, Parts.Tags, Rules, Statement);
     }
-    if (EndsInUpper(Run.CurrentInput, u"FLAC")) PrepareFlac(temp, heldTitle);
-    if (EndsInOneOf(Run.CurrentInput, {u"APE", u"APL"})) PrepareApe(temp);
-    if (EndsInOneOf(Run.CurrentInput, {u"MPC", u"MP+"})) PrepareMpc(temp);
+    if (EndsInUpper(ThisRun.CurrentInput(), u"FLAC")) PrepareFlac(heldTitle);
+    if (EndsInOneOf(ThisRun.CurrentInput(), {u"APE", u"APL"})) PrepareApe();
+    if (EndsInOneOf(ThisRun.CurrentInput(), {u"MPC", u"MP+"})) PrepareMpc();
     return true;
 }
 
-void InputStage::BeginDecoding(TempWav& temp, int extensionLength) {
-    temp.Path = FreeTempWavPathFor(Run.CurrentInput, extensionLength);
-    Run.Busy = true;
-}
-
-void InputStage::TakeTempWav(TempWav& temp) {
-    temp.Used = true;
-    Run.CurrentInput = temp.Path;
-}
-
-bool InputStage::PrepareAac(TempWav& temp, QString& heldTitle) {
-    Run.RealFileName = Run.CurrentInput;
-    Run.EncodageParticulier = true;
-    Statement([&] { ReadTagOfAac(Run, View, Parts, heldTitle); });
+bool InputStage::PrepareAac(QString& heldTitle) {
+    ThisRun.KeepSource();
+    Statement([&] { ReadTagOfAac(ThisRun, View, Parts, heldTitle); });
     // Three letters also for "alac", of which one stays in the name.
-    BeginDecoding(temp, ShortExtension);
-    Statement([&] { Parts.AACDecoder1.SetInputFile(Run.CurrentInput); });
-    Statement([&] { Parts.AACDecoder1.SetOutputFile(temp.Path); });
+    const QString wav = ThisRun.BeginDecoding(ShortExtension);
+    Statement([&] { Parts.AACDecoder1.SetInputFile(ThisRun.CurrentInput()); });
+    Statement([&] { Parts.AACDecoder1.SetOutputFile(wav); });
     qint16 result = 0;
     // A decoder that fails is one that answers no.
     PassOver([&] {
-        const bool isAlac = Parts.alacdec1.IsAlac(Run.CurrentInput) == 1;
-        result = isAlac ? Parts.alacdec1.DecodeToWav(Run.CurrentInput, temp.Path) == 1
+        const bool isAlac = Parts.alacdec1.IsAlac(ThisRun.CurrentInput()) == 1;
+        result = isAlac ? Parts.alacdec1.DecodeToWav(ThisRun.CurrentInput(), wav) == 1
                         : Parts.AACDecoder1.DecodeToWav();
     });
     if (result <= 0) return false;
-    TakeTempWav(temp);
-    Run.CurrentInput = Parts.AACDecoder1.GetOutputFile();
+    ThisRun.EndDecoding(Parts.AACDecoder1.GetOutputFile(), true);
     return true;
 }
 
-void InputStage::PrepareFlac(TempWav& temp, const QString& heldTitle) {
-    Run.RealFileName = Run.CurrentInput;
-    Run.EncodageParticulier = true;
-    Statement([&] { Parts.FlacCodec1.SetInputFile(Run.CurrentInput); });
-    Statement([&] { ReadTagOfFlac(Run, Parts, heldTitle); });
-    BeginDecoding(temp, FlacExtension);
-    Parts.FlacCodec1.SetOutputFile(temp.Path);
+void InputStage::PrepareFlac(const QString& heldTitle) {
+    ThisRun.KeepSource();
+    Statement([&] { Parts.FlacCodec1.SetInputFile(ThisRun.CurrentInput()); });
+    Statement([&] { ReadTagOfFlac(ThisRun, Parts, heldTitle); });
+    const QString wav = ThisRun.BeginDecoding(FlacExtension);
+    Parts.FlacCodec1.SetOutputFile(wav);
     // Nobody reads the results of these three decoders: a WAV that is missing shows at the next look-up.
-    Run.InputIsWhole = PassOver([&] { Parts.FlacCodec1.DecodeToWav(); });
-    TakeTempWav(temp);
+    const bool isWhole = PassOver([&] { Parts.FlacCodec1.DecodeToWav(); });
+    ThisRun.EndDecoding(wav, isWhole);
 }
 
-void InputStage::PrepareApe(TempWav& temp) {
-    Run.RealFileName = Run.CurrentInput;
-    Run.EncodageParticulier = true;
-    Statement([&] { ReadTagOfBlock(Run, Parts, Rules.UntaggedApeYear); });
-    Run.KillFlag = 0;
-    BeginDecoding(temp, ShortExtension);
-    Run.InputIsWhole = PassOver([&] {
-        Parts.Ape.DecompressFile(Run.CurrentInput, temp.Path, MakeApeDecodingProgress(Run, View),
-                                 Run.KillFlag);
+void InputStage::PrepareApe() {
+    ThisRun.KeepSource();
+    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedApeYear); });
+    ThisRun.LowerKillFlag();
+    const QString wav = ThisRun.BeginDecoding(ShortExtension);
+    const bool isWhole = PassOver([&] {
+        Parts.Ape.DecompressFile(ThisRun.CurrentInput(), wav, MakeApeDecodingProgress(ThisRun, View),
+                                 ThisRun.KillFlag());
     });
-    TakeTempWav(temp);
+    ThisRun.EndDecoding(wav, isWhole);
 }
 
-void InputStage::PrepareMpc(TempWav& temp) {
-    Run.RealFileName = Run.CurrentInput;
-    Run.EncodageParticulier = true;
-    Statement([&] { ReadTagOfBlock(Run, Parts, Rules.UntaggedMpcYear); });
-    Run.KillFlag = 0;
-    BeginDecoding(temp, ShortExtension);
-    Run.InputIsWhole = PassOver([&] { Parts.mpcdecoder1.DecodeToWav(Run.CurrentInput, temp.Path); });
-    TakeTempWav(temp);
+void InputStage::PrepareMpc() {
+    ThisRun.KeepSource();
+    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedMpcYear); });
+    ThisRun.LowerKillFlag();
+    const QString wav = ThisRun.BeginDecoding(ShortExtension);
+    const bool isWhole = PassOver([&] { Parts.mpcdecoder1.DecodeToWav(ThisRun.CurrentInput(), wav); });
+    ThisRun.EndDecoding(wav, isWhole);
 }
 
 }  // namespace Sonmira

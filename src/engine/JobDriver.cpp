@@ -1,15 +1,13 @@
 #include "engine/JobDriver.h"
 
 #include "engine/RecordSteps.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
 #include "library/Collection.h"
 #include "library/RecordWalk.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
 #include "platform/Values.h"
-
-#include <QScopeGuard>
 
 namespace Sonmira {
 
@@ -20,31 +18,23 @@ void JobDriver::ShowCount() {
 }
 
 void JobDriver::RunAllConversions() {
-    View.SetControlsEnabled(false);
-    Run.CancelAll = Run.Busy = Run.FileError = Run.SkipCurrentFile = false;
-    View.ClearRows();
-    Run.CurrentItem = 0;
-    Run.TrashedFiles = 0;
-    Run.TrashedBytes = 0;
-    const auto tell = qScopeGuard([this] { View.ShowTrashed(Run.TrashedFiles, Run.TrashedBytes); });
+    ThisRun.Begin(View);
+    const RunGuard guard(ThisRun, View);
     FilesDone = 0;
     ShowCount();
 
-    RecordSteps steps(Run, View, Parts, FullRunRules);
+    RecordSteps steps(ThisRun, View, Parts, FullRunRules);
     RecordWalk walk(Items.Records);
     while (const std::optional<int> position = walk.Next()) {
         Checked16(*position);  // the records are numbered in 16 bits; a longer collection is an overflow
-        if (Run.CancelAll) break;
+        if (ThisRun.CancelAll()) break;
         // A copy: while a file is converted the user may remove records.
         const ConversionRecord record = Items.Records[*position];
         if (!ConvertRecord(steps, record)) return;
         // A run in which every file is refused copies nothing and would otherwise never let the window paint.
         View.Yield();
     }
-
-    Run.Busy = false;
-    View.SetControlsEnabled(true);
-    Run.FileError = false;
+    ThisRun.End(View);
 }
 
 bool JobDriver::ConvertRecord(RecordSteps& steps, const ConversionRecord& record) {
@@ -53,7 +43,9 @@ bool JobDriver::ConvertRecord(RecordSteps& steps, const ConversionRecord& record
     const std::optional<int> parent = Items.Records.FolderHolding(record);
     // Kept as it is now, like the record: a removal takes the folder along with its file.
     const QString parentFolder = parent ? Items.Records[*parent].RelativeFolder : u"\\"_s;
-    const auto setStem = [&](Destination& target) { target.SetOutputStemInParent(Run, View, parentFolder); };
+    const auto setStem = [&](Destination& target) {
+        target.SetOutputStemInParent(ThisRun, View, parentFolder);
+    };
     if (!record.Removed && !steps.Convert(record, setStem)) return false;
     ++FilesDone;
     steps.Finish(record, [this] { ShowCount(); });

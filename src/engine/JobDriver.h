@@ -6,17 +6,17 @@
 namespace Sonmira {
 
 class RecordSteps;
+class Run;
 class RunView;
 struct Collection;
 struct ConversionRecord;
-struct RunState;
 
 // Turns the files of the collection into output files, one at a time, on the user-interface thread. What
 // keeps the window alive meanwhile is that every step of a file yields to the event loop.
 class JobDriver {
 public:
-    JobDriver(RunState& state, RunView& shown, Components used, Collection& gathered)
-        : Run(state), View(shown), Parts(used), Items(gathered), Progress(state, shown, used) {}
+    JobDriver(Run& state, RunView& shown, Components used, Collection& gathered)
+        : ThisRun(state), View(shown), Parts(used), Items(gathered), Progress(state, shown, used) {}
 
     // Converts every record in order. One file's failure never ends the run; a stop command does, and so does
     // a file without a dot in its name, which leaves the controls locked (see RecordSteps). While a file is
@@ -29,7 +29,7 @@ private:
     void EnterFolder(const ConversionRecord& record);
     void ShowCount();
 
-    RunState& Run;
+    Run& ThisRun;
     RunView& View;
     Components Parts;
     Collection& Items;

@@ -1,19 +1,19 @@
 #include "engine/OutputName.h"
 
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "platform/FileSearch.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
 
 namespace Sonmira {
 
-OutputName::OutputName(RunState& state, QString extension)
-    : Run(state), Stem(state.OutputStem), Extension(std::move(extension)) {
+OutputName::OutputName(Run& state, QString extension)
+    : ThisRun(state), Stem(state.OutputStem()), Extension(std::move(extension)) {
     if (FileExists(Path())) TakeNext();
 }
 
 QString OutputName::Path() const {
-    return Run.OutputStem + Extension;
+    return ThisRun.OutputStem() + Extension;
 }
 
 bool OutputName::IsTakenByFile() const {
@@ -23,7 +23,7 @@ bool OutputName::IsTakenByFile() const {
 void OutputName::TakeNext() {
     do {
         ++Number;
-        Run.OutputStem = Stem + u'(' + PlainNumber(Number) + u')';
+        ThisRun.SetOutputStem(Stem + u'(' + PlainNumber(Number) + u')');
     } while (FileExists(Path()));
 }
 

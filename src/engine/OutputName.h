@@ -6,7 +6,7 @@
 
 namespace Sonmira {
 
-struct RunState;
+class Run;
 
 // The name of an output. It was free when it was looked for; where somebody else takes it before the file is
 // made, the next free one counts. The number of the name stays in the run's OutputStem: song, else song(1),
@@ -14,7 +14,7 @@ struct RunState;
 class OutputName {
 public:
     // Looks for the first free name of the run's OutputStem with that extension. Hidden files are not seen.
-    OutputName(RunState& state, QString extension);
+    OutputName(Run& state, QString extension);
 
     // The whole inner path.
     QString Path() const;
@@ -39,7 +39,7 @@ private:
     // The next number whose name no visible file has.
     void TakeNext();
 
-    RunState& Run;
+    Run& ThisRun;
     QString Stem;
     QString Extension;
     int Number = 0;  // 0 is the bare stem

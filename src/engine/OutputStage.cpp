@@ -3,7 +3,7 @@
 #include "engine/OutputFormatNames.h"
 #include "engine/OutputName.h"
 #include "engine/ProgressEvents.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
 #include "engine/TagWriting.h"
 #include "engine/TempWav.h"
@@ -47,42 +47,42 @@ void OutputStage::EncodeToWav() {
 }
 
 void OutputStage::EncodeByStream(const QString& extension) {
-    if (!Run.Busy) return;
-    OutputName output(Run, extension);
-    TranscodeStream(Run, View, Parts, Run.CurrentInput, output);
+    if (!ThisRun.Busy()) return;
+    OutputName output(ThisRun, extension);
+    TranscodeStream(ThisRun, View, Parts, ThisRun.CurrentInput(), output);
 }
 
 void OutputStage::EncodeToWma() {
-    if (!Run.Busy) return;
+    if (!ThisRun.Busy()) return;
     const bool encoded = PassOver([&] {
-        OutputName output(Run, u".wma"_s);
-        Parts.FileRenc.OpenForRead(Run.CurrentInput);
+        OutputName output(ThisRun, u".wma"_s);
+        Parts.FileRenc.OpenForRead(ThisRun.CurrentInput());
         // Without a usable format the file is left alone and finishes as converted.
         if (Parts.FileRenc.FormatCode() < 0) return;
         const int sampleRate = Parts.FileRenc.SampleRate();
         const int channelCount = Parts.FileRenc.ChannelCount();
         Parts.FileWenc.SetSourceFormat(sampleRate, channelCount);
         Parts.FileRenc.CloseFile();
-        TranscodeStream(Run, View, Parts, Run.CurrentInput, output);
+        TranscodeStream(ThisRun, View, Parts, ThisRun.CurrentInput(), output);
     });
     if (encoded) return;
-    Run.FileError = true;
+    ThisRun.FailFile();
     View.ShowWmaStageFailure();
 }
 
 void OutputStage::EncodeToApe() {
     EncodeFromWav(u".ape"_s, [this](const QString& wav, const QString& output) {
-        Run.KillFlag = 0;
-        Parts.Ape.CompressFile(wav, output, Run.Levels.ApeCompressionLevel, MakeApeProgress(View),
-                               Run.KillFlag);
+        ThisRun.LowerKillFlag();
+        Parts.Ape.CompressFile(wav, output, Parts.Settings.ApeCompressionLevel, MakeApeProgress(View),
+                               ThisRun.KillFlag());
     });
 }
 
 void OutputStage::EncodeToFlac() {
     EncodeFromWav(u".flac"_s, [this](const QString& wav, const QString& output) {
-        Run.KillFlag = 0;
+        ThisRun.LowerKillFlag();
         Parts.FlacCodec_Encoder1.EncodeFromWav(wav, output,
-                                               static_cast<qint16>(Run.Levels.FlacCompressionLevel));
+                                               static_cast<qint16>(Parts.Settings.FlacCompressionLevel));
     });
 }
 
@@ -95,11 +95,11 @@ void OutputStage::EncodeToMpc() {
 
 template <class Encode>
 void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
-    if (!Run.Busy) return;
-    OutputName output(Run, extension);
+    if (!ThisRun.Busy()) return;
+    OutputName output(ThisRun, extension);
     const std::optional<QString> wav = WavInput();
     if (!wav) return;
-    const bool isWavWhole = !Run.FileError;
+    const bool isWavWhole = !ThisRun.FileError();
     // Nobody reads the encoders' results; a source is only spared for good by them.
     bool isOurs = true;
     const bool encoded = PassOver([&] {
@@ -108,21 +108,21 @@ void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
             encode(*wav, path);
         });
     });
-    Run.OutputIsWhole = isWavWhole && encoded && StampOf(output.Path()).has_value();
+    ThisRun.EndOutput(isWavWhole && encoded && StampOf(output.Path()).has_value());
     // An encoder that fails before it makes its file must not have that of another program tagged.
-    if (encoded || isOurs) WriteOutputTag(Run, View, Parts, output.Path());
+    if (encoded || isOurs) WriteOutputTag(ThisRun, View, Parts, output.Path());
     // Only a decoder's WAV goes. One that the copy has made stays in the temporary folder, as it always has.
-    if (Run.EncodageParticulier) PassOver([&] { DeleteFileOutright(*wav); });
+    if (ThisRun.EncodageParticulier()) PassOver([&] { DeleteFileOutright(*wav); });
     View.ShowProgress(0);
 }
 
 std::optional<QString> OutputStage::WavInput() {
-    if (EndsInUpper(Run.CurrentInput, u"WAV")) return Run.CurrentInput;
+    if (EndsInUpper(ThisRun.CurrentInput(), u"WAV")) return ThisRun.CurrentInput();
     constexpr int ExtensionLength = 3;  // for every input, so that a longer one leaves a letter in the name
-    const QString wav = FreeTempWavPathFor(Run.CurrentInput, ExtensionLength);
-    Parts.FileWenc.SetFormatPCM(Run.Frequency, Run.Channels, 16);
-    TranscodeStream(Run, View, Parts, Run.CurrentInput, wav);
-    if (Run.CancelAll) return std::nullopt;
+    const QString wav = FreeTempWavPathFor(ThisRun.CurrentInput(), ExtensionLength);
+    Parts.FileWenc.SetFormatPCM(44100, 2, 16);
+    TranscodeStream(ThisRun, View, Parts, ThisRun.CurrentInput(), wav);
+    if (ThisRun.CancelAll()) return std::nullopt;
     return wav;
 }
 

@@ -4,15 +4,15 @@
 
 namespace Sonmira {
 
+class Run;
 class RunView;
-struct RunState;
 
 // One routine an output format. Each makes the output name free by the "(n)" rule, which stays in
 // OutputStem, and encodes CurrentInput; none does anything unless the run is busy. The parameters are those
 // that stand in FileWenc or the run's state at that moment.
 class OutputStage {
 public:
-    OutputStage(RunState& state, RunView& shown, Components used) : Run(state), View(shown), Parts(used) {}
+    OutputStage(Run& state, RunView& shown, Components used) : ThisRun(state), View(shown), Parts(used) {}
 
     // Calls the routine of the format that the window names, compared exactly. Any other text selects none.
     void Dispatch();
@@ -33,7 +33,7 @@ private:
     // The WAV to encode; nothing where the user stopped on the way to it.
     std::optional<QString> WavInput();
 
-    RunState& Run;
+    Run& ThisRun;
     RunView& View;
     Components Parts;
 };

@@ -1,7 +1,8 @@
 #include "engine/ProgressEvents.h"
 
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
+#include "engine/StopCommands.h"
 #include "platform/Values.h"
 
 namespace Sonmira {
@@ -13,18 +14,18 @@ int Percent(qint32 done, qint32 total) {
 }
 
 // Encoders write the bar and the row together, and only where the row's text changes.
-void ShowEncoding(RunState& run, RunView& view, int percent) {
-    if (view.UpdateRowPercent(run.CurrentItem, percent)) view.ShowProgress(percent);
+void ShowEncoding(Run& run, RunView& view, int percent) {
+    if (view.UpdateRowPercent(run.CurrentItem(), percent)) view.ShowProgress(percent);
 }
 
 }  // namespace
 
-ProgressEvents::ProgressEvents(RunState& state, RunView& shown, Components watched) : Parts(watched) {
+ProgressEvents::ProgressEvents(Run& state, RunView& shown, Components watched) : Parts(watched) {
     const auto moveBar = [&run = state, &view = shown](auto& decoder) {
         return [&](qint16 percent) {
             view.ShowProgress(percent);
             view.Yield();
-            if (run.DecodingStopped) decoder.StopCodec();
+            RepeatStop(run, decoder);
         };
     };
     Parts.AACDecoder1.Progress = moveBar(Parts.AACDecoder1);
@@ -44,7 +45,7 @@ ProgressEvents::ProgressEvents(RunState& state, RunView& shown, Components watch
         if (done == 0 || total == 0) return;
         view.ShowProgress(Percent(done, total));
         view.Yield();
-        if (run.MpcDecodingStopped) decoder.StopCodec();
+        RepeatStop(run, decoder);
     };
     Parts.mpcencoder1.Progress = [&run = state, &view = shown](qint32 total, qint32 done) {
         if (done == 0 || total == 0) return;
@@ -69,10 +70,10 @@ ApeProgressCallback MakeApeProgress(RunView& view) {
     };
 }
 
-ApeProgressCallback MakeApeDecodingProgress(RunState& run, RunView& view) {
+ApeProgressCallback MakeApeDecodingProgress(Run& run, RunView& view) {
     return [&run, show = MakeApeProgress(view)](qint32 thousandths) {
         show(thousandths);
-        if (run.DecodingStopped) run.KillFlag = 1;
+        RepeatStopToApe(run);
     };
 }
 

@@ -4,15 +4,15 @@
 
 namespace Sonmira {
 
+class Run;
 class RunView;
-struct RunState;
 
 // Shows what the components tell of their progress, for as long as it lives: a run has one. Decoders move the
 // bar only, the FLAC and Musepack encoders the row too. Each step yields to the event loop, which is when a
 // stop command is heard.
 class ProgressEvents {
 public:
-    ProgressEvents(RunState& state, RunView& shown, Components watched);
+    ProgressEvents(Run& state, RunView& shown, Components watched);
     ~ProgressEvents();
     ProgressEvents(const ProgressEvents&) = delete;
     ProgressEvents& operator=(const ProgressEvents&) = delete;
@@ -24,6 +24,6 @@ private:
 // What CompressFile and DecompressFile call with thousandths of a percent. Moves the bar only, both ways.
 ApeProgressCallback MakeApeProgress(RunView& view);
 // The same, and it tells a decoder to stop that began after it was told to.
-ApeProgressCallback MakeApeDecodingProgress(RunState& run, RunView& view);
+ApeProgressCallback MakeApeDecodingProgress(Run& run, RunView& view);
 
 }  // namespace Sonmira

@@ -3,10 +3,9 @@
 #include "engine/InputCheck.h"
 #include "engine/InputStage.h"
 #include "engine/OutputStage.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
 #include "library/ConversionRecords.h"
-#include "platform/Clock.h"
 #include "platform/FileRemoval.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
@@ -16,30 +15,16 @@
 namespace Sonmira {
 
 void RecordSteps::AddRow(const ConversionRecord& record) {
-    Run.CurrentItem = View.AddRow();
-    View.SetRowNumber(Run.CurrentItem, Run.CurrentItem);
-    View.SetRowName(Run.CurrentItem, record.Name);
-    View.SetRowPercent(Run.CurrentItem, 0);
-    View.SetRowIcon(Run.CurrentItem, ConversionIcon);
-    View.ScrollToRow(Run.CurrentItem);
-}
-
-void RecordSteps::ResetTag() {
-    Run.Tag = TagRecord{};
-    Run.Tag.Year = PlainNumber(CurrentYear());
-    // Fields that no record carries (a composer, say) go from a file to its output through the tag object;
-    // what it held of the file before is not this one's.
-    Run.Loaded = TagValues();
-    Parts.Tags.Clear();
+    ThisRun.TakeRow(View.AddRow());
+    View.SetRowNumber(ThisRun.CurrentItem(), ThisRun.CurrentItem());
+    View.SetRowName(ThisRun.CurrentItem(), record.Name);
+    View.SetRowPercent(ThisRun.CurrentItem(), 0);
+    View.SetRowIcon(ThisRun.CurrentItem(), ConversionIcon);
+    View.ScrollToRow(ThisRun.CurrentItem());
 }
 
 bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem) {
-    Run.SkipCurrentFile = false;
-    Run.FileError = false;
-    Run.DecodingStopped = Run.MpcDecodingStopped = false;
-    Run.InputIsWhole = true;
-    Source = StampOf(record.Path);
-    Run.CurrentInput = record.Path;
+    ThisRun.BeginFile(record.Path);
     if (Rules.ShowsFileName) {
         Statement([&] { View.ShowFileName(record.Name); });
         Statement([&] { View.ClearDuration(); });
@@ -47,54 +32,53 @@ bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem
     Statement([&] { AddRow(record); });
 
     bool accepted = false;
-    Statement([&] { accepted = CheckInputFile(Run, View, Parts, Run.CurrentInput); });
+    Statement([&] { accepted = CheckInputFile(ThisRun, View, Parts, ThisRun.CurrentInput()); });
     if (!accepted) return true;
 
-    Run.Busy = true;
-    ResetTag();
-    Temp.Used = false;
-    Run.EncodageParticulier = false;
-    if (!InputStage(Run, View, Parts, Rules, Statement).Prepare(Temp, HeldTitle)) return true;
+    ThisRun.AcceptFile();
+    // Fields that no record carries (a composer, say) go from a file to its output through the tag object;
+    // what it held of the file before is not this one's.
+    Parts.Tags.Clear();
+    if (!InputStage(ThisRun, View, Parts, Rules, Statement).Prepare(HeldTitle)) return true;
 
     bool hasStem = false;
-    Statement([&] { hasStem = Target.TakeStem(Run); });
+    Statement([&] { hasStem = Target.TakeStem(ThisRun); });
     if (!hasStem) return false;
     Statement([&] { setStem(Target); });
-    if (!Run.CancelAll) Statement([&] { OutputStage(Run, View, Parts).Dispatch(); });
+    if (!ThisRun.CancelAll()) Statement([&] { OutputStage(ThisRun, View, Parts).Dispatch(); });
     Statement([&] { DeleteTempWav(); });
     return true;
 }
 
 void RecordSteps::DeleteTempWav() {
-    if (!Temp.Used) return;
-    const QString looked = Rules.LooksForTempWavItself ? Temp.Path : Parts.AACDecoder1.GetOutputFile();
-    if (FileExists(looked)) DeleteFileOutright(Temp.Path);
+    const FileInHand& file = ThisRun.File();
+    if (!file.TempWavUsed) return;
+    const QString looked = Rules.LooksForTempWavItself ? file.TempWavPath : Parts.AACDecoder1.GetOutputFile();
+    if (FileExists(looked)) DeleteFileOutright(file.TempWavPath);
 }
 
 // A source that a trash takes is there to be had back; one that none takes goes for good only where its sound
 // is known to stand in the output.
 void RecordSteps::RemoveSource(const QString& path) {
-    const bool isWhole = Run.InputIsWhole && Run.OutputIsWhole && !Run.DecodingStopped;
     // Another file may have come under the name since, or have been written into this one.
-    const bool isSame = Source && StampOf(path) == Source;
+    const std::optional<FileStamp>& begun = ThisRun.File().Stamp;
+    const bool isSame = begun && StampOf(path) == begun;
     const SourceRemoval removal =
-        RemoveSourceFile(path, isWhole && isSame ? WithoutTrash::Delete : WithoutTrash::Keep);
-    if (removal.Ends != SourceRemoval::Place::Trash) return;
-    ++Run.TrashedFiles;
-    Run.TrashedBytes += removal.Size;
+        RemoveSourceFile(path, ThisRun.IsSoundWhole() && isSame ? WithoutTrash::Delete : WithoutTrash::Keep);
+    if (removal.Ends == SourceRemoval::Place::Trash) ThisRun.CountTrashed(removal.Size);
 }
 
 void RecordSteps::Finish(const ConversionRecord& record, const std::function<void()>& showCount) {
     // Said of this file alone: a removed record that comes next has no output.
-    const auto forget = qScopeGuard([this] { Run.OutputIsWhole = false; });
+    const auto forget = qScopeGuard([this] { ThisRun.EndOutput(false); });
     Statement([&] { showCount(); });
     Statement.PassFailuresOver();
     // A removed record has no row of its own and paints the row of the file before it.
-    if (Run.FileError) {
-        Statement([&] { View.SetRowIcon(Run.CurrentItem, ErrorIcon); });
+    if (ThisRun.FileError()) {
+        Statement([&] { View.SetRowIcon(ThisRun.CurrentItem(), ErrorIcon); });
         return;
     }
-    Statement([&] { View.SetRowIcon(Run.CurrentItem, ConvertedIcon); });
+    Statement([&] { View.SetRowIcon(ThisRun.CurrentItem(), ConvertedIcon); });
     if (View.Check2()) Statement([&] { RemoveSource(record.Path); });
 }
 

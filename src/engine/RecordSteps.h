@@ -9,16 +9,16 @@
 
 namespace Sonmira {
 
+class Run;
 class RunView;
 struct ConversionRecord;
-struct RunState;
 
 // The steps of one file, in the order in which they are taken, the same for both drivers but for their rules.
 // Holds what a run remembers from file to file; a new run takes a new object.
 class RecordSteps {
 public:
-    RecordSteps(RunState& state, RunView& shown, Components used, const DriverRules& rules)
-        : Run(state), View(shown), Parts(used), Rules(rules) {}
+    RecordSteps(Run& state, RunView& shown, Components used, const DriverRules& rules)
+        : ThisRun(state), View(shown), Parts(used), Rules(rules) {}
 
     // Sets OutputStem once the stem is known.
     using SetStem = std::function<void(Destination& target)>;
@@ -33,19 +33,16 @@ public:
 
 private:
     void AddRow(const ConversionRecord& record);
-    void ResetTag();
     void DeleteTempWav();
     void RemoveSource(const QString& path);
 
-    RunState& Run;
+    Run& ThisRun;
     RunView& View;
     Components Parts;
     const DriverRules& Rules;
     Statements Statement;
     Destination Target;
-    TempWav Temp;
-    QString HeldTitle;                // of the last AAC file that had one
-    std::optional<FileStamp> Source;  // of the file in hand, when it was begun
+    QString HeldTitle;  // of the last AAC file that had one
 };
 
 }  // namespace Sonmira

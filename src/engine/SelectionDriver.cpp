@@ -1,7 +1,7 @@
 #include "engine/SelectionDriver.h"
 
 #include "engine/RecordSteps.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
 #include "library/Collection.h"
 #include "library/RecordWalk.h"
@@ -22,7 +22,7 @@ constexpr int DeepestFolder = 2048;
 }  // namespace
 
 void SelectionDriver::ShowCount() {
-    View.ShowCount(Run.SelectionDone, Run.SelectionTotal);
+    View.ShowCount(SelectionDone, SelectionTotal);
 }
 
 void SelectionDriver::CountFilesUnderNode(const QString& key) {
@@ -30,7 +30,7 @@ void SelectionDriver::CountFilesUnderNode(const QString& key) {
     if (!position || Items.Records[*position].Removed) return;
     const ConversionRecord& record = Items.Records[*position];
     if (record.IsFile) {
-        ++Run.SelectionTotal;
+        ++SelectionTotal;
     } else {
         CountFilesOfFolder(record.Index, 0);
     }
@@ -42,7 +42,7 @@ void SelectionDriver::CountFilesOfFolder(qint16 index, int depth) {
         const ConversionRecord& child = Items.Records[position];
         if (child.Removed) continue;
         if (child.IsFile) {
-            ++Run.SelectionTotal;
+            ++SelectionTotal;
         } else {
             CountFilesOfFolder(child.Index, depth + 1);
         }
@@ -50,24 +50,20 @@ void SelectionDriver::CountFilesOfFolder(qint16 index, int depth) {
 }
 
 void SelectionDriver::ConvertNode(const QString& key) {
-    Run.CancelAll = false;
-    View.ClearRows();
-    Run.CurrentItem = 0;
-    Run.SelectionTotal = Run.SelectionDone = 0;
-    Run.TrashedFiles = 0;
-    Run.TrashedBytes = 0;
-    const auto tell = qScopeGuard([this] { View.ShowTrashed(Run.TrashedFiles, Run.TrashedBytes); });
+    ThisRun.ForgetCancel();
+    const RunGuard guard(ThisRun, View);
+    SelectionTotal = SelectionDone = 0;
     if (key.isEmpty()) return;
     CountFilesUnderNode(key);
     const std::optional<int> position = Items.Records.FirstWithPath(key);
     if (!position) return;
     const ConversionRecord record = Items.Records[*position];
     if (record.IsFile) {
-        Run.SelectionTotal = 1;
-        if (!Run.CancelAll) ConvertOneFile(*position, {});
+        SelectionTotal = 1;
+        if (!ThisRun.CancelAll()) ConvertOneFile(*position, {});
         return;
     }
-    if (Run.CancelAll) return;
+    if (ThisRun.CancelAll()) return;
     // Made whether or not the outputs go beside their sources.
     CreateFolder(OutputRoot(View) + record.Name);
     QString name = record.Name;
@@ -81,7 +77,7 @@ void SelectionDriver::ConvertNode(const QString& key) {
 
 void SelectionDriver::ConvertFolderTree(qint16 parentIndex, QString& relativeFolder, int depth) {
     // A record that could not be numbered has no children of its own.
-    if (Run.CancelAll || parentIndex == 0 || depth > DeepestFolder) return;
+    if (ThisRun.CancelAll() || parentIndex == 0 || depth > DeepestFolder) return;
     RecordWalk walk(Items.Records);
     while (const std::optional<int> next = walk.NextChildOf(parentIndex)) {
         const int position = *next;
@@ -91,36 +87,35 @@ void SelectionDriver::ConvertFolderTree(qint16 parentIndex, QString& relativeFol
         if (child.IsFile) {
             ConvertOneFile(position, relativeFolder);
         } else {
-            if (Run.CancelAll) break;
+            if (ThisRun.CancelAll()) break;
             relativeFolder = WithBackslash(relativeFolder);
             CreateFolder(OutputRoot(View) + relativeFolder + child.Name);
             QString childFolder = relativeFolder + child.Name;
             ConvertFolderTree(child.Index, childFolder, depth + 1);
         }
-        if (Run.CancelAll) break;
+        if (ThisRun.CancelAll()) break;
     }
 }
 
 void SelectionDriver::ConvertOneFile(int position, const QString& relativeFolder) {
-    View.SetControlsEnabled(false);
-    Run.CancelAll = Run.Busy = Run.FileError = Run.SkipCurrentFile = false;
+    ThisRun.Begin(View);
     ShowCount();
     // A copy, for the same reason.
     const ConversionRecord record = Items.Records[position];
-    RecordSteps steps(Run, View, Parts, SingleFileRules);
+    RecordSteps steps(ThisRun, View, Parts, SingleFileRules);
     if (!record.Removed) {
         View.ShowFolder(relativeFolder);
-        const auto setStem = [&](Destination& target) { target.SetOutputStem(Run, View, relativeFolder); };
+        const auto setStem = [&](Destination& target) {
+            target.SetOutputStem(ThisRun, View, relativeFolder);
+        };
         if (!steps.Convert(record, setStem)) return;
     }
     if (record.IsFile) {
-        ++Run.SelectionDone;
+        ++SelectionDone;
         steps.Finish(record, [this] { ShowCount(); });
     }
     View.Yield();
-    Run.Busy = false;
-    View.SetControlsEnabled(true);
-    Run.FileError = false;
+    ThisRun.End(View);
 }
 
 }  // namespace Sonmira

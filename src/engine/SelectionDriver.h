@@ -5,16 +5,16 @@
 
 namespace Sonmira {
 
+class Run;
 class RunView;
 struct Collection;
-struct RunState;
 
 // Converts what one node of the tree stands for: a file, or a folder with all that the numbers of its records
 // say lies in it. Works as the full run does, but each file is a little run of its own.
 class SelectionDriver {
 public:
-    SelectionDriver(RunState& state, RunView& shown, Components used, Collection& gathered)
-        : Run(state), View(shown), Parts(used), Items(gathered), Progress(state, shown, used) {}
+    SelectionDriver(Run& state, RunView& shown, Components used, Collection& gathered)
+        : ThisRun(state), View(shown), Parts(used), Items(gathered), Progress(state, shown, used) {}
 
     // The selection run of the node of that key. The root's key stands for no record and converts nothing,
     // and so does the empty text, which says that no node is selected.
@@ -31,11 +31,13 @@ private:
     void ConvertFolderTree(qint16 parentIndex, QString& relativeFolder, int depth);
     void ShowCount();
 
-    RunState& Run;
+    Run& ThisRun;
     RunView& View;
     Components Parts;
     Collection& Items;
     ProgressEvents Progress;
+    int SelectionTotal = 0;
+    int SelectionDone = 0;
 };
 
 }  // namespace Sonmira

@@ -1,6 +1,5 @@
 #include "engine/StopCommands.h"
 
-#include "engine/RunState.h"
 #include "engine/RunView.h"
 #include "library/Collection.h"
 
@@ -8,60 +7,81 @@ namespace Sonmira {
 
 namespace {
 
-void StopInMenuOrder(RunState& run, Components parts) {
-    run.DecodingStopped = run.MpcDecodingStopped = true;
+void StopAllDecoding(Run& run) {
+    run.StopDecoding();
+    run.StopMpcDecoding();
+}
+
+void StopInMenuOrder(Run& run, Components parts) {
+    StopAllDecoding(run);
     parts.AACDecoder1.StopCodec();
     parts.FlacCodec1.StopCodec();
     parts.mpcencoder1.StopCodec();
     parts.mpcdecoder1.StopCodec();
+    run.RaiseKillFlag();
 }
 
 }  // namespace
 
-void CancelByMenu(RunState& run, Collection& collection, Components parts) {
+void CancelByMenu(Run& run, Collection& collection, Components parts) {
     collection.StopScan = true;
-    if (!run.Busy) return;
+    if (!run.Busy()) return;
     StopInMenuOrder(run, parts);
-    run.KillFlag = 1;
-    run.CancelAll = true;
+    run.Cancel();
 }
 
-void CancelByToolbar(RunState& run, Collection& collection, Components parts) {
+void CancelByToolbar(Run& run, Collection& collection, Components parts) {
     collection.StopScan = true;
-    if (!run.Busy) return;
-    run.DecodingStopped = run.MpcDecodingStopped = true;
+    if (!run.Busy()) return;
+    StopAllDecoding(run);
     parts.AACDecoder1.StopCodec();
     parts.mpcencoder1.StopCodec();
     parts.mpcdecoder1.StopCodec();
     parts.FlacCodec1.StopCodec();
-    run.KillFlag = 1;
-    run.CancelAll = true;
+    run.RaiseKillFlag();
+    run.Cancel();
 }
 
-void CancelByButton(RunState& run, Components parts) {
-    if (!run.Busy) return;
-    run.DecodingStopped = true;
+void CancelByButton(Run& run, Components parts) {
+    if (!run.Busy()) return;
+    run.StopDecoding();
     parts.AACDecoder1.StopCodec();
     parts.FlacCodec1.StopCodec();
     parts.alacdec1.StopCodec();
     parts.mpcencoder1.StopCodec();
-    run.KillFlag = 1;
-    run.CancelAll = true;
+    run.RaiseKillFlag();
+    run.Cancel();
 }
 
-void SkipFile(RunState& run, Components parts) {
-    if (!run.Busy) return;
-    run.SkipCurrentFile = true;
+void CancelByClosing(Run& run) {
+    StopAllDecoding(run);
+    run.Cancel();
+}
+
+void SkipFile(Run& run, Components parts) {
+    if (!run.Busy()) return;
+    run.SkipFile();
     StopInMenuOrder(run, parts);
-    run.KillFlag = 1;
 }
 
-void CancelOneFile(RunState& run) {
-    run.SkipCurrentFile = true;
+void CancelOneFile(Run& run) {
+    run.SkipFile();
 }
 
-void ClearRowsWhenIdle(const RunState& run, RunView& view) {
-    if (!run.Busy) view.ClearRows();
+void ClearRowsWhenIdle(const Run& run, RunView& view) {
+    if (!run.Busy()) view.ClearRows();
+}
+
+bool IsCopyStopped(const Run& run) {
+    return run.SkipCurrentFile() || run.CancelAll();
+}
+
+void RepeatStop(const Run& run, MpcDecoder& decoder) {
+    if (run.File().MpcDecodingStopped) decoder.StopCodec();
+}
+
+void RepeatStopToApe(Run& run) {
+    if (run.File().DecodingStopped) run.RaiseKillFlag();
 }
 
 }  // namespace Sonmira

@@ -1,6 +1,6 @@
 #include "engine/TagReading.h"
 
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
@@ -67,68 +67,70 @@ void TakeTexts(TagRecord& tag, const Id3Fields& block) {
 
 }  // namespace
 
-void ReadTagOfAac(RunState& run, RunView& view, Components parts, QString& heldTitle) {
-    const Id3Fields block(parts.Ape, run.CurrentInput);
+void ReadTagOfAac(Run& run, RunView& view, Components parts, QString& heldTitle) {
+    const Id3Fields block(parts.Ape, run.CurrentInput());
     if (!block.IsTag()) return;
     heldTitle = block.Title();
     const PanelTag panel{block.Artist(), block.Album(), block.Year(), block.Comment(),
                          PlainNumber(block.Genre())};
     view.SetPanelTag(panel);
-    if (WithoutBlanks(run.Tag.GenreText).isEmpty()) {
-        run.Tag.GenreText = AudioInformation::GenreName(ToInteger16(LeadingNumber(view.GetPanelTag().Genre)));
+    if (WithoutBlanks(run.Tag().GenreText).isEmpty()) {
+        run.Tag().GenreText =
+            AudioInformation::GenreName(ToInteger16(LeadingNumber(view.GetPanelTag().Genre)));
     }
 }
 
-void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules,
+void ReadTagOfStream(Run& run, RunView& view, AudioInformation& tags, const DriverRules& rules,
                      const Statements& statement) {
     const auto load = [&](qint16 kind) {
         tags.SetTagKind(kind);
-        statement([&] { tags.LoadTag(run.CurrentInput); });
+        statement([&] { tags.LoadTag(run.CurrentInput()); });
     };
     load(1);
     if (tags.Title.isEmpty() && tags.Artist.isEmpty()) load(2);
     // Held apart: the tag page works on the same object, and the user may turn to it at any yield.
-    const TagValues& loaded = run.Loaded = static_cast<const TagValues&>(tags);
+    run.KeepTag(tags);
+    const TagValues& loaded = run.File().Loaded;
     view.Yield();
-    run.Tag.Title = loaded.Title;
-    run.Tag.Artist = loaded.Artist;
-    run.Tag.Album = loaded.Album;
-    run.Tag.GenreIndex = loaded.Genre;
-    run.Tag.GenreText = loaded.GenreString;
-    if (run.Tag.GenreText.isEmpty()) run.Tag.GenreText = AudioInformation::GenreName(loaded.Genre);
-    run.Tag.Comment = loaded.Comment;
-    run.Tag.Year = PlainNumber(loaded.Year);
-    const int offset = EndsInUpper(run.CurrentInput, u"WMA") ? rules.WmaTrackOffset : 0;
-    statement([&] { run.Tag.Track = Checked16(qint64{loaded.Track} + offset); });
+    run.Tag().Title = loaded.Title;
+    run.Tag().Artist = loaded.Artist;
+    run.Tag().Album = loaded.Album;
+    run.Tag().GenreIndex = loaded.Genre;
+    run.Tag().GenreText = loaded.GenreString;
+    if (run.Tag().GenreText.isEmpty()) run.Tag().GenreText = AudioInformation::GenreName(loaded.Genre);
+    run.Tag().Comment = loaded.Comment;
+    run.Tag().Year = PlainNumber(loaded.Year);
+    const int offset = EndsInUpper(run.CurrentInput(), u"WMA") ? rules.WmaTrackOffset : 0;
+    statement([&] { run.Tag().Track = Checked16(qint64{loaded.Track} + offset); });
 }
 
-void ReadTagOfFlac(RunState& run, Components parts, const QString& heldTitle) {
+void ReadTagOfFlac(Run& run, Components parts, const QString& heldTitle) {
     const FlacDecoder& flac = parts.FlacCodec1;
-    run.Tag.Title = flac.Title();
-    run.Tag.Artist = flac.Artist();
-    run.Tag.Album = flac.Album();
-    run.Tag.Year = flac.Year();
-    run.Tag.Comment = flac.Comment();
-    run.Tag.Track = 1;
-    run.Tag.GenreIndex = FallbackGenre;
-    run.Tag.GenreText = flac.Genre();
+    run.Tag().Title = flac.Title();
+    run.Tag().Artist = flac.Artist();
+    run.Tag().Album = flac.Album();
+    run.Tag().Year = flac.Year();
+    run.Tag().Comment = flac.Comment();
+    run.Tag().Track = 1;
+    run.Tag().GenreIndex = FallbackGenre;
+    run.Tag().GenreText = flac.Genre();
     if (!WithoutBlanks(heldTitle).isEmpty()) return;
     // No look at the marker: a file without a block gets fields of zeros.
-    TakeTexts(run.Tag, Id3Fields(parts.Ape, run.CurrentInput));
-    run.Tag.GenreText = AudioInformation::GenreName(run.Tag.GenreIndex);
+    TakeTexts(run.Tag(), Id3Fields(parts.Ape, run.CurrentInput()));
+    run.Tag().GenreText = AudioInformation::GenreName(run.Tag().GenreIndex);
 }
 
-void ReadTagOfBlock(RunState& run, Components parts, QStringView untaggedYear) {
-    const Id3Fields block(parts.Ape, run.CurrentInput);
+void ReadTagOfBlock(Run& run, Components parts, QStringView untaggedYear) {
+    const Id3Fields block(parts.Ape, run.CurrentInput());
     if (block.IsTag()) {
-        TakeTexts(run.Tag, block);
-        run.Tag.GenreText = PlainNumber(block.Genre());
+        TakeTexts(run.Tag(), block);
+        run.Tag().GenreText = PlainNumber(block.Genre());
         return;
     }
-    run.Tag = TagRecord{};
-    run.Tag.Track = 0;
-    run.Tag.GenreIndex = FallbackGenre;
-    run.Tag.Year = untaggedYear.toString();
+    run.Tag() = TagRecord{};
+    run.Tag().Track = 0;
+    run.Tag().GenreIndex = FallbackGenre;
+    run.Tag().Year = untaggedYear.toString();
 }
 
 }  // namespace Sonmira

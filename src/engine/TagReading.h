@@ -6,26 +6,26 @@
 
 namespace Sonmira {
 
+class Run;
 class RunView;
-struct RunState;
 
 // How the tag of the file in hand (CurrentInput) gets into TagRecord. Each family of inputs fills another
 // part of it; the differences are old and outputs rely on them.
 
 // AAC and ALAC: nothing but a genre text. The title goes into `heldTitle`, the rest of the block onto the tag
 // page, whose texts the outputs of the panel route carry.
-void ReadTagOfAac(RunState& run, RunView& view, Components parts, QString& heldTitle);
+void ReadTagOfAac(Run& run, RunView& view, Components parts, QString& heldTitle);
 
 // What the streaming reader reads, and Musepack first: all fields, of the first kind of tag that has a title
 // or an artist. A file whose tag cannot be read is passed over as `statement` passes over failures.
-void ReadTagOfStream(RunState& run, RunView& view, AudioInformation& tags, const DriverRules& rules,
+void ReadTagOfStream(Run& run, RunView& view, AudioInformation& tags, const DriverRules& rules,
                      const Statements& statement);
 
 // FLAC: the comments; then, unless a held title says otherwise, the ID3v1 block over them, also where the
 // file has none and the block is empty.
-void ReadTagOfFlac(RunState& run, Components parts, const QString& heldTitle);
+void ReadTagOfFlac(Run& run, Components parts, const QString& heldTitle);
 
 // APE and Musepack: the ID3v1 block; without one, empty fields and `untaggedYear`.
-void ReadTagOfBlock(RunState& run, Components parts, QStringView untaggedYear);
+void ReadTagOfBlock(Run& run, Components parts, QStringView untaggedYear);
 
 }  // namespace Sonmira

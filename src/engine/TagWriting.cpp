@@ -1,6 +1,6 @@
 #include "engine/TagWriting.h"
 
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
 #include "platform/Clock.h"
 #include "platform/Failure.h"
@@ -19,7 +19,7 @@ constexpr int GenreNames = 148;
 // A track of this number counts as none.
 constexpr qint16 NoTrack = 103;
 
-void WritePanelTag(const RunState& run, RunView& view, ApeCodec& ape, const QString& outputPath) {
+void WritePanelTag(const Run& run, RunView& view, ApeCodec& ape, const QString& outputPath) {
     const PanelTag panel = view.GetPanelTag();
     // The genre on the page decides only where the genre comes from; where it is no number, no tag is
     // written.
@@ -28,7 +28,8 @@ void WritePanelTag(const RunState& run, RunView& view, ApeCodec& ape, const QStr
     tag.Artist = panel.Artist;
     tag.Album = panel.Album;
     tag.Comment = panel.Comment;
-    tag.Genre = number == FreeTextGenre ? run.Tag.GenreText : AudioInformation::GenreName(run.Tag.GenreIndex);
+    tag.Genre = number == FreeTextGenre ? run.File().Tag.GenreText
+                                        : AudioInformation::GenreName(run.File().Tag.GenreIndex);
     tag.Year = panel.Year;
     ape.TagFileSimple(outputPath, tag);
 }
@@ -42,9 +43,9 @@ qint16 GenreNumber(const TagRecord& tag) {
     return tag.GenreIndex;
 }
 
-void WriteRecord(RunState& run, AudioInformation& file, qint16 kind, const QString& outputPath) {
-    TagRecord& tag = run.Tag;
-    static_cast<TagValues&>(file) = run.Loaded;
+void WriteRecord(Run& run, AudioInformation& file, qint16 kind, const QString& outputPath) {
+    TagRecord& tag = run.Tag();
+    static_cast<TagValues&>(file) = run.File().Loaded;
     file.SetTagKind(kind);
     file.Title = tag.Title;
     file.Artist = tag.Artist;
@@ -62,7 +63,7 @@ void WriteRecord(RunState& run, AudioInformation& file, qint16 kind, const QStri
 
 }  // namespace
 
-void WriteOutputTag(RunState& run, RunView& view, Components parts, const QString& outputPath) {
+void WriteOutputTag(Run& run, RunView& view, Components parts, const QString& outputPath) {
     PassOver([&] {
         if (EndsInUpper(outputPath, u"APE") || EndsInUpper(outputPath, u"MPC") ||
             EndsInUpper(outputPath, u"FLAC")) {

@@ -4,12 +4,6 @@
 
 namespace Sonmira {
 
-// The temporary WAV of the file in hand.
-struct TempWav {
-    QString Path;       // keeps the value of the last file that had one
-    bool Used = false;  // a decoder has made it, and it goes when the file is done
-};
-
 // The path of the temporary WAV for a file: in the temporary folder, under the file's name less its last
 // `extensionLength` characters, and "wav".
 QString TempWavPathFor(const QString& path, int extensionLength);

@@ -1,8 +1,10 @@
 #include "engine/Transcoder.h"
 
 #include "engine/OutputName.h"
-#include "engine/RunState.h"
+#include "engine/ProgressEvents.h"
+#include "engine/Run.h"
 #include "engine/RunView.h"
+#include "engine/StopCommands.h"
 #include "engine/TagWriting.h"
 #include "platform/Failure.h"
 #include "platform/FileIdentity.h"
@@ -28,16 +30,15 @@ int PercentOf(double position, double streamLength) {
 }
 
 // Returns whether the copy came to its end; false after a stop command.
-bool CopyBlocks(RunState& run, RunView& view, Components components) {
+bool CopyBlocks(Run& run, RunView& view, Components components) {
     AudioSource& source = components.FileRenc;
     const qint64 blockSize = qint64{source.SampleRate()} * source.ChannelCount();
-    const auto isStopped = [&run] { return run.SkipCurrentFile || run.CancelAll; };
-    source.StopAsked = isStopped;
+    source.StopAsked = [&run] { return IsCopyStopped(run); };
     const auto forget = qScopeGuard([&] { source.StopAsked = nullptr; });
     const auto streamLength = static_cast<double>(source.StreamLength());
     double position = 0;
     do {
-        if (isStopped()) return false;
+        if (IsCopyStopped(run)) return false;
         const AudioBlock block = source.ReadBlock(blockSize);
         if (block.IsEmpty()) break;
         components.FileWenc.WriteBlock(block);
@@ -45,19 +46,19 @@ bool CopyBlocks(RunState& run, RunView& view, Components components) {
         position = std::min(position, streamLength);
         const int percent = PercentOf(position, streamLength);
         view.ShowProgress(percent);
-        view.UpdateRowPercent(run.CurrentItem, percent);
+        view.UpdateRowPercent(run.CurrentItem(), percent);
         view.Yield();
-    } while (run.Busy);
-    return !run.CancelAll;
+    } while (run.Busy());
+    return !run.CancelAll();
 }
 
 // Creates the output and returns its path.
 using CreateOutput = std::function<QString(AudioSink& sink)>;
 
 // The path of the output; nothing after a stop command.
-std::optional<QString> Copy(RunState& run, RunView& view, Components components, const QString& inputPath,
+std::optional<QString> Copy(Run& run, RunView& view, Components components, const QString& inputPath,
                             const CreateOutput& create) {
-    run.CancelAll = false;
+    run.ForgetCancel();
     view.ShowProgress(0);
     components.FileRenc.OpenForRead(inputPath);
     QString outputPath = create(components.FileWenc);
@@ -68,29 +69,29 @@ std::optional<QString> Copy(RunState& run, RunView& view, Components components,
     return outputPath;
 }
 
-void Transcode(RunState& run, RunView& view, Components components, const QString& inputPath,
+void Transcode(Run& run, RunView& view, Components components, const QString& inputPath,
                const CreateOutput& create) {
     std::optional<QString> output;
     PassOver([&] { output = Copy(run, view, components, inputPath, create); });
     if (output) {
         // Its folder may be gone by now.
-        run.OutputIsWhole = !run.CancelAll && StampOf(*output).has_value();
-        if (!run.CancelAll) WriteOutputTag(run, view, components, *output);
-        view.SetRowPercent(run.CurrentItem, 100);
+        run.EndOutput(!run.CancelAll() && StampOf(*output).has_value());
+        if (!run.CancelAll()) WriteOutputTag(run, view, components, *output);
+        view.SetRowPercent(run.CurrentItem(), 100);
         view.ShowProgress(0);
         return;
     }
-    run.FileError = true;
+    run.FailFile();
     PassOver([&] { components.FileWenc.CloseFile(); });
     PassOver([&] { components.FileRenc.CloseFile(); });
     view.ShowProgress(0);
-    view.SetRowIcon(run.CurrentItem, ErrorIcon);
-    view.SetRowFailure(run.CurrentItem, RowFailure::General);
+    view.SetRowIcon(run.CurrentItem(), ErrorIcon);
+    view.SetRowFailure(run.CurrentItem(), RowFailure::General);
 }
 
 }  // namespace
 
-void TranscodeStream(RunState& run, RunView& view, Components components, const QString& inputPath,
+void TranscodeStream(Run& run, RunView& view, Components components, const QString& inputPath,
                      OutputName& output) {
     Transcode(run, view, components, inputPath, [&](AudioSink& sink) {
         output.CreateBy([&](const QString& path) { sink.OpenForWrite(path); });
@@ -98,7 +99,7 @@ void TranscodeStream(RunState& run, RunView& view, Components components, const 
     });
 }
 
-void TranscodeStream(RunState& run, RunView& view, Components components, const QString& inputPath,
+void TranscodeStream(Run& run, RunView& view, Components components, const QString& inputPath,
                      const QString& outputPath) {
     Transcode(run, view, components, inputPath, [&](AudioSink& sink) {
         sink.OpenForWrite(outputPath);

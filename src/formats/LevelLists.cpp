@@ -1,6 +1,6 @@
 #include "formats/LevelLists.h"
 
-#include "engine/RunState.h"
+#include "engine/Components.h"
 #include "formats/OutputPanel.h"
 #include "platform/Values.h"
 #include "shell/Settings.h"
@@ -63,7 +63,8 @@ int FlacLevelOf(const QString& item) {
 
 }  // namespace
 
-LevelLists::LevelLists(OutputPanel& controls, EncoderLevels& levels) : Panel(controls), Levels(levels) {
+LevelLists::LevelLists(OutputPanel& controls, OutputSettings& settings)
+    : Panel(controls), Settings(settings) {
     for (const ApeLevel& level : ApeLevels) Panel.ComboAPEFormat->addItem(level.Item.toString());
     for (const QStringView item : FlacItems) Panel.ComboFLACFormat->addItem(item.toString());
     for (const QStringView item : MpcItems) Panel.ComboMPCFormat->addItem(item.toString());
@@ -80,7 +81,7 @@ void LevelLists::ComboAPEFormat_Click() {
     const QString item = Panel.ComboAPEFormat->currentText();
     for (const ApeLevel& level : ApeLevels) {
         if (item != level.Item) continue;
-        Levels.ApeCompressionLevel = level.Level;
+        Settings.ApeCompressionLevel = level.Level;
         Save(ApeSection, level.Saved.toString());
     }
 }
@@ -89,13 +90,13 @@ void LevelLists::ComboFLACFormat_Click() {
     const QString item = Panel.ComboFLACFormat->currentText();
     const int level = FlacLevelOf(item);
     if (level < 0) return;
-    Levels.FlacCompressionLevel = level;
+    Settings.FlacCompressionLevel = level;
     Save(FlacSection, item);
 }
 
 void LevelLists::ComboMPCFormat_Click() {
-    Levels.MpcQuality = Panel.ComboMPCFormat->currentIndex();
-    Save(MpcSection, PlainNumber(Levels.MpcQuality));
+    Settings.MpcQuality = Panel.ComboMPCFormat->currentIndex();
+    Save(MpcSection, PlainNumber(Settings.MpcQuality));
 }
 
 void LevelLists::ApplySavedApeFormat() {
@@ -103,7 +104,7 @@ void LevelLists::ApplySavedApeFormat() {
     const auto found = std::find_if(std::begin(ApeLevels), std::end(ApeLevels),
                                     [&](const ApeLevel& level) { return saved == level.Saved; });
     const ApeLevel& level = found == std::end(ApeLevels) ? DefaultApeLevel : *found;
-    Levels.ApeCompressionLevel = level.Level;
+    Settings.ApeCompressionLevel = level.Level;
     Save(ApeSection, level.Saved.toString());
     PassOver([&] { Panel.ComboAPEFormat->SelectText(level.Item.toString()); });
 }
@@ -118,7 +119,7 @@ void LevelLists::ApplySavedFlacFormat() {
     } else {
         Save(FlacSection, saved);
     }
-    Levels.FlacCompressionLevel = level;
+    Settings.FlacCompressionLevel = level;
     PassOver([&] { Panel.ComboFLACFormat->SelectText(FlacItems[level].toString()); });
 }
 
@@ -126,15 +127,15 @@ void LevelLists::ApplySavedMpcFormat() {
     PassOver([this] {
         const QString saved = WithoutBlanks(Saved(MpcSection)).toString();
         if (saved.isEmpty()) {
-            Levels.MpcQuality = DefaultMpcQuality;
+            Settings.MpcQuality = DefaultMpcQuality;
             Save(MpcSection, PlainNumber(DefaultMpcQuality));
             Panel.ComboMPCFormat->SelectPlace(DefaultMpcQuality);
             return;
         }
-        Levels.MpcQuality = ToInteger32(LeadingNumber(saved));
+        Settings.MpcQuality = ToInteger32(LeadingNumber(saved));
         // A quality that the list does not have fails here, with the value taken and the key as it was.
-        if (Levels.MpcQuality < 0) throw Failure(FailureNumber::InvalidPropertyValue);
-        Panel.ComboMPCFormat->SelectPlace(Levels.MpcQuality);
+        if (Settings.MpcQuality < 0) throw Failure(FailureNumber::InvalidPropertyValue);
+        Panel.ComboMPCFormat->SelectPlace(Settings.MpcQuality);
         Save(MpcSection, saved);
     });
 }

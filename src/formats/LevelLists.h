@@ -5,7 +5,7 @@
 namespace Sonmira {
 
 class OutputPanel;
-struct EncoderLevels;
+struct OutputSettings;
 
 // The lists for APE, FLAC and Musepack: one fixed choice each, which goes into the levels that the encoders
 // are given, and into the settings at once.
@@ -14,7 +14,7 @@ class LevelLists : public QObject {
 
 public:
     // Fills the lists. All outlive this object.
-    LevelLists(OutputPanel& controls, EncoderLevels& levels);
+    LevelLists(OutputPanel& controls, OutputSettings& settings);
 
     // What selecting the format does: takes the saved level, or the default where there is none or a damaged
     // one, and shows it in the list. A failure ends it in silence.
@@ -28,7 +28,7 @@ private:
     void ComboMPCFormat_Click();
 
     OutputPanel& Panel;
-    EncoderLevels& Levels;
+    OutputSettings& Settings;
 };
 
 }  // namespace Sonmira

@@ -1,7 +1,6 @@
 #include "formats/OutputFormatSelector.h"
 
 #include "engine/OutputFormatNames.h"
-#include "engine/RunState.h"
 #include "formats/Mp3Options.h"
 #include "formats/Mp3Settings.h"
 #include "formats/OggOptions.h"
@@ -29,10 +28,11 @@ constexpr int PlainKilobits = 128;
 
 }  // namespace
 
-OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, RunState& run)
+OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc,
+                                           OutputSettings& settings)
     : Panel(controls),
-      Caller{fileWenc, *controls.TextOutFormat, run.Frequency, run.Channels},
-      Levels(controls, run.Levels),
+      Caller{fileWenc, *controls.TextOutFormat},
+      Levels(controls, settings),
       Wma(controls, fileWenc) {
     OnEvent(Panel.ComboOutFormat, &ChoiceList::Click, this, [this] { ComboOutFormat_Click(); });
     OnEvent(Panel.CheckOutPath, &QCheckBox::toggled, this, [this] { CheckOutPath_Click(); });

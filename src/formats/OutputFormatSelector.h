@@ -9,7 +9,7 @@
 namespace Sonmira {
 
 class OutputPanel;
-struct RunState;
+struct OutputSettings;
 
 // The behaviour of the output panel: which formats are offered, what a selection puts into the encoder,
 // and how the output folder is chosen.
@@ -17,8 +17,8 @@ class OutputFormatSelector : public QObject {
     Q_OBJECT
 
 public:
-    // All outlive the selector. `fileWenc` and the levels of `run` receive the format of each selection.
-    OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, RunState& run);
+    // All outlive the selector. `fileWenc` and `settings` receive the format of each selection.
+    OutputFormatSelector(OutputPanel& controls, AudioFile& fileWenc, OutputSettings& settings);
 
     // Fills the list of the WMA formats; to be done where WMA is supported.
     void FillComboWmaFormat() { Wma.Fill(); }

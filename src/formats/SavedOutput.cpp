@@ -2,7 +2,6 @@
 
 #include "engine/CodecSet.h"
 #include "engine/OutputFormatNames.h"
-#include "engine/RunState.h"
 #include "formats/OutputFormatSelector.h"
 #include "formats/OutputPanel.h"
 #include "platform/Failure.h"
@@ -36,11 +35,10 @@ bool SavedOutput::LoadSettings(QStringView mp3InOldFiles) {
             WriteIniValue(SettingsFile, u"LAUNCH"_s, u"VALUE"_s, u"True"_s);
         }
         const QString wmaSupport = RestoreWmaSupport();
-        Run.Busy = Run.CancelAll = false;
-        if (Run.WmaSupported) FormatSelector.FillComboWmaFormat();
+        if (Codecs.Settings.WmaSupported) FormatSelector.FillComboWmaFormat();
         FormatSelector.SetPlainMp3();
         RestoreOutputFolder();
-        FormatSelector.FillComboOutFormat(Run.WmaSupported);
+        FormatSelector.FillComboOutFormat(Codecs.Settings.WmaSupported);
         isFormatTested = RestoreOutputFormat(wmaSupport, mp3InOldFiles);
     });
     Deb::Unload();
@@ -53,10 +51,10 @@ QString SavedOutput::RestoreWmaSupport() {
         wmaSupport = u"False"_s;
         WriteIniValue(SettingsFile, u"WMA"_s, u"WMASUPPORT"_s, wmaSupport);
     }
-    Run.WmaSupported = wmaSupport == u"True";
-    acceptWma.setChecked(Run.WmaSupported);
-    Codecs.FileWenc.EnableWma(Run.WmaSupported);
-    Codecs.FileRenc.EnableWma(Run.WmaSupported);
+    Codecs.Settings.WmaSupported = wmaSupport == u"True";
+    acceptWma.setChecked(Codecs.Settings.WmaSupported);
+    Codecs.FileWenc.EnableWma(Codecs.Settings.WmaSupported);
+    Codecs.FileRenc.EnableWma(Codecs.Settings.WmaSupported);
     return wmaSupport;
 }
 

@@ -9,15 +9,13 @@ namespace Sonmira {
 class OutputFormatSelector;
 class OutputPanel;
 struct CodecSet;
-struct RunState;
 
 // What the settings file remembers of the output, for every window that has an output panel.
 class SavedOutput {
 public:
     // All outlive this object.
-    SavedOutput(OutputPanel& panel, OutputFormatSelector& selector, CodecSet& codecs, RunState& run,
-                QAction& acceptWmaItem)
-        : Panel(panel), FormatSelector(selector), Codecs(codecs), Run(run), acceptWma(acceptWmaItem) {}
+    SavedOutput(OutputPanel& panel, OutputFormatSelector& selector, CodecSet& codecs, QAction& acceptWmaItem)
+        : Panel(panel), FormatSelector(selector), Codecs(codecs), acceptWma(acceptWmaItem) {}
 
     // Restores support for WMA, the output folder, the mode and the format; what is not there yet gets its
     // default. A saved format of the text `mp3InOldFiles` is read as Mp3. A failure leaves what was not
@@ -36,7 +34,6 @@ private:
     OutputPanel& Panel;
     OutputFormatSelector& FormatSelector;
     CodecSet& Codecs;
-    RunState& Run;
     QAction& acceptWma;
 };
 

@@ -41,8 +41,8 @@ BatchConverter::BatchConverter()
       News(*this),
       RunShown(
           Controls, [this](bool enabled) { SetControlsEnabled(enabled); }, &News),
-      FormatSelector(*Controls.Picture9, Codecs.FileWenc, Run),
-      Output(*Controls.Picture9, FormatSelector, Codecs, Run, *Controls.acceptWma),
+      FormatSelector(*Controls.Picture9, Codecs.FileWenc, Codecs.Settings),
+      Output(*Controls.Picture9, FormatSelector, Codecs, *Controls.acceptWma),
       Languages(*Controls.Languer),
       TagPage(Controls.TagPage, Codecs.Tags) {
     setObjectName(u"BatchConverter"_s);
@@ -76,11 +76,11 @@ void BatchConverter::ConnectEvents() {
     toolbar(5, [this] { StartRun(); });
     menu(Controls.ConvertSlection, [this] { StartSelectionRun(); });
     menu(Controls.convertnoww, [this] { StartSelectionRun(); });
-    menu(Controls.cancel, [this] { CancelByMenu(Run, Items, Codecs.Parts()); });
-    toolbar(6, [this] { CancelByToolbar(Run, Items, Codecs.Parts()); });
-    menu(Controls.cancelonefile, [this] { CancelOneFile(Run); });
-    OnEvent(Controls.StopImg, &QToolButton::clicked, this, [this] { SkipFile(Run, Codecs.Parts()); });
-    OnEvent(Controls.ClearImg, &QToolButton::clicked, this, [this] { ClearRowsWhenIdle(Run, RunShown); });
+    menu(Controls.cancel, [this] { CancelByMenu(ThisRun, Items, Codecs.Parts()); });
+    toolbar(6, [this] { CancelByToolbar(ThisRun, Items, Codecs.Parts()); });
+    menu(Controls.cancelonefile, [this] { CancelOneFile(ThisRun); });
+    OnEvent(Controls.StopImg, &QToolButton::clicked, this, [this] { SkipFile(ThisRun, Codecs.Parts()); });
+    OnEvent(Controls.ClearImg, &QToolButton::clicked, this, [this] { ClearRowsWhenIdle(ThisRun, RunShown); });
     OnEvent(Controls.SSTab1, &QTabBar::currentChanged, this, [this] { SSTab1_Click(); });
 }
 
@@ -116,13 +116,13 @@ void BatchConverter::AddDrop(const QStringList& paths) {
 void BatchConverter::StartRun() {
     if (!InputsFree()) return;
     const RunNews::Session session(News);
-    JobDriver(Run, RunShown, Codecs.Parts(), Items).RunAllConversions();
+    JobDriver(ThisRun, RunShown, Codecs.Parts(), Items).RunAllConversions();
 }
 
 void BatchConverter::StartSelectionRun() {
     if (!InputsFree()) return;
     const RunNews::Session session(News);
-    SelectionDriver driver(Run, RunShown, Codecs.Parts(), Items);
+    SelectionDriver driver(ThisRun, RunShown, Codecs.Parts(), Items);
     driver.ConvertNode(SelectedKey());
 }
 

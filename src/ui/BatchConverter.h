@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/CodecSet.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "formats/OutputFormatSelector.h"
 #include "formats/SavedOutput.h"
 #include "library/Collection.h"
@@ -27,7 +27,8 @@ public:
     BatchConverter();
 
     BatchConverterForm& Form() { return Controls; }
-    const RunState& State() const { return Run; }
+    const Run& State() const { return ThisRun; }
+    const OutputSettings& Settings() const { return Codecs.Settings; }
     const Collection& Gathered() const { return Items; }
     TagPanel& Tags() { return TagPage; }
     const LanguageMenu& LanguageItems() const { return Languages; }
@@ -70,11 +71,11 @@ private:
     void ListViewFiles_ItemClick(const QPoint& position);
 
     // Whether a command may start, add or empty something.
-    bool InputsFree() const { return !Run.Busy && !Items.ScanRunning && !InputsLocked; }
+    bool InputsFree() const { return !ThisRun.Busy() && !Items.ScanRunning && !InputsLocked; }
 
     BatchConverterForm Controls;
     Collection Items;
-    RunState Run;
+    Run ThisRun;
     CodecSet Codecs;
     NodeReference SelectedNode;  // of the last click; stays where the node is removed
     int LastMouseButton = 1;     // 1 left, 2 right

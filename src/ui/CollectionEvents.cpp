@@ -39,7 +39,7 @@ void BatchConverter::ConnectCollectionEvents() {
 void BatchConverter::TreeView1_NodeClick(QTreeWidgetItem* node, const QPoint& position) {
     SelectedNode = ConversionTree::ReferenceTo(node);
     TagPage.HideMemory();
-    if (Run.Busy) return;
+    if (ThisRun.Busy()) return;
     Controls.LabelFileName->clear();
     Controls.LabelDuration->clear();
     // Looks at files as well as folders, so that what follows for a file is for one that has gone.
@@ -85,7 +85,7 @@ void BatchConverter::OpenDirectory_Click() {
 }
 
 void BatchConverter::ListViewFiles_ItemClick(const QPoint& position) {
-    if (LastMouseButton == RightButton && Run.Busy) Controls.popupmenuy->popup(position);
+    if (LastMouseButton == RightButton && ThisRun.Busy()) Controls.popupmenuy->popup(position);
 }
 
 }  // namespace Sonmira

@@ -1,5 +1,6 @@
 // What the main window has of the shell: language, help, web pages, WMA support, and how it closes.
 
+#include "engine/StopCommands.h"
 #include "shell/ForcedEnd.h"
 #include "shell/widgets/About.h"
 #include "shell/widgets/Events.h"
@@ -19,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 void BatchConverter::ConnectShellCommands() {
     OnEvent(Controls.Quit, &QAction::triggered, this, [this] {
-        if (!Run.Busy) close();
+        if (!ThisRun.Busy()) close();
     });
     ConnectShellMenu(*this,
                      {Controls.acceptWma, Controls.aide, Controls.FAQ, Controls.Homepage, Controls.about});
@@ -38,7 +39,7 @@ void BatchConverter::closeEvent(QCloseEvent* event) {
 
 void BatchConverter::Form_QueryUnload(bool& cancel) {
     Output.Keep();
-    if (Run.Busy) {
+    if (ThisRun.Busy()) {
         cancel = true;
         return;
     }
@@ -53,7 +54,7 @@ void BatchConverter::Form_Unload() {
     // A scan, or a run that has not accepted a file yet, ends at its next step instead of going on behind a
     // window that is gone.
     Items.StopScan = true;
-    Run.CancelAll = Run.DecodingStopped = Run.MpcDecodingStopped = true;
+    CancelByClosing(ThisRun);
 }
 
 }  // namespace Sonmira

@@ -161,7 +161,7 @@ protected:
         poll->start(5);
     }
     void WhenBarReaches(int percent, const std::function<void()>& act) {
-        When([this, percent] { return Window->State().Busy && Bar(0).value() >= percent; }, act);
+        When([this, percent] { return Window->State().Busy() && Bar(0).value() >= percent; }, act);
     }
 
     std::vector<Message> Said;

@@ -49,8 +49,8 @@ TEST_P(CancelledRow, EndsTheRunAtOnceAndKeepsItsSource) {
     }
     EXPECT_NE(IconOf(1), u"conversion"_s) << "the row has its end";
     EXPECT_EQ(IconOf(2), QString()) << "the next one is not begun";
-    EXPECT_EQ(Window->State().KillFlag, 1);
-    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_EQ(Window->State().KillFlag(), 1);
+    EXPECT_FALSE(Window->State().Busy());
     EXPECT_TRUE(Form().CmdConvert->isEnabled()) << "the window is free again";
     EXPECT_TRUE(NativeExists(Folder.Native(source)));
     EXPECT_TRUE(Said.empty());

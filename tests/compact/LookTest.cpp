@@ -122,7 +122,7 @@ TEST_F(AudiotoolLook, PicturesForPeople) {
     std::filesystem::remove(Folder.Native(names[1]).toStdString());
     When(
         [this] {
-            return Window->State().Busy && Form().LabelCounterFiles->text() == u"4 / 7" &&
+            return Window->State().Busy() && Form().LabelCounterFiles->text() == u"4 / 7" &&
                    Bar(3).value() > 40;
         },
         [this] {

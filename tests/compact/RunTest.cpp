@@ -51,7 +51,7 @@ TEST_F(ConvertingRows, AllOutputsLieInOneFolder) {
     EXPECT_EQ(Bar(1).Text(), u"100 %"_s);
     EXPECT_EQ(Rows().State(2).Progress, u"100 %"_s);
     EXPECT_TRUE(Made("Music/a.wav")) << "sources are never removed here";
-    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_FALSE(Window->State().Busy());
 }
 
 TEST_F(ConvertingRows, TwoFilesOfOneNameGetTwoOutputs) {
@@ -269,8 +269,8 @@ TEST_F(ConvertingRows, CancelStopsTheFileInHandAndTheRun) {
     EXPECT_EQ(Bar(0).Text(), LanguageLines[96]);
     EXPECT_EQ(IconOf(2), QString());
     EXPECT_FALSE(Made("out/b.mp3"));
-    EXPECT_EQ(Window->State().KillFlag, 1);
-    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_EQ(Window->State().KillFlag(), 1);
+    EXPECT_FALSE(Window->State().Busy());
 }
 
 TEST_F(ConvertingRows, TheEscapeKeyCancels) {
@@ -294,8 +294,8 @@ TEST_F(ConvertingRows, CancelWithoutARunDoesNothing) {
     OpenFor(FormatName::Mp3);
     Form().cmdCancel->setEnabled(true);
     Form().cmdCancel->click();
-    EXPECT_FALSE(Window->State().CancelAll);
-    EXPECT_EQ(Window->State().KillFlag, 0);
+    EXPECT_FALSE(Window->State().CancelAll());
+    EXPECT_EQ(Window->State().KillFlag(), 0);
 }
 
 TEST_F(ConvertingRows, CancelDuringTheDecodingOfAnApeFileLeavesNoOutput) {
@@ -304,12 +304,12 @@ TEST_F(ConvertingRows, CancelDuringTheDecodingOfAnApeFileLeavesNoOutput) {
     RunTool({"jmac", "c2", Folder.Native("long.wav"), Folder.Native("a.ape")});
     MakeWav("b.wav");
     AddFiles({"a.ape", "b.wav"});
-    When([this] { return Window->State().Busy; }, [this] { Form().cmdCancel->click(); });
+    When([this] { return Window->State().Busy(); }, [this] { Form().cmdCancel->click(); });
     Convert();
     EXPECT_FALSE(Made("out/a.wav"));
     EXPECT_FALSE(Made("out/b.wav"));
     EXPECT_EQ(IconOf(2), QString());
-    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_FALSE(Window->State().Busy());
     EXPECT_TRUE(Form().CmdConvert->isEnabled()) << "the window is free again";
 }
 
@@ -320,13 +320,13 @@ TEST_F(ConvertingRows, CancelDuringTheDecodingOfAMusepackFileLetsItComeToItsEnd)
     AddFiles({"a.mpc"});
     int highest = 0;
     QObject::connect(&Rows(), &AudiotoolRows::StateChanged, Window.get(), [&](int row) {
-        if (Window->State().CancelAll) highest = std::max(highest, Rows().State(row).Percent);
+        if (Window->State().CancelAll()) highest = std::max(highest, Rows().State(row).Percent);
     });
     WhenBarReaches(1, [this] { Form().cmdCancel->click(); });
     Convert();
     EXPECT_GE(highest, 99);
     EXPECT_FALSE(Made("out/a.wav")) << "but nothing is made of it";
-    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_FALSE(Window->State().Busy());
     EXPECT_TRUE(Form().CmdConvert->isEnabled());
 }
 
@@ -382,7 +382,8 @@ TEST_F(ConvertingRows, AWmaStageThatFailsIsToldInABoxOfAnotherTitle) {
     QObject::connect(&Rows(), &AudiotoolRows::StateChanged, Window.get(), [](int row) {
         if (row == 1) QTest::qSleep(20);
     });
-    When([this] { return Window->State().Busy; }, [this] { Folder.MakeFile("a.mp3", "no music any more"); });
+    When([this] { return Window->State().Busy(); },
+         [this] { Folder.MakeFile("a.mp3", "no music any more"); });
     Convert();
     ASSERT_EQ(Said.size(), 1U);
     EXPECT_EQ(Said[0].Text, LanguageLines[46]);
@@ -416,7 +417,7 @@ TEST_F(ConvertingRows, AFileWhoseNameHasNoDotEndsTheRunAndLocksTheWindow) {
     Convert();
     EXPECT_EQ(IconOf(1), u"conversion"_s);
     EXPECT_EQ(IconOf(2), QString());
-    EXPECT_TRUE(Window->State().Busy);
+    EXPECT_TRUE(Window->State().Busy());
     EXPECT_FALSE(Form().CmdConvert->isEnabled());
     EXPECT_FALSE(Window->close());
 }

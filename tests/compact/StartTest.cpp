@@ -218,7 +218,7 @@ TEST_F(AudiotoolStart, ClosingBeforeAnyFileWasAcceptedEndsTheRun) {
     EXPECT_EQ(Ended, std::vector<qint64>{OwnId});
     EXPECT_EQ(IconOf(1), u"error"_s);
     EXPECT_EQ(IconOf(Count), QString()) << "never begun";
-    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_FALSE(Window->State().Busy());
 }
 
 TEST_F(AudiotoolStart, AWindowThatIsClosedWhileRowsAreDeletedEndsAtTheNextRow) {

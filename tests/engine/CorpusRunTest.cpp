@@ -56,7 +56,7 @@ TEST_P(CorpusRun, EndsInAnOutputOfItsLengthOrInAWrittenReason) {
         Convert(format.Name);
         ASSERT_EQ(Host.Rows.size(), 1U);
         EXPECT_TRUE(Host.ControlsEnabled);
-        EXPECT_FALSE(Run.Busy);
+        EXPECT_FALSE(Run.Busy());
         line += " | " + Row().Progress.toUtf8() + ' ' + Row().Icon.toUtf8();
         EXPECT_EQ(Row().Icon, ExpectedIcon(real, format));
         if (Row().Icon != u"converted") {

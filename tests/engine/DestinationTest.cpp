@@ -1,6 +1,6 @@
 #include "HeadlessHost.h"
 #include "engine/Destination.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -16,14 +16,14 @@ protected:
 
     // The stem for a file of that name in a folder with that RelativeFolder.
     QString StemOf(const QByteArray& name, const QString& parentFolder) {
-        Run.CurrentInput = Folder.MakeFile(name);
+        Run.BeginFile(Folder.MakeFile(name));
         EXPECT_TRUE(Target.TakeStem(Run));
         Target.SetOutputStemInParent(Run, Host, parentFolder);
-        return Run.OutputStem;
+        return Run.OutputStem();
     }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     Destination Target;
 };
@@ -61,15 +61,15 @@ TEST_F(Destinations, LieBesideTheSourceWhereThatIsChecked) {
 
 TEST_F(Destinations, LieBesideTheListedSourceEvenForATemporaryWav) {
     Host.SaveBesideOriginal = true;
-    Run.EncodageParticulier = true;
-    Run.RealFileName = u"\\music\\x.flac"_s;
+    Run.BeginFile(u"\\music\\x.flac"_s);
+    Run.KeepSource();
     EXPECT_EQ(StemOf("tmp/x.wav", {}), u"\\music\\x"_s);
 }
 
 TEST_F(Destinations, AreRefusedToAFileWithoutADotOrThatIsGone) {
-    Run.CurrentInput = Folder.MakeFile("song");
+    Run.BeginFile(Folder.MakeFile("song"));
     EXPECT_FALSE(Target.TakeStem(Run));
-    Run.CurrentInput = Folder.Path("gone.wav");
+    Run.BeginFile(Folder.Path("gone.wav"));
     EXPECT_FALSE(Target.TakeStem(Run));
 }
 

@@ -56,7 +56,7 @@ protected:
         ASSERT_EQ(Host.Rows.size(), 1U);
         EXPECT_EQ(Row().Icon, ConvertedIcon);
         EXPECT_TRUE(Host.ControlsEnabled);
-        EXPECT_FALSE(Run.Busy);
+        EXPECT_FALSE(Run.Busy());
         EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a child is left";
         EXPECT_EQ(errno, ECHILD);
     }

@@ -32,7 +32,7 @@ protected:
             EXPECT_EQ(Row().Icon, ErrorIcon);
             EXPECT_EQ(Row().Progress, Reason(usual));
             EXPECT_TRUE(Host.ControlsEnabled);
-            EXPECT_FALSE(Run.Busy);
+            EXPECT_FALSE(Run.Busy());
         }
         EXPECT_TRUE(std::filesystem::is_empty(Folder.Native("out").toStdString()));
     }
@@ -161,7 +161,7 @@ TEST_F(ProtectedFile, OfWmaSaysThatAWmaCannotBeRead) {
 }
 
 TEST_F(ProtectedFile, OfWmaSaysThatSupportIsOffWhereItIs) {
-    Run.WmaSupported = false;
+    Codecs.Settings.WmaSupported = false;
     ExpectRefused("song.wma", Protected(Made("wma")), u"line 100"_s);
 }
 

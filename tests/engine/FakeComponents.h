@@ -127,7 +127,8 @@ public:
     std::function<void()> AtTagRead;   // may fail
     std::vector<TagValues> TagsSaved;  // as the tag object was given them, whatever became of it
 
-    Components Parts() { return {Source, Sink, Aac, Alac, Flac, Mpc, FlacOut, MpcOut, Ape, Tags}; }
+    Components Parts() { return {Source, Sink, Aac, Alac, Flac, Mpc, FlacOut, MpcOut, Ape, Tags, Settings}; }
+    OutputSettings Settings;
 
     std::vector<qint32> ApeLevels;   // asked of CompressFile
     std::vector<qint16> FlacLevels;  // asked of EncodeFromWav

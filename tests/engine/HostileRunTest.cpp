@@ -43,7 +43,7 @@ protected:
         EXPECT_LT(CpuClock::now() - start, MostTime);
         ASSERT_EQ(Host.Rows.size(), 1U);
         EXPECT_TRUE(Host.ControlsEnabled);
-        EXPECT_FALSE(Run.Busy);
+        EXPECT_FALSE(Run.Busy());
         if (Row().Icon == ErrorIcon) {
             EXPECT_TRUE(Row().Progress.startsWith(u"line 9") || Row().Progress.endsWith(u" %"))
                 << Row().Progress.toStdString();

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/InputCheck.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ class InputCheck : public ::testing::Test {
 protected:
     InputCheck() {
         NumberLanguageLines();
-        Run.CurrentItem = Host.AddRow();
+        Run.TakeRow(Host.AddRow());
     }
     bool Check(const QString& path) { return CheckInputFile(Run, Host, Codecs.Parts(), path); }
     // The reason in the row of a file that exists and cannot be opened.
@@ -23,12 +23,12 @@ protected:
         Source.OpenFails = Codecs.Fails = true;
         Codecs.Duration = 0;
         EXPECT_FALSE(Check(Folder.MakeFile(name)));
-        EXPECT_TRUE(Run.FileError);
+        EXPECT_TRUE(Run.FileError());
         return Host.Rows.front().Progress;
     }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     FakeSource& Source = Codecs.Source;
@@ -38,12 +38,12 @@ TEST_F(InputCheck, AFileThatOpensMayGoOnAndIsClosedAgain) {
     EXPECT_TRUE(Check(Folder.MakeFile("a.mp3")));
     EXPECT_EQ(Source.Opened, 1);
     EXPECT_EQ(Source.Closed, 1);
-    EXPECT_FALSE(Run.FileError);
+    EXPECT_FALSE(Run.FileError());
 }
 
 TEST_F(InputCheck, AMissingFileGetsItsOwnReason) {
     EXPECT_FALSE(Check(Folder.Path("gone.mp3")));
-    EXPECT_TRUE(Run.FileError);
+    EXPECT_TRUE(Run.FileError());
     EXPECT_EQ(Host.Rows.front().Progress, u"line 95"_s);
     EXPECT_EQ(Source.Opened, 0);
 }
@@ -55,7 +55,7 @@ TEST_F(InputCheck, AnUnreadableFileGetsTheGeneralReason) {
 
 TEST_F(InputCheck, AnUnreadableWmaNamesTheMissingSupportWhereThatIsOff) {
     EXPECT_EQ(ReasonFor("a.WMA"), u"line 100"_s);
-    Run.WmaSupported = true;
+    Codecs.Settings.WmaSupported = true;
     EXPECT_EQ(ReasonFor("b.wma"), u"line 97"_s);
 }
 
@@ -81,7 +81,7 @@ TEST_F(InputCheck, TakesTheOutputNameFromTheAacDecoder) {
 TEST_F(InputCheck, WithoutTheLineOfTheReasonEveryFileIsRefusedAndTheRunGoesOn) {
     NumberLanguageLines(98);
     EXPECT_FALSE(Check(Folder.MakeFile("a.mp3")));
-    EXPECT_TRUE(Run.FileError);
+    EXPECT_TRUE(Run.FileError());
     EXPECT_EQ(Host.Rows.front().ProgressSeen, (std::vector<QString>{u"line 96"_s, QString()}));
     EXPECT_EQ(Source.Opened, 0);
     EXPECT_FALSE(Check(Folder.MakeFile("a.aac")));

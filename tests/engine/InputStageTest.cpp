@@ -2,7 +2,7 @@
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
 #include "engine/OutputFormatNames.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/StopCommands.h"
 #include "engine/TempWav.h"
 #include "library/AddFiles.h"
@@ -47,7 +47,7 @@ protected:
         Codecs.Calls.clear();
         Host.RemoveOriginal = true;
         bool failed = false;
-        Host.AtYield = [&] { failed = failed || Run.FileError; };
+        Host.AtYield = [&] { failed = failed || Run.FileError(); };
         Convert(name);
         Host.AtYield = nullptr;
         EXPECT_EQ(Row().Icon, u"converted"_s);
@@ -59,7 +59,7 @@ protected:
     const HeadlessHost::Row& Row() const { return Host.Rows.back(); }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     Collection Items;
@@ -112,7 +112,7 @@ TEST_F(InputStages, ATemporaryFolderThatIsTooLongIsTheRoot) {
 TEST_F(InputStages, TheTemporaryWavIsReadAndGoesWithTheFile) {
     QString seen;
     Codecs.Sink.OpenFails = false;
-    Host.AtYield = [&] { seen = Run.CurrentInput; };
+    Host.AtYield = [&] { seen = Run.CurrentInput(); };
     Convert("song.flac");
     EXPECT_EQ(seen, Temp(u"song.wav"_s));
     EXPECT_FALSE(FileExists(Temp(u"song.wav"_s)));
@@ -173,7 +173,7 @@ TEST_F(InputStages, ADecoderThatLeavesNoWavEndsTheRunInSilence) {
     EXPECT_EQ(Row().Icon, u"conversion"_s);
     EXPECT_EQ(Row().Progress, u"0 %"_s);
     EXPECT_FALSE(Host.ControlsEnabled);
-    EXPECT_TRUE(Run.Busy);
+    EXPECT_TRUE(Run.Busy());
 }
 
 TEST_F(InputStages, AnAacDecoderThatSaysNoLeavesAConvertedRowAndNoOutput) {
@@ -219,7 +219,7 @@ TEST_F(InputStages, AStopWhileDecodingSkipsTheEncodingAndTheRowIsConverted) {
 }
 
 TEST_F(InputStages, ADecoderForApeStartsWithTheStopFlagDown) {
-    Run.KillFlag = 1;
+    Run.RaiseKillFlag();
     Convert("song.ape");
     EXPECT_EQ(Codecs.KillFlagAtStart, 0);
 }
@@ -237,11 +237,11 @@ TEST_F(InputStages, TheStopFlagStaysUpUntilOneOfFourWorksTakesItDown) {
                           {"g.wav", FormatName::Ape, 0}};
     for (const Work& work : works) {
         Items = {};
-        Run.KillFlag = 1;
+        Run.RaiseKillFlag();
         Host.Format = work.Format.toString();
         Convert(work.Source);
         EXPECT_EQ(Row().Icon, u"converted"_s) << work.Source;
-        EXPECT_EQ(Run.KillFlag, work.FlagBehindIt) << work.Source;
+        EXPECT_EQ(Run.KillFlag(), work.FlagBehindIt) << work.Source;
     }
 }
 
@@ -274,7 +274,7 @@ TEST_F(InputStages, AnAacThatCannotBeOpenedIsRejectedWithItsOwnText) {
 
 TEST_F(InputStages, AWavGoesStraightToTheEncoder) {
     Host.Format = u"APE (MonKey's audio)"_s;
-    Run.Levels.ApeCompressionLevel = 3000;
+    Codecs.Settings.ApeCompressionLevel = 3000;
     EXPECT_EQ(Convert("song.wav"), QStringList{u"Ape"_s});
     EXPECT_EQ(Codecs.Encoded, QStringList{Folder.Path("Music/song.wav")});
     EXPECT_EQ(Codecs.ApeLevels, std::vector<qint32>{3000});
@@ -284,7 +284,7 @@ TEST_F(InputStages, AWavGoesStraightToTheEncoder) {
 
 TEST_F(InputStages, AnotherStreamIsCopiedToATemporaryWavThatStays) {
     Host.Format = u"FLAC (Free Lossless Audio Codec)"_s;
-    Run.Levels.FlacCompressionLevel = 8;
+    Codecs.Settings.FlacCompressionLevel = 8;
     EXPECT_EQ(Convert("song.mp3"), QStringList{u"FlacCodec_Encoder1"_s});
     EXPECT_EQ(Codecs.Sink.Path, Temp(u"song.wav"_s));
     EXPECT_EQ(Codecs.Sink.Format, (std::vector<int>{44100, 2, 16}));
@@ -295,7 +295,7 @@ TEST_F(InputStages, AnotherStreamIsCopiedToATemporaryWavThatStays) {
 
 TEST_F(InputStages, ADecodersWavGoesToTheEncoderAndThenAway) {
     Host.Format = u"Mpc (Musepack)"_s;
-    Run.Levels.MpcQuality = 9;
+    Codecs.Settings.MpcQuality = 9;
     EXPECT_EQ(Convert("song.flac"), (QStringList{u"FlacCodec1"_s, u"mpcencoder1"_s}))
         << "no quality is passed on";
     EXPECT_EQ(Codecs.Encoded, QStringList{Temp(u"song.wav"_s)});

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/StopCommands.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
@@ -33,7 +33,7 @@ protected:
     void Convert() { JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions(); }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     FakeSource& Source = Codecs.Source;
@@ -62,7 +62,7 @@ TEST_F(JobDrivers, EveryFileGetsANumberedRow) {
     EXPECT_EQ(Host.Count, u"2 / 2"_s);
     EXPECT_EQ(Host.FileName, u"b.wav"_s);
     EXPECT_TRUE(Host.ControlsEnabled);
-    EXPECT_FALSE(Run.Busy);
+    EXPECT_FALSE(Run.Busy());
 }
 
 TEST_F(JobDrivers, EveryFileBeginsWithNoDurationOnShow) {
@@ -81,7 +81,7 @@ TEST_F(JobDrivers, EveryFileBeginsWithNoDurationOnShow) {
 TEST_F(JobDrivers, TheInputsAreLockedDuringTheRun) {
     AddMusic({"a.wav"});
     bool locked = false;
-    Host.AtYield = [&] { locked = locked || (!Host.ControlsEnabled && Run.Busy); };
+    Host.AtYield = [&] { locked = locked || (!Host.ControlsEnabled && Run.Busy()); };
     Convert();
     EXPECT_TRUE(locked);
 }
@@ -119,7 +119,7 @@ TEST_F(JobDrivers, BusyStaysOffWhereEveryFileFailsItsCheck) {
     AddMusic({"a.wav"});
     Source.OpenFails = true;
     bool everBusy = false;
-    Host.AtYield = [&] { everBusy = everBusy || Run.Busy; };
+    Host.AtYield = [&] { everBusy = everBusy || Run.Busy(); };
     Convert();
     EXPECT_FALSE(everBusy);
     EXPECT_EQ(Host.Rows[0].Progress, u"line 99"_s);
@@ -132,7 +132,7 @@ TEST_F(JobDrivers, ACancelEndsTheRunAfterTheFileInHand) {
     ASSERT_EQ(Host.Rows.size(), 1U);
     EXPECT_EQ(Host.Rows[0].Icon, u"error"_s);
     EXPECT_TRUE(Host.ControlsEnabled);
-    EXPECT_FALSE(Run.Busy);
+    EXPECT_FALSE(Run.Busy());
 }
 
 TEST_F(JobDrivers, ASkipGoesOnWithTheNextFile) {
@@ -161,7 +161,7 @@ TEST_F(JobDrivers, ANameWithoutADotEndsTheRunSilentlyAndLeavesItBusy) {
     ASSERT_EQ(Host.Rows.size(), 1U);
     EXPECT_EQ(Host.Rows[0].Progress, u"0 %"_s);
     EXPECT_EQ(Host.Rows[0].Icon, u"conversion"_s);
-    EXPECT_TRUE(Run.Busy);
+    EXPECT_TRUE(Run.Busy());
     EXPECT_FALSE(Host.ControlsEnabled);
 }
 
@@ -206,7 +206,7 @@ TEST_F(JobDrivers, ASourceThatCannotBeRemovedStaysAndTheRunGoesOn) {
     EXPECT_TRUE(NativeExists(Folder.Native("locked/a.wav")));
     EXPECT_FALSE(NativeExists(Folder.Native("b.wav")));
     EXPECT_TRUE(Host.ControlsEnabled);
-    EXPECT_FALSE(Run.Busy);
+    EXPECT_FALSE(Run.Busy());
 }
 
 TEST_F(JobDrivers, ARemovedRecordIsCountedAndPaintsTheRowBeforeIt) {
@@ -232,7 +232,7 @@ TEST_F(JobDrivers, AHiddenFileIsRefusedAsNotFound) {
     Convert();
     ASSERT_EQ(Host.Rows.size(), 1U);
     EXPECT_EQ(Host.Rows[0].Progress, u"line 95"_s);
-    EXPECT_FALSE(Run.Busy);
+    EXPECT_FALSE(Run.Busy());
 }
 
 TEST_F(JobDrivers, OutputsOfOneStemUnderTheRootAreNumbered) {
@@ -266,7 +266,7 @@ TEST_F(JobDrivers, MoreThan32767RecordsOverflow) {
 
 TEST_F(JobDrivers, AStopFromBeforeIsForgotten) {
     AddMusic({"a.wav"});
-    Run.CancelAll = true;
+    Run.Cancel();
     Convert();
     ASSERT_EQ(Host.Rows.size(), 1U);
     EXPECT_EQ(Host.Rows[0].Icon, u"converted"_s);

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "support/TestAudio.h"
@@ -62,7 +62,7 @@ TEST(LongFile, MemoryStaysFlatOverSixtyMinutes) {
         if (host.Progress <= 5) return;
         most = std::max(most, now);
     };
-    RunState run;
+    Sonmira::Run run;
     JobDriver(run, host, codecs.Parts(), items).RunAllConversions();
     EXPECT_EQ(host.Rows[0].Icon, u"converted"_s);
     EXPECT_GE(std::filesystem::file_size(folder.Native("out/Music/long.wav").toStdString()), 44U + Frames);

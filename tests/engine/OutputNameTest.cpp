@@ -1,5 +1,5 @@
 #include "engine/OutputName.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>
@@ -16,13 +16,13 @@ class OutputNames : public ::testing::Test {
 protected:
     // The name that the stem gets, without the folder.
     QString NameOf(const QString& stem, const QString& extension = u".mp3"_s) {
-        Run.OutputStem = Folder.Path() + u'\\' + stem;
+        Run.SetOutputStem(Folder.Path() + u'\\' + stem);
         return OutputName(Run, extension).Path().sliced(Folder.Path().size() + 1);
     }
 
     // The names that creating is tried under, where `taken` says of each whether something has it by then.
     QStringList Tried(const QString& stem, const std::function<void(const QString& name)>& take) {
-        Run.OutputStem = Folder.Path() + u'\\' + stem;
+        Run.SetOutputStem(Folder.Path() + u'\\' + stem);
         OutputName output(Run, u".mp3"_s);
         QStringList tried;
         output.CreateBy([&](const QString& path) {
@@ -35,7 +35,7 @@ protected:
     [[noreturn]] static void RefuseTheName() { throw Failure(FailureNumber::FileAlreadyExists); }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
 };
 
 TEST_F(OutputNames, StayWhereTheyAreFree) {
@@ -53,7 +53,7 @@ TEST_F(OutputNames, TakeTheFirstFreeNumber) {
 TEST_F(OutputNames, NumberANumberedStemOnceMore) {
     Folder.MakeFile("song(1).mp3");
     EXPECT_EQ(NameOf(u"song(1)"_s), u"song(1)(1).mp3"_s);
-    EXPECT_TRUE(Run.OutputStem.endsWith(u"\\song(1)(1)")) << "the number stays in the stem";
+    EXPECT_TRUE(Run.OutputStem().endsWith(u"\\song(1)(1)")) << "the number stays in the stem";
 }
 
 TEST_F(OutputNames, ThatWereTakenSinceTheyWereFoundFreeGiveTheNextNumber) {
@@ -64,7 +64,7 @@ TEST_F(OutputNames, ThatWereTakenSinceTheyWereFoundFreeGiveTheNextNumber) {
         RefuseTheName();
     });
     EXPECT_EQ(tried, (QStringList{u"song.mp3"_s, u"song(2).mp3"_s, u"song(3).mp3"_s}));
-    EXPECT_TRUE(Run.OutputStem.endsWith(u"\\song(3)"));
+    EXPECT_TRUE(Run.OutputStem().endsWith(u"\\song(3)"));
 }
 
 TEST_F(OutputNames, OfHiddenFilesAreFoundTakenWhenTheyAreCreated) {

@@ -2,7 +2,7 @@
 #include "HeadlessHost.h"
 #include "engine/OutputFormatNames.h"
 #include "engine/OutputStage.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "support/TestAudio.h"
 #include "support/TestFolder.h"
 #include "support/Tool.h"
@@ -18,9 +18,9 @@ class OutputStages : public ::testing::Test {
 protected:
     OutputStages() {
         NumberLanguageLines();
-        Run.Busy = true;
-        Run.CurrentItem = Host.AddRow();
-        Run.OutputStem = Folder.Path("song");
+        Run.AcceptFile();
+        Run.TakeRow(Host.AddRow());
+        Run.SetOutputStem(Folder.Path("song"));
     }
     QString OutputOf(const QString& format) {
         Sink.Path.clear();
@@ -30,7 +30,7 @@ protected:
     }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     FakeSource& Source = Codecs.Source;
@@ -44,12 +44,12 @@ TEST_F(OutputStages, AreChosenByTheExactTextOfTheFormat) {
     EXPECT_EQ(OutputOf(u"mp3"_s), QString());
     EXPECT_EQ(OutputOf(u"Mp3 "_s), QString());
     EXPECT_EQ(OutputOf(QString()), QString());
-    EXPECT_FALSE(Run.FileError);
+    EXPECT_FALSE(Run.FileError());
 }
 
 TEST_F(OutputStages, DoNothingUnlessTheRunIsBusy) {
-    Run.Busy = false;
-    Run.CurrentInput = Folder.MakeFile("in.wav");
+    Run.End(Host);
+    Run.BeginFile(Folder.MakeFile("in.wav"));
     const std::pair<QStringView, const char*> formats[] = {
         {FormatName::Wma, "wma"}, {FormatName::Mp3, "mp3"}, {FormatName::Ogg, "ogg"},
         {FormatName::Wav, "wav"}, {FormatName::Ape, "ape"}, {FormatName::Flac, "flac"},
@@ -57,7 +57,7 @@ TEST_F(OutputStages, DoNothingUnlessTheRunIsBusy) {
     for (const auto& [format, ending] : formats) {
         Folder.MakeFile(QByteArray("song.") + ending);
         EXPECT_EQ(OutputOf(format.toString()), QString()) << ending;
-        EXPECT_EQ(Run.OutputStem, Folder.Path("song")) << ending << " was numbered";
+        EXPECT_EQ(Run.OutputStem(), Folder.Path("song")) << ending << " was numbered";
         EXPECT_EQ(Source.Opened, 0) << ending;
         EXPECT_TRUE(Codecs.Calls.isEmpty()) << ending;
     }
@@ -87,7 +87,7 @@ TEST_F(OutputStages, DoNotTagTheFileOfAnotherProgramWhereTheEncoderFailed) {
 TEST_F(OutputStages, LeaveTheNumberInTheStem) {
     Folder.MakeFile("song.mp3");
     EXPECT_EQ(OutputOf(u"Mp3"_s), Folder.Path("song(1).mp3"));
-    EXPECT_EQ(Run.OutputStem, Folder.Path("song(1)"));
+    EXPECT_EQ(Run.OutputStem(), Folder.Path("song(1)"));
 }
 
 }  // namespace

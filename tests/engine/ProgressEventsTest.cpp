@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/ProgressEvents.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 
 #include <gtest/gtest.h>
 
@@ -12,10 +12,10 @@ using namespace Qt::StringLiterals;
 
 class ProgressEvent : public ::testing::Test {
 protected:
-    ProgressEvent() { Run.CurrentItem = Host.AddRow(); }
+    ProgressEvent() { Run.TakeRow(Host.AddRow()); }
     const QString& RowText() const { return Host.Rows.front().Progress; }
 
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     const Components Parts = Codecs.Parts();

@@ -5,7 +5,7 @@
 #include "engine/CodecSet.h"
 #include "engine/JobDriver.h"
 #include "engine/OutputFormatNames.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "support/TestAudio.h"
@@ -32,8 +32,7 @@ protected:
     RealEngine() {
         NumberLanguageLines();
         Host.OutputFolder = Folder.MakeFolder("out");
-        Run.Levels = {2000, 5, 5};
-        Run.WmaSupported = true;
+        Codecs.Settings = {2000, 5, 5, true};
     }
 
     void AddMusic() { AddDirectory(Items, Host, Folder.Path("Music")); }
@@ -60,7 +59,7 @@ protected:
     const HeadlessHost::Row& Row(std::size_t number = 1) const { return Host.Rows.at(number - 1); }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     CodecSet Codecs;
     Collection Items;

@@ -27,7 +27,7 @@ protected:
     void Watch(QStringView format) {
         Host.AtYield = [this] {
             if (Host.Rows.empty() || Row().Icon != ConversionIcon) return;
-            const bool decodes = Run.EncodageParticulier && Run.CurrentInput == Run.RealFileName;
+            const bool decodes = Run.EncodageParticulier() && Run.CurrentInput() == Run.RealFileName();
             std::vector<Moment>& moments = decodes ? Decoding : Later;
             moments.push_back({Host.Progress, Row().Progress});
             if (moments.size() < LeastMoments) std::this_thread::sleep_for(SlowScreen);

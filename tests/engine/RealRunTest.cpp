@@ -127,7 +127,7 @@ TEST_F(RealRun, ATextThatNamesAPartOfAnApeIsConvertedAndRemovedWithoutTheApe) {
     TestSound song = disc;
     song.Samples = {disc.Samples.begin() + 2 * Second, disc.Samples.begin() + 8 * Second};
     EXPECT_TRUE(ContentOf(Folder.Native("out/Music/song.wav")).contains(PcmOf(song, WavKind::Signed16)));
-    EXPECT_EQ(Run.Tag.Title.left(4), u"Song"_s);
+    EXPECT_EQ(Run.Tag().Title.left(4), u"Song"_s);
     EXPECT_FALSE(NativeExists(Folder.Native("Music/song.apl")));
     EXPECT_TRUE(NativeExists(Folder.Native("Music/gone.apl")));
     EXPECT_TRUE(ContentOf(Folder.Native("disc.ape")) == image);

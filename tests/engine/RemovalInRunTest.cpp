@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/SelectionDriver.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
@@ -33,7 +33,7 @@ protected:
     // Removes these when the file of that row is copied.
     void RemoveInRow(std::size_t row, QList<QByteArray> names) {
         Host.AtYield = [this, row, names]() mutable {
-            if (Host.Rows.size() != row || !Run.Busy) return;
+            if (Host.Rows.size() != row || !Run.Busy()) return;
             for (const QByteArray& name : std::exchange(names, {})) Remove(name);
         };
     }
@@ -50,7 +50,7 @@ protected:
     bool IsMade(const QByteArray& name) const { return NativeExists(Folder.Native("out/" + name)); }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     Collection Items;
@@ -142,7 +142,7 @@ TEST_F(RemovalInRun, OfEverythingEndsTheRunBehindTheFileInHand) {
     ConvertAll();
     EXPECT_EQ(Names(), QStringList{u"1.wav"_s});
     EXPECT_TRUE(Host.ControlsEnabled);
-    EXPECT_FALSE(Run.Busy);
+    EXPECT_FALSE(Run.Busy());
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"
 #include "library/AddFiles.h"
@@ -49,7 +49,7 @@ protected:
     }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     Collection Items;
@@ -84,7 +84,7 @@ TEST_F(RunEdge, AFileThatWasRefusedCountsAsTheFirst) {
 
 TEST_F(RunEdge, EveryFileOfASelectionBeginsWithTheStopFlagDown) {
     AddMusic({"a.wav"});
-    Run.CancelAll = true;
+    Run.Cancel();
     SelectionDriver(Run, Host, Codecs.Parts(), Items).ConvertOneFile(2, {});
     ASSERT_EQ(Host.Rows.size(), 1U);
     EXPECT_EQ(Host.Rows[0].Icon, ConvertedIcon);
@@ -135,7 +135,7 @@ TEST_F(RunEdge, CancellingOneFileWhileFlacIsEncodedIsForgottenBeforeTheNextFile)
 TEST_F(RunEdge, EveryProgressEventYieldsOnce) {
     int yields = 0;
     Host.AtYield = [&] { ++yields; };
-    Run.CurrentItem = Host.AddRow();
+    Run.TakeRow(Host.AddRow());
     const Components parts = Codecs.Parts();
     const ProgressEvents events(Run, Host, parts);
     const std::function<void()> reports[] = {[&] { parts.AACDecoder1.Progress(5); },
@@ -157,7 +157,7 @@ TEST_F(RunEdge, EveryProgressEventYieldsOnce) {
 TEST_F(RunEdge, AProgressEventWithoutAnArgumentDoesNothing) {
     int yields = 0;
     Host.AtYield = [&] { ++yields; };
-    Run.CurrentItem = Host.AddRow();
+    Run.TakeRow(Host.AddRow());
     Host.Progress = 42;
     const Components parts = Codecs.Parts();
     const ProgressEvents events(Run, Host, parts);

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/OutputFormatNames.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"
 #include "library/AddFiles.h"
@@ -33,7 +33,7 @@ protected:
     }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     Collection Items;
@@ -47,7 +47,7 @@ TEST_F(SelectionRun, OfAFileConvertsItStraightIntoTheOutputFolder) {
     EXPECT_EQ(Host.Count, u"1 / 1"_s);
     EXPECT_EQ(Codecs.Sink.Path, Folder.Path("out") + u"\\b.mp3"_s);
     EXPECT_EQ(Host.FileName, QString()) << "the name's label is a full run's";
-    EXPECT_FALSE(Run.Busy);
+    EXPECT_FALSE(Run.Busy());
 }
 
 TEST_F(SelectionRun, LeavesTheDurationOnShow) {
@@ -196,7 +196,7 @@ TEST_F(SelectionRun, CountsFromTheStartEachTime) {
 TEST_F(SelectionRun, ForgetsAStopFromBefore) {
     AddMusic({"a.wav", "b.wav"});
     for (const auto& [selected, rows] : {std::pair{"Music/a.wav", 1U}, std::pair{"Music", 2U}}) {
-        Run.CancelAll = true;
+        Run.Cancel();
         Convert(selected);
         ASSERT_EQ(Host.Rows.size(), rows) << selected;
         EXPECT_EQ(Host.Rows.back().Icon, ConvertedIcon) << selected;
@@ -243,7 +243,7 @@ TEST_F(SelectionRun, GoesOnBehindAFileThatEndsAFullRun) {
     EXPECT_EQ(Host.Rows[2].Icon, ConvertedIcon);
     EXPECT_EQ(Host.Count, u"2 / 3"_s) << "the file without a dot is not counted as done";
     EXPECT_EQ(frees, u"-+--+"_s) << "it leaves the controls locked for the next one to free";
-    EXPECT_FALSE(Run.Busy);
+    EXPECT_FALSE(Run.Busy());
 }
 
 }  // namespace

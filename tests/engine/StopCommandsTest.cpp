@@ -1,6 +1,6 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/StopCommands.h"
 #include "library/Collection.h"
 
@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 class StopCommand : public ::testing::Test {
 protected:
-    RunState Run;
+    Sonmira::Run Run;
     Collection Items;
     FakeCodecs Codecs;
 };
@@ -21,8 +21,8 @@ protected:
 TEST_F(StopCommand, CancelStopsAScanEvenWhenNoRunIsBusy) {
     CancelByMenu(Run, Items, Codecs.Parts());
     EXPECT_TRUE(Items.StopScan);
-    EXPECT_FALSE(Run.CancelAll);
-    EXPECT_EQ(Run.KillFlag, 0);
+    EXPECT_FALSE(Run.CancelAll());
+    EXPECT_EQ(Run.KillFlag(), 0);
     Items.StopScan = false;
     CancelByToolbar(Run, Items, Codecs.Parts());
     EXPECT_TRUE(Items.StopScan);
@@ -30,66 +30,66 @@ TEST_F(StopCommand, CancelStopsAScanEvenWhenNoRunIsBusy) {
 }
 
 TEST_F(StopCommand, CancelOfTheMenuTellsTheComponentsInItsOrder) {
-    Run.Busy = true;
+    Run.AcceptFile();
     CancelByMenu(Run, Items, Codecs.Parts());
-    EXPECT_TRUE(Run.CancelAll);
-    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_TRUE(Run.CancelAll());
+    EXPECT_EQ(Run.KillFlag(), 1);
     EXPECT_EQ(Codecs.Calls, (QStringList{u"stop AACDecoder1"_s, u"stop FlacCodec1"_s, u"stop mpcencoder1"_s,
                                          u"stop mpcdecoder1"_s}));
 }
 
 TEST_F(StopCommand, CancelOfTheToolbarTellsThemInAnother) {
-    Run.Busy = true;
+    Run.AcceptFile();
     CancelByToolbar(Run, Items, Codecs.Parts());
-    EXPECT_TRUE(Run.CancelAll);
-    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_TRUE(Run.CancelAll());
+    EXPECT_EQ(Run.KillFlag(), 1);
     EXPECT_EQ(Codecs.Calls, (QStringList{u"stop AACDecoder1"_s, u"stop mpcencoder1"_s, u"stop mpcdecoder1"_s,
                                          u"stop FlacCodec1"_s}));
 }
 
 TEST_F(StopCommand, CancelOfTheButtonTellsAllButTheMusepackDecoder) {
     CancelByButton(Run, Codecs.Parts());
-    EXPECT_FALSE(Run.CancelAll);
-    EXPECT_EQ(Run.KillFlag, 0);
+    EXPECT_FALSE(Run.CancelAll());
+    EXPECT_EQ(Run.KillFlag(), 0);
     EXPECT_TRUE(Codecs.Calls.isEmpty());
-    Run.Busy = true;
+    Run.AcceptFile();
     CancelByButton(Run, Codecs.Parts());
-    EXPECT_TRUE(Run.CancelAll);
-    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_TRUE(Run.CancelAll());
+    EXPECT_EQ(Run.KillFlag(), 1);
     EXPECT_EQ(Codecs.Calls, (QStringList{u"stop AACDecoder1"_s, u"stop FlacCodec1"_s, u"stop alacdec1"_s,
                                          u"stop mpcencoder1"_s}));
-    EXPECT_TRUE(Run.DecodingStopped);
-    EXPECT_FALSE(Run.MpcDecodingStopped);
+    EXPECT_TRUE(Run.File().DecodingStopped);
+    EXPECT_FALSE(Run.File().MpcDecodingStopped);
     EXPECT_FALSE(Items.StopScan);
 }
 
 TEST_F(StopCommand, SkippingAFileLeavesTheRunGoing) {
     SkipFile(Run, Codecs.Parts());
-    EXPECT_FALSE(Run.SkipCurrentFile);
-    Run.Busy = true;
+    EXPECT_FALSE(Run.SkipCurrentFile());
+    Run.AcceptFile();
     SkipFile(Run, Codecs.Parts());
-    EXPECT_TRUE(Run.SkipCurrentFile);
-    EXPECT_FALSE(Run.CancelAll);
-    EXPECT_EQ(Run.KillFlag, 1);
+    EXPECT_TRUE(Run.SkipCurrentFile());
+    EXPECT_FALSE(Run.CancelAll());
+    EXPECT_EQ(Run.KillFlag(), 1);
     EXPECT_EQ(Codecs.Calls.size(), 4);
     EXPECT_EQ(Codecs.Calls[1], u"stop FlacCodec1"_s);
 }
 
 TEST_F(StopCommand, CancellingOneFileSetsItsFlagAndNothingElse) {
     CancelOneFile(Run);
-    EXPECT_TRUE(Run.SkipCurrentFile);
-    EXPECT_EQ(Run.KillFlag, 0);
+    EXPECT_TRUE(Run.SkipCurrentFile());
+    EXPECT_EQ(Run.KillFlag(), 0);
     EXPECT_TRUE(Codecs.Calls.isEmpty());
 }
 
 TEST(StopCommands, RowsAreNotClearedDuringARun) {
-    RunState run;
+    Sonmira::Run run;
     HeadlessHost host;
     host.AddRow();
-    run.Busy = true;
+    run.AcceptFile();
     ClearRowsWhenIdle(run, host);
     EXPECT_EQ(host.Rows.size(), 1U);
-    run.Busy = false;
+    run.End(host);
     ClearRowsWhenIdle(run, host);
     EXPECT_TRUE(host.Rows.empty());
 }

@@ -102,10 +102,10 @@ protected:
 
     bool IsIn(const Stop& stop) const {
         if (Host.Rows.size() != 1) return false;
-        const bool decodes = Run.EncodageParticulier && Run.CurrentInput == Run.RealFileName;
+        const bool decodes = Run.EncodageParticulier() && Run.CurrentInput() == Run.RealFileName();
         if (stop.At == Stage::Decoding) return decodes;
         if (decodes) return false;
-        if (stop.At == Stage::Copying) return NativeExists(ToNative(TempWavPathFor(Run.CurrentInput, 3)));
+        if (stop.At == Stage::Copying) return NativeExists(ToNative(TempWavPathFor(Run.CurrentInput(), 3)));
         return NativeExists(Output(stop));
     }
 
@@ -159,8 +159,8 @@ protected:
         EXPECT_EQ(NativeExists(Folder.Native("song." + Ending)), stop.Fails())
             << "a source goes where its row says converted, whatever was written";
         EXPECT_TRUE(Host.ControlsEnabled);
-        EXPECT_FALSE(Run.Busy);
-        EXPECT_FALSE(Run.FileError);
+        EXPECT_FALSE(Run.Busy());
+        EXPECT_FALSE(Run.FileError());
     }
 
     void CheckRows(const Stop& stop) {
@@ -252,7 +252,7 @@ TEST_P(StopInLengthScan, IsHeardAtOnce) {
     WhilePacketsAreRead(YieldToEventLoop);
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, &user, [&] {
-        if (!Run.Busy || clicked) return;
+        if (!Run.Busy() || clicked) return;
         clicked = Clock::now();
         readBefore = BytesRead();
         CancelByToolbar(Run, Items, Codecs.Parts());

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/SelectionDriver.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
@@ -37,13 +37,13 @@ protected:
         Codecs.TagReads.clear();
         AddFileRecord(Items, Host, Folder.MakeFile(name, content));
         JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
-        return Run.Tag;
+        return Run.Tag();
     }
     const TagRecord& ReadAlone(const QByteArray& name) {
         Items = {};
         AddFileRecord(Items, Host, Folder.MakeFile(name));
         SelectionDriver(Run, Host, Codecs.Parts(), Items).ConvertNode(Folder.Path(name));
-        return Run.Tag;
+        return Run.Tag();
     }
     // All readers that an untagged file of that ending meets, in order.
     QStringList ReadersOf(const QByteArray& ending) {
@@ -55,7 +55,7 @@ protected:
     const QStringList Block = {u"GetID3Tag"_s};
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     Collection Items;
@@ -63,9 +63,9 @@ protected:
 
 TEST_F(TagSource, OfWavAndAviIsNothing) {
     for (const char* ending : {"wav", "avi", "AVI"}) EXPECT_EQ(ReadersOf(ending), QStringList()) << ending;
-    EXPECT_EQ(Run.Tag.Track, 1);
-    EXPECT_EQ(Run.Tag.GenreIndex, 0);
-    EXPECT_NE(Run.Tag.Year, QString());
+    EXPECT_EQ(Run.Tag().Track, 1);
+    EXPECT_EQ(Run.Tag().GenreIndex, 0);
+    EXPECT_NE(Run.Tag().Year, QString());
 }
 
 TEST_F(TagSource, OfStreamsIsTheTagObjectFirstInOneKindThenInTheOther) {
@@ -101,8 +101,8 @@ TEST_F(TagSource, OfAnUntaggedApeOrMusepackIsAYearThatTellsWhoConvertedIt) {
     EXPECT_EQ(Read("song.mpc").Year, u"2009"_s);
     EXPECT_EQ(ReadAlone("alone.ape").Year, u"2008"_s);
     EXPECT_EQ(ReadAlone("alone.mp+").Year, u"2008"_s);
-    EXPECT_EQ(Run.Tag.Track, 0);
-    EXPECT_EQ(Run.Tag.GenreIndex, 9);
+    EXPECT_EQ(Run.Tag().Track, 0);
+    EXPECT_EQ(Run.Tag().GenreIndex, 9);
 }
 
 TEST_F(TagSource, OfAFlacWithoutABlockIsFieldsOfZeros) {
@@ -117,9 +117,9 @@ TEST_F(TagSource, OfAFlacBehindAnAacWithATitleIsItsComments) {
     AddFileRecord(Items, Host, Folder.MakeFile("b.flac"));
     JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
     EXPECT_EQ(Codecs.TagReads, Block) << "the FLAC's block is not read";
-    EXPECT_EQ(Run.Tag.Title, QString());
-    EXPECT_EQ(Run.Tag.Track, 1);
-    EXPECT_EQ(Run.Tag.GenreIndex, 9);
+    EXPECT_EQ(Run.Tag().Title, QString());
+    EXPECT_EQ(Run.Tag().Track, 1);
+    EXPECT_EQ(Run.Tag().GenreIndex, 9);
 }
 
 TEST_F(TagSource, OfAnAacGoesOntoThePageAndOnlyItsGenreIntoTheRecord) {
@@ -159,7 +159,7 @@ TEST_F(TagSource, OfAFlacBehindAnAacWithATitleOfBlanksIsItsBlock) {
     AddFileRecord(Items, Host, Folder.MakeFile("b.flac"));
     JobDriver(Run, Host, Codecs.Parts(), Items).RunAllConversions();
     EXPECT_EQ(Codecs.TagReads, Block + Block);
-    EXPECT_EQ(Run.Tag.GenreIndex, 0);
+    EXPECT_EQ(Run.Tag().GenreIndex, 0);
 }
 
 TEST_F(TagSource, OfAnAacHoldsItsTitleThroughTheRunAndNotBeyond) {
@@ -184,7 +184,7 @@ TEST_F(TagSource, OfASelectionHoldsNoTitleFromOneFileToTheNext) {
     ASSERT_EQ(Host.Rows.size(), 2U);
     EXPECT_EQ(Host.Rows[1].Name, u"b.flac"_s);
     EXPECT_EQ(Codecs.TagReads, Block + Block);
-    EXPECT_EQ(Run.Tag.GenreIndex, 0);
+    EXPECT_EQ(Run.Tag().GenreIndex, 0);
 }
 
 TEST_F(TagSource, OfABlockIsACommentOfTwentyNineLetters) {
@@ -193,7 +193,7 @@ TEST_F(TagSource, OfABlockIsACommentOfTwentyNineLetters) {
     block.replace(97, 29, comment);
     for (const char* name : {"a.ape", "b.mpc", "c.flac"}) {
         EXPECT_EQ(Read(name, "sound" + block).Comment, QString::fromLatin1(comment)) << name;
-        EXPECT_EQ(Run.Tag.Track, 7);
+        EXPECT_EQ(Run.Tag().Track, 7);
     }
     Read("d.aac", "sound" + block);
     EXPECT_EQ(Host.Panel.Comment, QString::fromLatin1(comment));
@@ -201,7 +201,7 @@ TEST_F(TagSource, OfABlockIsACommentOfTwentyNineLetters) {
 
 TEST_F(TagSource, OfAStreamWithoutATextForItsGenreIsTheNameOfTheNumber) {
     EXPECT_EQ(Read("song.mp3").GenreText, AudioInformation::GenreName(12));
-    EXPECT_EQ(Run.Tag.GenreIndex, 12);
+    EXPECT_EQ(Run.Tag().GenreIndex, 12);
 }
 
 }  // namespace

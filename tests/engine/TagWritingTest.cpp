@@ -1,6 +1,6 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/TagWriting.h"
 #include "support/TestFolder.h"
 
@@ -15,15 +15,15 @@ using namespace Qt::StringLiterals;
 class TagWriting : public ::testing::Test {
 protected:
     TagValues Given(qint16 genreIndex, const QString& genreText) {
-        Run.Tag.GenreIndex = genreIndex;
-        Run.Tag.GenreText = genreText;
+        Run.Tag().GenreIndex = genreIndex;
+        Run.Tag().GenreText = genreText;
         Codecs.TagsSaved.clear();
         WriteOutputTag(Run, Host, Codecs.Parts(), Folder.MakeFile("song.mp3"));
         return Codecs.TagsSaved.empty() ? TagValues() : Codecs.TagsSaved.front();
     }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
 };

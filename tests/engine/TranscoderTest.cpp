@@ -1,6 +1,6 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "engine/Transcoder.h"
 
 #include <gtest/gtest.h>
@@ -14,13 +14,13 @@ class Transcoder : public ::testing::Test {
 protected:
     Transcoder() {
         NumberLanguageLines();
-        Run.Busy = true;
-        Run.CurrentItem = Host.AddRow();
+        Run.AcceptFile();
+        Run.TakeRow(Host.AddRow());
     }
     void Copy() { TranscodeStream(Run, Host, Codecs.Parts(), u"\\in.wav"_s, u"\\out.mp3"_s); }
     const HeadlessHost::Row& Row() const { return Host.Rows.front(); }
 
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     FakeSource& Source = Codecs.Source;
@@ -36,7 +36,7 @@ TEST_F(Transcoder, CopiesEveryBlockInTheSourcesFormat) {
     EXPECT_EQ(Source.SizesAsked, std::vector<qint64>(5, 200));  // rate times channels
     EXPECT_EQ(Sink.Closed, 1);
     EXPECT_EQ(Source.Closed, 1);
-    EXPECT_FALSE(Run.FileError);
+    EXPECT_FALSE(Run.FileError());
 }
 
 TEST_F(Transcoder, ShowsRisingPercentagesAndEndsAt100WithAnEmptyBar) {
@@ -83,31 +83,31 @@ TEST_F(Transcoder, AFileWithoutSoundIsDoneAtOnce) {
     Source.Blocks = 0;
     Source.Frames = 0;
     Copy();
-    EXPECT_FALSE(Run.FileError);
+    EXPECT_FALSE(Run.FileError());
     EXPECT_EQ(Row().Progress, u"100 %"_s);
 }
 
 TEST_F(Transcoder, AStreamLengthOfZeroWithSoundFails) {
     Source.Frames = 0;
     Copy();
-    EXPECT_TRUE(Run.FileError);
+    EXPECT_TRUE(Run.FileError());
     EXPECT_EQ(Row().Progress, u"line 96"_s);
 }
 
 TEST_F(Transcoder, AFrameOfNoBytesFails) {
     Source.BytesOfFrame = 0;
     Copy();
-    EXPECT_TRUE(Run.FileError);
+    EXPECT_TRUE(Run.FileError());
 }
 
 TEST_F(Transcoder, AnyFailureMarksTheRowAndClosesBothFiles) {
     const auto fails = [this](bool& flag) {
-        Run.FileError = false;
+        Run.BeginFile({});
         Source.Closed = Sink.Closed = 0;
         flag = true;
         Copy();
         flag = false;
-        return Run.FileError && Row().Icon == u"error" && Row().Progress == u"line 96" &&
+        return Run.FileError() && Row().Icon == u"error" && Row().Progress == u"line 96" &&
                Host.Progress == 0 && Source.Closed >= 1 && Sink.Closed >= 1;
     };
     EXPECT_TRUE(fails(Source.OpenFails));
@@ -120,34 +120,34 @@ TEST_F(Transcoder, AnyFailureMarksTheRowAndClosesBothFiles) {
 }
 
 TEST_F(Transcoder, ASkippedFileLooksLikeAFailedOne) {
-    Host.AtYield = [this] { Run.SkipCurrentFile = true; };
+    Host.AtYield = [this] { Run.SkipFile(); };
     Copy();
     EXPECT_EQ(Sink.Written, 1);
-    EXPECT_TRUE(Run.FileError);
-    EXPECT_FALSE(Run.CancelAll);
+    EXPECT_TRUE(Run.FileError());
+    EXPECT_FALSE(Run.CancelAll());
     EXPECT_EQ(Row().Progress, u"line 96"_s);
 }
 
 TEST_F(Transcoder, ACancelIsHeardAtTheNextBlock) {
-    Host.AtYield = [this] { Run.CancelAll = true; };
+    Host.AtYield = [this] { Run.Cancel(); };
     Copy();
     EXPECT_EQ(Sink.Written, 1);
-    EXPECT_TRUE(Run.FileError);
-    EXPECT_TRUE(Run.CancelAll);
+    EXPECT_TRUE(Run.FileError());
+    EXPECT_TRUE(Run.CancelAll());
 }
 
 TEST_F(Transcoder, ACancelFromBeforeIsForgotten) {
-    Run.CancelAll = true;
+    Run.Cancel();
     Copy();
-    EXPECT_FALSE(Run.FileError);
+    EXPECT_FALSE(Run.FileError());
     EXPECT_EQ(Sink.Written, 4);
 }
 
 TEST_F(Transcoder, ARunThatIsNoLongerBusyLeavesTheLoopAndFinishesTheFile) {
-    Host.AtYield = [this] { Run.Busy = false; };
+    Host.AtYield = [this] { Run.End(Host); };
     Copy();
     EXPECT_EQ(Sink.Written, 1);
-    EXPECT_FALSE(Run.FileError);
+    EXPECT_FALSE(Run.FileError());
     EXPECT_EQ(Row().Progress, u"100 %"_s);
 }
 
@@ -174,10 +174,10 @@ TEST_F(Transcoder, ASourceThatCannotBeOpenedLeavesNoOutput) {
 }
 
 TEST_F(Transcoder, ACancelBehindTheLastBlockFailsTheFileToo) {
-    Source.AtEnd = [this] { Run.CancelAll = true; };
+    Source.AtEnd = [this] { Run.Cancel(); };
     Copy();
     EXPECT_EQ(Sink.Written, 4);
-    EXPECT_TRUE(Run.FileError);
+    EXPECT_TRUE(Run.FileError());
     EXPECT_EQ(Row().Icon, ErrorIcon);
     EXPECT_EQ(Row().Progress, u"line 96"_s);
     EXPECT_TRUE(Codecs.TagsSaved.empty());
@@ -185,11 +185,11 @@ TEST_F(Transcoder, ACancelBehindTheLastBlockFailsTheFileToo) {
 
 TEST_F(Transcoder, ACancelInALoopThatIsNoLongerBusyFailsTheFileToo) {
     Host.AtYield = [this] {
-        Run.Busy = false;
-        Run.CancelAll = true;
+        Run.End(Host);
+        Run.Cancel();
     };
     Copy();
-    EXPECT_TRUE(Run.FileError);
+    EXPECT_TRUE(Run.FileError());
     EXPECT_EQ(Row().Progress, u"line 96"_s);
 }
 
@@ -197,9 +197,9 @@ TEST_F(Transcoder, ACancelWhileTheOutputIsClosedOnlyKeepsItFromBeingTagged) {
     Copy();
     EXPECT_FALSE(Codecs.TagsSaved.empty());
     Codecs.TagsSaved.clear();
-    Sink.AtClose = [this] { Run.CancelAll = true; };
+    Sink.AtClose = [this] { Run.Cancel(); };
     Copy();
-    EXPECT_FALSE(Run.FileError);
+    EXPECT_FALSE(Run.FileError());
     EXPECT_EQ(Row().Progress, u"100 %"_s);
     EXPECT_TRUE(Codecs.TagsSaved.empty());
 }

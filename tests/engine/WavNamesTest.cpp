@@ -2,7 +2,7 @@
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
 #include "engine/OutputFormatNames.h"
-#include "engine/RunState.h"
+#include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "platform/Paths.h"
@@ -30,7 +30,7 @@ protected:
     }
 
     TestFolder Folder;
-    RunState Run;
+    Sonmira::Run Run;
     HeadlessHost Host;
     FakeCodecs Codecs;
     Collection Items;
@@ -50,7 +50,7 @@ TEST_F(WavNames, InCapitalLettersAreThoseOfWavsToo) {
 // Three letters are taken off, whatever the ending.
 TEST_F(WavNames, OfAnAlacKeepALetterOfItsEnding) {
     QString read;
-    Host.AtYield = [&] { read = Run.CurrentInput; };
+    Host.AtYield = [&] { read = Run.CurrentInput(); };
     for (const auto& [name, isAlac] : {std::pair{"a.alac", true}, std::pair{"b.ALAC", false}}) {
         Codecs.IsAlac = isAlac;
         Convert(name, FormatName::Mp3);

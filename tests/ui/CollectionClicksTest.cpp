@@ -282,7 +282,7 @@ TEST_F(CollectionClicks, DuringARunAClickOnlyRemembersTheNodeAndHidesTheTagInMem
     bool clicked = false;
     WhenReached(1, [&] {
         clicked = true;
-        ASSERT_TRUE(Window->State().Busy);
+        ASSERT_TRUE(Window->State().Busy());
         Form().SSTab1->setCurrentIndex(1);
         for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton}) {
             Form().TagPage.ToolbarButton(3)->trigger();

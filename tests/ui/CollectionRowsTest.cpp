@@ -81,9 +81,9 @@ TEST_F(CollectionRows, OfferToSkipTheFileInHandByARightClick) {
     WhenReached(1, [&] {
         EXPECT_FALSE(ClickRow(1, Qt::LeftButton));
         EXPECT_TRUE(ClickRow(1, Qt::RightButton));
-        EXPECT_FALSE(Window->State().SkipCurrentFile);
+        EXPECT_FALSE(Window->State().SkipCurrentFile());
         Form().cancelonefile->trigger();
-        EXPECT_TRUE(Window->State().SkipCurrentFile);
+        EXPECT_TRUE(Window->State().SkipCurrentFile());
     });
     ClickToolbar(5);
     ASSERT_EQ(Rows().RowCount(), 2);

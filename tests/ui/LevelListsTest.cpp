@@ -32,7 +32,7 @@ protected:
         return items;
     }
     void Select(QStringView format) { Panel().ComboOutFormat->SelectText(format.toString()); }
-    const EncoderLevels& Levels() { return Window->State().Levels; }
+    const OutputSettings& Levels() { return Window->Settings(); }
     // Which of the detail controls is to be seen.
     QString Detail() {
         QStringList shown;

@@ -173,9 +173,9 @@ TEST_F(MainWindowUse, EscapeHidesTheTagInMemoryFirst) {
         Form().TagPage.ToolbarButton(3)->trigger();
         QTest::keyClick(Form().TreeView1, Qt::Key_Escape);
         EXPECT_FALSE(Form().TagPage.Picture4->isVisible());
-        EXPECT_FALSE(Window->State().CancelAll);
+        EXPECT_FALSE(Window->State().CancelAll());
         QTest::keyClick(Form().TreeView1, Qt::Key_Escape);
-        EXPECT_TRUE(Window->State().CancelAll);
+        EXPECT_TRUE(Window->State().CancelAll());
         looked = true;
     });
     ClickToolbar(5);
@@ -191,7 +191,7 @@ TEST_F(MainWindowUse, EscapeOfADraggedBarIsNoStop) {
         auto* const bar = Form().Splitter1->findChild<QWidget*>(u"picSplitter"_s);
         QTest::mousePress(bar, Qt::LeftButton, Qt::NoModifier, QPoint(2, 40));
         QTest::keyClick(bar, Qt::Key_Escape);
-        EXPECT_FALSE(Window->State().CancelAll);
+        EXPECT_FALSE(Window->State().CancelAll());
         EXPECT_FALSE(Form().Splitter1->IsDragging());
         QTest::mouseRelease(bar, Qt::LeftButton, Qt::NoModifier, QPoint(2, 40));
         looked = true;

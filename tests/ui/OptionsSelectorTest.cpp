@@ -251,7 +251,7 @@ TEST_F(FormatChoice, IsLockedDuringARunButForMusepack) {
         }
         EXPECT_TRUE(Panel().ComboMPCFormat->isEnabled());
         Panel().ComboMPCFormat->SelectPlace(8);
-        EXPECT_EQ(Window->State().Levels.MpcQuality, 8);
+        EXPECT_EQ(Window->Settings().MpcQuality, 8);
         Click(Panel().CmdFormatParameter);
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
         ClickToolbar(6);

@@ -62,7 +62,7 @@ TEST_F(ShellCommands, WmaSupportIsSavedAndToldButTakesEffectAtTheNextStart) {
     Form().acceptWma->trigger();
     EXPECT_EQ(WmaSetting(), u"True"_s);
     EXPECT_TRUE(Form().acceptWma->isChecked());
-    EXPECT_FALSE(Window->State().WmaSupported);
+    EXPECT_FALSE(Window->Settings().WmaSupported);
     EXPECT_EQ(Panel().ComboOutFormat->count(), formats);
     Form().acceptWma->trigger();
     EXPECT_EQ(WmaSetting(), u"False"_s);
@@ -72,7 +72,7 @@ TEST_F(ShellCommands, WmaSupportIsSavedAndToldButTakesEffectAtTheNextStart) {
     Form().acceptWma->trigger();
     Open();
     EXPECT_TRUE(Form().acceptWma->isChecked());
-    EXPECT_TRUE(Window->State().WmaSupported);
+    EXPECT_TRUE(Window->Settings().WmaSupported);
 }
 
 TEST_F(ShellCommands, WmaSupportGoesByTheFileAndNotByTheCheck) {
@@ -137,12 +137,12 @@ TEST_F(ShellCommands, QuitDoesNothingDuringARun) {
     AddFolderByCommand(Folder.Path("Music"));
     bool asked = false;
     WhenReached(1, [&] {
-        asked = Window->State().Busy;
+        asked = Window->State().Busy();
         Form().Quit->trigger();
         EXPECT_TRUE(Window->isVisible());
         EXPECT_EQ(Setting(u"Format"_s), QString()) << "unlike the button of the window, it keeps no settings";
-        EXPECT_TRUE(Window->State().Busy);
-        EXPECT_FALSE(Window->State().CancelAll);
+        EXPECT_TRUE(Window->State().Busy());
+        EXPECT_FALSE(Window->State().CancelAll());
         EXPECT_EQ(Window->minimumSize(), QSize(613, 560));
         ClickToolbar(6);
     });

@@ -43,7 +43,7 @@ TEST_F(Stop, AtATenthOfALongFileFreesTheControlsAtOnce) {
     EXPECT_GT(ContentOf(Folder.Native("out/Music/a.mp3")).size(), 10000);
     EXPECT_TRUE(Form().ToolbarButton(5)->isEnabled());
     EXPECT_FALSE(Form().ToolbarButton(6)->isEnabled());
-    EXPECT_FALSE(Window->State().Busy);
+    EXPECT_FALSE(Window->State().Busy());
 }
 
 TEST_F(Stop, SkippingAFileGoesOnWithTheNext) {
@@ -74,7 +74,7 @@ TEST_F(Stop, TheInterfaceAnswersAllThroughARun) {
         QObject::connect(&tick, &QTimer::timeout, &tick, [&] {
             if (ticks++ > 0) longest = std::max(longest, since.elapsed());
             since.start();
-            if (!Window->State().Busy) return;
+            if (!Window->State().Busy()) return;
             const int before = std::exchange(percent, Progress(1).chopped(2).toInt());
             most = std::max(most, percent - before);
         });
