@@ -8,7 +8,7 @@
 #include "TimedComponents.h"
 #include "engine/CodecSet.h"
 #include "engine/JobDriver.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"

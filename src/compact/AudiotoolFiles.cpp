@@ -2,7 +2,7 @@
 
 #include "compact/Audiotool.h"
 #include "compact/AudiotoolList.h"
-#include "engine/FileInformation.h"
+#include "engine/InputCheck.h"
 #include "library/AudioFileNames.h"
 #include "library/widgets/AddFileDialog.h"
 #include "platform/Dialogs.h"

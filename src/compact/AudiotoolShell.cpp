@@ -2,7 +2,7 @@
 
 #include "compact/Audiotool.h"
 #include "compact/AudiotoolTexts.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "engine/StopCommands.h"
 #include "platform/Dialogs.h"
 #include "platform/Values.h"

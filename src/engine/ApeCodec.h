@@ -8,7 +8,7 @@ namespace Sonmira {
 
 using Id3Bytes = std::array<char, 128>;
 
-// What is written at one go into the tag of an APE, FLAC or Musepack file.
+// What is written at one go into the tag of an output of OutputTag::OfPage.
 struct SimpleTag {
     QString Artist;
     QString Album;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Failure.h"
+
 #include <QStringView>
 
 namespace Sonmira {
@@ -31,5 +33,24 @@ struct DriverRules {
 
 inline constexpr DriverRules FullRunRules{true, 1, u"2010", u"2009", true};
 inline constexpr DriverRules SingleFileRules{false, 0, u"2008", u"2008", false};
+
+// Runs the driver's statements. Until the first file is finished a failure is nobody's to handle here; from
+// then on it is passed over, so that one file never ends the run of the others.
+class Statements {
+public:
+    void PassFailuresOver() { PassesOver = true; }
+
+    template <class Step>
+    void operator()(Step&& step) const {
+        if (PassesOver) {
+            PassOver(step);
+        } else {
+            step();
+        }
+    }
+
+private:
+    bool PassesOver = false;
+};
 
 }  // namespace Sonmira

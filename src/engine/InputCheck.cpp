@@ -1,13 +1,20 @@
 #include "engine/InputCheck.h"
 
+#include "engine/InputStage.h"
 #include "engine/Run.h"
 #include "engine/RunView.h"
+#include "library/AudioFileNames.h"
 #include "platform/Failure.h"
 #include "platform/FileSearch.h"
 #include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
+#include "platform/Paths.h"
+#include "platform/Values.h"
+#include <QScopeGuard>
 
 namespace Sonmira {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -23,27 +30,14 @@ void Reject(Run& run, RunView& view, Components parts, const QString& path,
     view.SetRowFailure(run.CurrentItem(), reason);
 }
 
-// The length in whole seconds of what a decoder of its own reads; nothing where that is no matter.
-std::optional<double> TestedDuration(Components parts, const QString& path) {
-    if (EndsInUpper(path, u"AAC") || EndsInUpper(path, u"ALAC")) {
-        parts.AACDecoder1.SetInputFile(path);
-        parts.AACDecoder1.SetOutputFile({});
-        if (parts.alacdec1.IsAlac(path) != 1) return std::nullopt;
-        double duration = 0;
-        qint32 unused = 0;
-        parts.alacdec1.TrackInfo(path, duration, unused, unused, unused);
-        return duration;
-    }
-    if (EndsInUpper(path, u"APE") || EndsInUpper(path, u"APL")) return parts.Ape.GetDurationTrack(path);
-    if (EndsInUpper(path, u"FLAC")) return parts.FlacCodec1.TrackLength(path);
-    if (EndsInUpper(path, u"MPC") || EndsInUpper(path, u"MP+")) return parts.mpcdecoder1.TrackLength(path);
-    // That it could be opened was the test.
-    parts.FileRenc.CloseFile();
-    return std::nullopt;
-}
-
 // A file of that many seconds or fewer is taken for a broken one.
 constexpr double TooShort = 1;
+
+double LengthOfStream(AudioSource& fileRenc, const QString& path) {
+    const auto close = qScopeGuard([&] { PassOver([&] { fileRenc.CloseFile(); }); });
+    fileRenc.OpenForRead(path);
+    return static_cast<double>(fileRenc.Length()) / 1000;
+}
 
 }  // namespace
 
@@ -60,12 +54,33 @@ bool CheckInputFile(Run& run, RunView& view, Components parts, const QString& pa
             because(RowFailure::FileNotFound);
             throw Failure(FailureNumber::FileNotFound);
         }
-        if (IsStreamReadable(path)) parts.FileRenc.OpenForRead(path);
-        const std::optional<double> duration = TestedDuration(parts, path);
+        if (IsStreamReadable(path)) {
+            // That it could be opened was the test.
+            parts.FileRenc.OpenForRead(path);
+            parts.FileRenc.CloseFile();
+        }
+        const std::optional<double> duration = InputStage::DecodedLength(parts, path);
         if (duration && *duration <= TooShort) throw Failure(FailureNumber::Component);
     });
     if (!readable) Reject(run, view, parts, path, reason);
     return readable;
+}
+
+double ReadDuration(Components parts, const QString& path) {
+    if (IsStreamReadable(path)) return LengthOfStream(parts.FileRenc, path);
+    return InputStage::DecodedLength(parts, path).value_or(0);
+}
+
+QString MinutesAndSeconds(double seconds) {
+    const auto total = static_cast<qint64>(RoundHalfEven(seconds));
+    return FormatNumber(total / 60, u"#00") + u':' + FormatNumber(total % 60, u"#00");
+}
+
+QString ReadFileInformation(Components parts, const QString& path) {
+    double seconds = 0;
+    const bool read = PassOver([&] { seconds = ReadDuration(parts, path); });
+    if (read && seconds == 0 && InputFormatOf(path).Reader == InputReader::Aac) return u"-"_s;
+    return MinutesAndSeconds(seconds);
 }
 
 }  // namespace Sonmira

@@ -2,40 +2,105 @@
 
 #include "engine/ProgressEvents.h"
 #include "engine/Run.h"
-#include "engine/TagReading.h"
+#include "engine/TagTransfer.h"
+#include "engine/TagTransfer.h"
+#include "library/AudioFileNames.h"
 #include "platform/Paths.h"
 
 namespace Sonmira {
 
 namespace {
 
-bool EndsInOneOf(const QString& path, std::initializer_list<QStringView> endings) {
-    return std::any_of(endings.begin(), endings.end(),
-                       [&](QStringView ending) { return EndsInUpper(path, ending); });
-}
+using Length = std::optional<double>;
 
-constexpr int ShortExtension = 3;
-constexpr int FlacExtension = 4;
+Length LengthOfAac(Components& parts, const QString& path) {
+    parts.AACDecoder1.SetInputFile(path);
+    parts.AACDecoder1.SetOutputFile({});
+    if (parts.alacdec1.IsAlac(path) != 1) return std::nullopt;
+    double duration = 0;
+    qint32 unused = 0;
+    parts.alacdec1.TrackInfo(path, duration, unused, unused, unused);
+    return duration;
+}
 
 }  // namespace
 
+// What a decoder of its own reads, a row each.
+struct InputStage::Road {
+    InputReader Reader;
+    Length (*LengthOf)(Components& parts, const QString& path);
+    void (InputStage::*ReadTag)();
+    bool LowersKillFlag;
+    int ExtensionLength;  // the characters of the name that make way for "wav"
+    // Whether all of it was decoded into `wav`, which may end up as another.
+    bool (InputStage::*Decode)(QString& wav);
+    bool MustBeWhole;  // nobody asks the others: a WAV that is missing shows at the next look-up
+};
+
+const InputStage::Road InputStage::Roads[] = {
+    // Three letters also for "alac", of which one stays in the name.
+    {InputReader::Aac, LengthOfAac, &InputStage::ReadAacTag, false, 3, &InputStage::DecodeAac, true},
+    {InputReader::Flac,
+     [](Components& parts, const QString& path) -> Length { return parts.FlacCodec1.TrackLength(path); },
+     &InputStage::ReadFlacTag, false, 4, &InputStage::DecodeFlac, false},
+    {InputReader::Ape,
+     [](Components& parts, const QString& path) -> Length { return parts.Ape.GetDurationTrack(path); },
+     &InputStage::ReadApeTag, true, 3, &InputStage::DecodeApe, false},
+    {InputReader::Mpc,
+     [](Components& parts, const QString& path) -> Length { return parts.mpcdecoder1.TrackLength(path); },
+     &InputStage::ReadMpcTag, true, 3, &InputStage::DecodeMpc, false},
+};
+
+const InputStage::Road* InputStage::RoadOf(const QString& path) {
+    const InputReader reader = InputFormatOf(path).Reader;
+    for (const Road& road : Roads) {
+        if (road.Reader == reader) return &road;
+    }
+    return nullptr;
+}
+
+std::optional<double> InputStage::DecodedLength(Components parts, const QString& path) {
+    const Road* const road = RoadOf(path);
+    return road == nullptr ? std::nullopt : road->LengthOf(parts, path);
+}
+
 // The tests follow each other on CurrentInput, which a decoder moves to its WAV: then no later one fits.
-bool InputStage::Prepare(QString& heldTitle) {
-    if (EndsInOneOf(ThisRun.CurrentInput(), {u"AAC", u"ALAC"}) && !PrepareAac(heldTitle)) return false;
-    if (!EndsInOneOf(ThisRun.CurrentInput(), {u"AAC", u"WAV", u"AVI", u"APE", u"APL", u"FLAC"})) {
+bool InputStage::Prepare() {
+    const Road* road = RoadOf(ThisRun.CurrentInput());
+    if (road != nullptr && road->MustBeWhole && !Take(*road)) return false;
+    if (InputFormatOf(ThisRun.CurrentInput()).HasStreamTag) {
         ReadTagOfStream(ThisRun, View, Parts.Tags, Rules, Statement);
     }
-    if (EndsInUpper(ThisRun.CurrentInput(), u"FLAC")) PrepareFlac(heldTitle);
-    if (EndsInOneOf(ThisRun.CurrentInput(), {u"APE", u"APL"})) PrepareApe();
-    if (EndsInOneOf(ThisRun.CurrentInput(), {u"MPC", u"MP+"})) PrepareMpc();
+    road = RoadOf(ThisRun.CurrentInput());
+    return road == nullptr || Take(*road);
+}
+
+bool InputStage::Take(const Road& road) {
+    ThisRun.KeepSource();
+    (this->*road.ReadTag)();
+    if (road.LowersKillFlag) ThisRun.LowerKillFlag();
+    QString wav = ThisRun.BeginDecoding(road.ExtensionLength);
+    const bool isWhole = (this->*road.Decode)(wav);
+    if (road.MustBeWhole && !isWhole) return false;
+    ThisRun.EndDecoding(wav, isWhole);
     return true;
 }
 
-bool InputStage::PrepareAac(QString& heldTitle) {
-    ThisRun.KeepSource();
-    Statement([&] { ReadTagOfAac(ThisRun, View, Parts, heldTitle); });
-    // Three letters also for "alac", of which one stays in the name.
-    const QString wav = ThisRun.BeginDecoding(ShortExtension);
+void InputStage::ReadAacTag() {
+    Statement([&] { ReadTagOfAac(ThisRun, View, Parts, HeldTitle); });
+}
+void InputStage::ReadFlacTag() {
+    Statement([&] { Parts.FlacCodec1.SetInputFile(ThisRun.CurrentInput()); });
+    Statement([&] { ReadTagOfFlac(ThisRun, Parts, HeldTitle); });
+}
+void InputStage::ReadApeTag() {
+    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedApeYear); });
+}
+void InputStage::ReadMpcTag() {
+    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedMpcYear); });
+}
+
+bool InputStage::DecodeAac(QString& wav) {
     Statement([&] { Parts.AACDecoder1.SetInputFile(ThisRun.CurrentInput()); });
     Statement([&] { Parts.AACDecoder1.SetOutputFile(wav); });
     qint16 result = 0;
@@ -45,41 +110,24 @@ bool InputStage::PrepareAac(QString& heldTitle) {
         result = isAlac ? Parts.alacdec1.DecodeToWav(ThisRun.CurrentInput(), wav) == 1
                         : Parts.AACDecoder1.DecodeToWav();
     });
-    if (result <= 0) return false;
-    ThisRun.EndDecoding(Parts.AACDecoder1.GetOutputFile(), true);
-    return true;
+    wav = Parts.AACDecoder1.GetOutputFile();
+    return result > 0;
 }
 
-void InputStage::PrepareFlac(const QString& heldTitle) {
-    ThisRun.KeepSource();
-    Statement([&] { Parts.FlacCodec1.SetInputFile(ThisRun.CurrentInput()); });
-    Statement([&] { ReadTagOfFlac(ThisRun, Parts, heldTitle); });
-    const QString wav = ThisRun.BeginDecoding(FlacExtension);
+bool InputStage::DecodeFlac(QString& wav) {
     Parts.FlacCodec1.SetOutputFile(wav);
-    // Nobody reads the results of these three decoders: a WAV that is missing shows at the next look-up.
-    const bool isWhole = PassOver([&] { Parts.FlacCodec1.DecodeToWav(); });
-    ThisRun.EndDecoding(wav, isWhole);
+    return PassOver([&] { Parts.FlacCodec1.DecodeToWav(); });
 }
 
-void InputStage::PrepareApe() {
-    ThisRun.KeepSource();
-    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedApeYear); });
-    ThisRun.LowerKillFlag();
-    const QString wav = ThisRun.BeginDecoding(ShortExtension);
-    const bool isWhole = PassOver([&] {
+bool InputStage::DecodeApe(QString& wav) {
+    return PassOver([&] {
         Parts.Ape.DecompressFile(ThisRun.CurrentInput(), wav, MakeApeDecodingProgress(ThisRun, View),
                                  ThisRun.KillFlag());
     });
-    ThisRun.EndDecoding(wav, isWhole);
 }
 
-void InputStage::PrepareMpc() {
-    ThisRun.KeepSource();
-    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedMpcYear); });
-    ThisRun.LowerKillFlag();
-    const QString wav = ThisRun.BeginDecoding(ShortExtension);
-    const bool isWhole = PassOver([&] { Parts.mpcdecoder1.DecodeToWav(ThisRun.CurrentInput(), wav); });
-    ThisRun.EndDecoding(wav, isWhole);
+bool InputStage::DecodeMpc(QString& wav) {
+    return PassOver([&] { Parts.mpcdecoder1.DecodeToWav(ThisRun.CurrentInput(), wav); });
 }
 
 }  // namespace Sonmira

@@ -2,7 +2,8 @@
 
 #include "engine/Components.h"
 #include "engine/DriverRules.h"
-#include "engine/Statements.h"
+
+#include <optional>
 
 namespace Sonmira {
 
@@ -13,25 +14,44 @@ class RunView;
 // cannot read has a decoder make a temporary WAV and moves CurrentInput there.
 class InputStage {
 public:
+    // `heldTitle` keeps the title of an AAC file for the rest of a run.
     InputStage(Run& state, RunView& shown, Components used, const DriverRules& rules,
-               const Statements& statement)
-        : ThisRun(state), View(shown), Parts(used), Rules(rules), Statement(statement) {}
+               const Statements& statement, QString& heldTitle)
+        : ThisRun(state),
+          View(shown),
+          Parts(used),
+          Rules(rules),
+          Statement(statement),
+          HeldTitle(heldTitle) {}
 
     // Returns false where the AAC or ALAC decoder could not decode: the record is finished at once, as one
-    // that did not fail. `heldTitle` keeps the title of an AAC file for the rest of a run.
-    bool Prepare(QString& heldTitle);
+    // that did not fail.
+    bool Prepare();
+
+    // The length in seconds of what a decoder of its own reads; nothing where that decoder tells none.
+    static std::optional<double> DecodedLength(Components parts, const QString& path);
 
 private:
-    bool PrepareAac(QString& heldTitle);
-    void PrepareFlac(const QString& heldTitle);
-    void PrepareApe();
-    void PrepareMpc();
+    struct Road;
+    static const Road Roads[];
+    static const Road* RoadOf(const QString& path);
+
+    bool Take(const Road& road);
+    void ReadAacTag();
+    void ReadFlacTag();
+    void ReadApeTag();
+    void ReadMpcTag();
+    bool DecodeAac(QString& wav);
+    bool DecodeFlac(QString& wav);
+    bool DecodeApe(QString& wav);
+    bool DecodeMpc(QString& wav);
 
     Run& ThisRun;
     RunView& View;
     Components Parts;
     const DriverRules& Rules;
     const Statements& Statement;
+    QString& HeldTitle;
 };
 
 }  // namespace Sonmira

@@ -1,61 +1,47 @@
 #include "engine/OutputStage.h"
 
-#include "engine/OutputFormatNames.h"
+#include "engine/Destination.h"
+#include "engine/OutputFormats.h"
 #include "engine/OutputName.h"
 #include "engine/ProgressEvents.h"
 #include "engine/Run.h"
 #include "engine/RunView.h"
-#include "engine/TagWriting.h"
-#include "engine/TempWav.h"
-#include "engine/Transcoder.h"
+#include "engine/TagTransfer.h"
 #include "platform/Failure.h"
 #include "platform/FileIdentity.h"
 #include "platform/FileRemoval.h"
 #include "platform/Paths.h"
+
+#include <algorithm>
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
 void OutputStage::Dispatch() {
-    struct Route {
-        QStringView Format;
-        void (OutputStage::*Encode)();
-    };
-    static constexpr Route Routes[] = {
-        {FormatName::Wma, &OutputStage::EncodeToWma}, {FormatName::Mp3, &OutputStage::EncodeToMp3},
-        {FormatName::Ogg, &OutputStage::EncodeToOgg}, {FormatName::Wav, &OutputStage::EncodeToWav},
-        {FormatName::Ape, &OutputStage::EncodeToApe}, {FormatName::Flac, &OutputStage::EncodeToFlac},
-        {FormatName::Mpc, &OutputStage::EncodeToMpc},
-    };
     const QString format = View.ComboOutFormat();
-    for (const Route& route : Routes) {
-        if (format != route.Format) continue;
-        (this->*route.Encode)();
-        return;
+    const auto* const row = std::find_if(std::begin(OutputTable), std::end(OutputTable),
+                                         [&](const OutputRow& one) { return format == one.Name; });
+    if (row == std::end(OutputTable) || !ThisRun.Busy()) return;
+    const QString extension = u'.' + row->Ending.toString().toLower();
+    switch (row->Road) {
+        case OutputRoad::Stream:
+            return EncodeByStream(extension);
+        case OutputRoad::Wma:
+            return EncodeToWma(extension);
+        case OutputRoad::FromWav:
+            return EncodeFromWav(*row, extension);
     }
 }
 
-void OutputStage::EncodeToMp3() {
-    EncodeByStream(u".mp3"_s);
-}
-void OutputStage::EncodeToOgg() {
-    EncodeByStream(u".ogg"_s);
-}
-void OutputStage::EncodeToWav() {
-    EncodeByStream(u".wav"_s);
-}
-
 void OutputStage::EncodeByStream(const QString& extension) {
-    if (!ThisRun.Busy()) return;
     OutputName output(ThisRun, extension);
     TranscodeStream(ThisRun, View, Parts, ThisRun.CurrentInput(), output);
 }
 
-void OutputStage::EncodeToWma() {
-    if (!ThisRun.Busy()) return;
+void OutputStage::EncodeToWma(const QString& extension) {
     const bool encoded = PassOver([&] {
-        OutputName output(ThisRun, u".wma"_s);
+        OutputName output(ThisRun, extension);
         Parts.FileRenc.OpenForRead(ThisRun.CurrentInput());
         // Without a usable format the file is left alone and finishes as converted.
         if (Parts.FileRenc.FormatCode() < 0) return;
@@ -70,32 +56,25 @@ void OutputStage::EncodeToWma() {
     View.ShowWmaStageFailure();
 }
 
-void OutputStage::EncodeToApe() {
-    EncodeFromWav(u".ape"_s, [this](const QString& wav, const QString& output) {
-        ThisRun.LowerKillFlag();
-        Parts.Ape.CompressFile(wav, output, Parts.Settings.ApeCompressionLevel, MakeApeProgress(View),
-                               ThisRun.KillFlag());
-    });
+void EncodeToApe(Run& run, RunView& view, Components& parts, const QString& wav, const QString& output) {
+    run.LowerKillFlag();
+    parts.Ape.CompressFile(wav, output, parts.Settings.ApeCompressionLevel, MakeApeProgress(view),
+                           run.KillFlag());
 }
 
-void OutputStage::EncodeToFlac() {
-    EncodeFromWav(u".flac"_s, [this](const QString& wav, const QString& output) {
-        ThisRun.LowerKillFlag();
-        Parts.FlacCodec_Encoder1.EncodeFromWav(wav, output,
-                                               static_cast<qint16>(Parts.Settings.FlacCompressionLevel));
-    });
+void EncodeToFlac(Run& run, RunView& /*view*/, Components& parts, const QString& wav, const QString& output) {
+    run.LowerKillFlag();
+    parts.FlacCodec_Encoder1.EncodeFromWav(wav, output,
+                                           static_cast<qint16>(parts.Settings.FlacCompressionLevel));
 }
 
-void OutputStage::EncodeToMpc() {
-    // No quality goes along: the encoder runs at its own, unless a window has set that.
-    EncodeFromWav(u".mpc"_s, [this](const QString& wav, const QString& output) {
-        Parts.mpcencoder1.EncodeFromWav(wav, output);
-    });
+// No quality goes along: the encoder runs at its own, unless a window has set that.
+void EncodeToMpc(Run& /*run*/, RunView& /*view*/, Components& parts, const QString& wav,
+                 const QString& output) {
+    parts.mpcencoder1.EncodeFromWav(wav, output);
 }
 
-template <class Encode>
-void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
-    if (!ThisRun.Busy()) return;
+void OutputStage::EncodeFromWav(const OutputRow& row, const QString& extension) {
     OutputName output(ThisRun, extension);
     const std::optional<QString> wav = WavInput();
     if (!wav) return;
@@ -105,7 +84,7 @@ void OutputStage::EncodeFromWav(const QString& extension, Encode encode) {
     const bool encoded = PassOver([&] {
         output.CreateBy([&](const QString& path) {
             isOurs = !StampOf(path);
-            encode(*wav, path);
+            row.Encode(ThisRun, View, Parts, *wav, path);
         });
     });
     ThisRun.EndOutput(isWavWhole && encoded && StampOf(output.Path()).has_value());

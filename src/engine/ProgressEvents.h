@@ -8,8 +8,8 @@ class Run;
 class RunView;
 
 // Shows what the components tell of their progress, for as long as it lives: a run has one. Decoders move the
-// bar only, the FLAC and Musepack encoders the row too. Each step yields to the event loop, which is when a
-// stop command is heard.
+// bar only, FlacCodec_Encoder1 and mpcencoder1 the row too. Each step yields to the event loop, which is when
+// a stop command is heard.
 class ProgressEvents {
 public:
     ProgressEvents(Run& state, RunView& shown, Components watched);

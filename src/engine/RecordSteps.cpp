@@ -39,7 +39,7 @@ bool RecordSteps::Convert(const ConversionRecord& record, const SetStem& setStem
     // Fields that no record carries (a composer, say) go from a file to its output through the tag object;
     // what it held of the file before is not this one's.
     Parts.Tags.Clear();
-    if (!InputStage(ThisRun, View, Parts, Rules, Statement).Prepare(HeldTitle)) return true;
+    if (!InputStage(ThisRun, View, Parts, Rules, Statement, HeldTitle).Prepare()) return true;
 
     bool hasStem = false;
     Statement([&] { hasStem = Target.TakeStem(ThisRun); });

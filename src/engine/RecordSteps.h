@@ -3,8 +3,8 @@
 #include "engine/Components.h"
 #include "engine/Destination.h"
 #include "engine/DriverRules.h"
-#include "engine/Statements.h"
-#include "engine/TempWav.h"
+#include "engine/DriverRules.h"
+#include "engine/Destination.h"
 #include "platform/FileIdentity.h"
 
 namespace Sonmira {

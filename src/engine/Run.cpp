@@ -1,7 +1,7 @@
 #include "engine/Run.h"
 
+#include "engine/Destination.h"
 #include "engine/RunView.h"
-#include "engine/TempWav.h"
 #include "platform/Clock.h"
 #include "shell/Values.h"
 

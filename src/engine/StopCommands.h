@@ -8,8 +8,8 @@ namespace Sonmira {
 struct Collection;
 
 // Who may stop what. A click arrives in the middle of a conversion, while it yields, so these set flags for
-// the driver and the components to read and do nothing else. The FLAC encoder and the ALAC decoder hear
-// nothing and run to their end.
+// the driver and the components to read and do nothing else. FlacCodec_Encoder1 and alacdec1 hear nothing
+// and run to their end.
 
 // Stop a scan between two entries and, when a run is busy, the whole run. The menu and the toolbar tell the
 // components in different orders.

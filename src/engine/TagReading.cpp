@@ -1,7 +1,6 @@
-#include "engine/TagReading.h"
-
 #include "engine/Run.h"
 #include "engine/RunView.h"
+#include "engine/TagTransfer.h"
 #include "platform/Failure.h"
 #include "platform/NativePath.h"
 #include "platform/Paths.h"

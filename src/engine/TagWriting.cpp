@@ -1,11 +1,13 @@
-#include "engine/TagWriting.h"
-
+#include "engine/OutputFormats.h"
 #include "engine/Run.h"
 #include "engine/RunView.h"
+#include "engine/TagTransfer.h"
 #include "platform/Clock.h"
 #include "platform/Failure.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
+
+#include <algorithm>
 
 namespace Sonmira {
 
@@ -32,6 +34,12 @@ void WritePanelTag(const Run& run, RunView& view, ApeCodec& ape, const QString& 
                                         : AudioInformation::GenreName(run.File().Tag.GenreIndex);
     tag.Year = panel.Year;
     ape.TagFileSimple(outputPath, tag);
+}
+
+bool TakesTagOfPage(const QString& path) {
+    return std::any_of(std::begin(OutputTable), std::end(OutputTable), [&](const OutputRow& row) {
+        return row.Tag == OutputTag::OfPage && EndsInUpper(path, row.Ending);
+    });
 }
 
 // A free text that is the name of a standard genre gets its number.
@@ -65,8 +73,7 @@ void WriteRecord(Run& run, AudioInformation& file, qint16 kind, const QString& o
 
 void WriteOutputTag(Run& run, RunView& view, Components parts, const QString& outputPath) {
     PassOver([&] {
-        if (EndsInUpper(outputPath, u"APE") || EndsInUpper(outputPath, u"MPC") ||
-            EndsInUpper(outputPath, u"FLAC")) {
+        if (TakesTagOfPage(outputPath)) {
             WritePanelTag(run, view, parts.Ape, outputPath);
             return;
         }

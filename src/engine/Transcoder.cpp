@@ -1,11 +1,10 @@
-#include "engine/Transcoder.h"
-
 #include "engine/OutputName.h"
+#include "engine/OutputStage.h"
 #include "engine/ProgressEvents.h"
 #include "engine/Run.h"
 #include "engine/RunView.h"
 #include "engine/StopCommands.h"
-#include "engine/TagWriting.h"
+#include "engine/TagTransfer.h"
 #include "platform/Failure.h"
 #include "platform/FileIdentity.h"
 #include "platform/Values.h"

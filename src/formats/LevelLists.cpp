@@ -1,6 +1,7 @@
 #include "formats/LevelLists.h"
 
 #include "engine/Components.h"
+#include "engine/OutputFormats.h"
 #include "formats/OutputPanel.h"
 #include "platform/Values.h"
 #include "shell/Settings.h"
@@ -75,6 +76,23 @@ LevelLists::LevelLists(OutputPanel& controls, OutputSettings& settings)
     OnEvent(Panel.ComboAPEFormat, &ChoiceList::Click, this, [this] { ComboAPEFormat_Click(); });
     OnEvent(Panel.ComboFLACFormat, &ChoiceList::Click, this, [this] { ComboFLACFormat_Click(); });
     OnEvent(Panel.ComboMPCFormat, &ChoiceList::Click, this, [this] { ComboMPCFormat_Click(); });
+}
+
+const QWidget* LevelLists::ApplySaved(const QString& format) {
+    struct Row {
+        QStringView Format;
+        void (LevelLists::*Apply)();
+        ChoiceList* List;
+    };
+    const Row rows[] = {{FormatName::Ape, &LevelLists::ApplySavedApeFormat, Panel.ComboAPEFormat},
+                        {FormatName::Flac, &LevelLists::ApplySavedFlacFormat, Panel.ComboFLACFormat},
+                        {FormatName::Mpc, &LevelLists::ApplySavedMpcFormat, Panel.ComboMPCFormat}};
+    for (const Row& row : rows) {
+        if (format != row.Format) continue;
+        (this->*row.Apply)();
+        return row.List;
+    }
+    return nullptr;
 }
 
 void LevelLists::ComboAPEFormat_Click() {

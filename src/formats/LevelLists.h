@@ -2,13 +2,15 @@
 
 #include <QObject>
 
+class QWidget;
+
 namespace Sonmira {
 
 class OutputPanel;
 struct OutputSettings;
 
-// The lists for APE, FLAC and Musepack: one fixed choice each, which goes into the levels that the encoders
-// are given, and into the settings at once.
+// The lists of the formats whose encoders have levels: one fixed choice each, which goes into the levels that
+// the encoders are given, and into the settings at once.
 class LevelLists : public QObject {
     Q_OBJECT
 
@@ -17,12 +19,14 @@ public:
     LevelLists(OutputPanel& controls, OutputSettings& settings);
 
     // What selecting the format does: takes the saved level, or the default where there is none or a damaged
-    // one, and shows it in the list. A failure ends it in silence.
+    // one, and shows it in the list, which is returned. A failure ends it in silence. No list for a format
+    // that has none here.
+    const QWidget* ApplySaved(const QString& format);
+
+private:
     void ApplySavedApeFormat();
     void ApplySavedFlacFormat();
     void ApplySavedMpcFormat();
-
-private:
     void ComboAPEFormat_Click();
     void ComboFLACFormat_Click();
     void ComboMPCFormat_Click();

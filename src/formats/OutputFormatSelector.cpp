@@ -1,6 +1,6 @@
 #include "formats/OutputFormatSelector.h"
 
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "formats/Mp3Options.h"
 #include "formats/Mp3Settings.h"
 #include "formats/OggOptions.h"
@@ -41,13 +41,11 @@ OutputFormatSelector::OutputFormatSelector(OutputPanel& controls, AudioFile& fil
 }
 
 void OutputFormatSelector::FillComboOutFormat(bool wmaSupported) {
-    const auto add = [this](QStringView name) { Panel.ComboOutFormat->addItem(name.toString()); };
-    if (IsLameInstalled()) add(FormatName::Mp3);
-    for (const QStringView name :
-         {FormatName::Wav, FormatName::Ogg, FormatName::Ape, FormatName::Flac, FormatName::Mpc}) {
-        add(name);
+    for (const OutputRow& row : OutputTable) {
+        if (row.Needs == OutputNeeds::Lame && !IsLameInstalled()) continue;
+        if (row.Needs == OutputNeeds::WmaSupport && !wmaSupported) continue;
+        Panel.ComboOutFormat->addItem(row.Name.toString());
     }
-    if (wmaSupported) add(FormatName::Wma);
     // Adding the first item selects it in silence; nothing is selected until somebody selects it.
     Panel.ComboOutFormat->setCurrentIndex(-1);
 }
@@ -72,15 +70,8 @@ void OutputFormatSelector::SelectFormat(const QString& format) {
 
 void OutputFormatSelector::ComboOutFormat_Click() {
     const QString format = Panel.ComboOutFormat->currentText();
-    if (format == FormatName::Ape) {
-        Levels.ApplySavedApeFormat();
-        Panel.ShowDetail(Panel.ComboAPEFormat);
-    } else if (format == FormatName::Mpc) {
-        Levels.ApplySavedMpcFormat();
-        Panel.ShowDetail(Panel.ComboMPCFormat);
-    } else if (format == FormatName::Flac) {
-        Levels.ApplySavedFlacFormat();
-        Panel.ShowDetail(Panel.ComboFLACFormat);
+    if (const QWidget* const list = Levels.ApplySaved(format)) {
+        Panel.ShowDetail(list);
     } else if (format == FormatName::Mp3) {
         // The library is there but cannot be loaded: every file is to fail, rather than to get the sound of
         // the format before under this one's ending.

@@ -1,7 +1,7 @@
 #include "formats/SavedOutput.h"
 
 #include "engine/CodecSet.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "formats/OutputFormatSelector.h"
 #include "formats/OutputPanel.h"
 #include "platform/Failure.h"

@@ -2,24 +2,44 @@
 
 #include "platform/Paths.h"
 
+#include <algorithm>
+
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-bool EndsInOneOf(const QString& name, std::initializer_list<QStringView> tails) {
-    return std::any_of(tails.begin(), tails.end(), [&](QStringView tail) { return EndsInUpper(name, tail); });
-}
+// No path ends in two of them.
+constexpr InputFormat InputFormats[] = {
+    {u"WAV", InputReader::Stream, TakenBy::Scan, false},   {u"WMA", InputReader::Stream, TakenBy::Scan, true},
+    {u"MP3", InputReader::Stream, TakenBy::Scan, true},    {u"OGG", InputReader::Stream, TakenBy::Scan, true},
+    {u"AVI", InputReader::Stream, TakenBy::Nobody, false}, {u"AAC", InputReader::Aac, TakenBy::Scan, false},
+    {u"ALAC", InputReader::Aac, TakenBy::Drop, true},      {u"APE", InputReader::Ape, TakenBy::Scan, false},
+    {u"APL", InputReader::Ape, TakenBy::Scan, false},      {u"FLAC", InputReader::Flac, TakenBy::Scan, false},
+    {u"MPC", InputReader::Mpc, TakenBy::Drop, true},       {u"MP+", InputReader::Mpc, TakenBy::Drop, true},
+};
+constexpr InputFormat AnyOther;
 
 }  // namespace
 
+const InputFormat& InputFormatOf(const QString& path) {
+    const auto* const found =
+        std::find_if(std::begin(InputFormats), std::end(InputFormats),
+                     [&](const InputFormat& format) { return EndsInUpper(path, format.Ending); });
+    return found == std::end(InputFormats) ? AnyOther : *found;
+}
+
+bool IsStreamReadable(const QString& path) {
+    return InputFormatOf(path).Reader == InputReader::Stream;
+}
+
 bool IsScannedAudioFile(const QString& name) {
-    return EndsInOneOf(name, {u"WAV", u"WMA", u"MP3", u"OGG", u"AAC", u"APE", u"APL", u"FLAC"});
+    return InputFormatOf(name).Adding == TakenBy::Scan;
 }
 
 bool IsDroppedAudioFile(const QString& path) {
-    return IsScannedAudioFile(path) || EndsInOneOf(path, {u"MPC", u"MP+", u"ALAC"});
+    return InputFormatOf(path).Adding != TakenBy::Nobody;
 }
 
 QString AudioFileFilter() {

@@ -22,13 +22,6 @@ QString ExtensionOf(const QString& path) {
     return dot < 0 ? u"zzz"_s : path.sliced(dot);
 }
 
-bool IsStreamReadable(const QString& path) {
-    for (const QStringView tail : {u"AAC", u"APE", u"APL", u"MPC", u"MP+"}) {
-        if (EndsInUpper(path, tail)) return false;
-    }
-    return !EndsInUpper(path, u"FLAC") && !EndsInUpper(path, u"ALAC");
-}
-
 bool FileExists(const QString& path) {
     if (path.isEmpty() || path.endsWith(u'\\')) return false;
     return !FindFirstName(path, SearchFor::VisibleFiles).isEmpty();

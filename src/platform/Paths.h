@@ -16,10 +16,6 @@ QString FolderOf(const QString& path);
 // stop at a backslash.
 QString ExtensionOf(const QString& path);
 
-// Whether the streaming reader takes the file: true unless the path ends, in any case and with no dot
-// needed, in aac, ape, apl, mpc, mp+, flac or alac.
-bool IsStreamReadable(const QString& path);
-
 // Whether a visible file of that name exists. False for the empty text and for a trailing backslash;
 // wildcards in the last component act as a pattern.
 bool FileExists(const QString& path);

@@ -1,6 +1,6 @@
 // What clicks and keys on the tree and on the list of rows do in the main window.
 
-#include "engine/FileInformation.h"
+#include "engine/InputCheck.h"
 #include "library/Removal.h"
 #include "library/widgets/FileList.h"
 #include "platform/Failure.h"

@@ -1,6 +1,7 @@
 // How the main window comes up: its texts, the empty collection and what the settings file remembers.
 
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
+#include "engine/OutputFormats.h"
 #include "platform/Processes.h"
 #include "platform/Values.h"
 #include "shell/widgets/About.h"

@@ -1,7 +1,7 @@
 // The main window and the compact one make the same files of the same album.
 #include "AudiotoolTest.h"
 #include "engine/MadeSources.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "library/widgets/ConversionTree.h"
 #include "platform/Clock.h"
 #include "support/Sanitized.h"

@@ -1,7 +1,7 @@
 // The cancel button, for sources and outputs of every component that it reaches.
 #include "AudiotoolTest.h"
 #include "engine/MadeSources.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "support/Timing.h"
 
 #include <QElapsedTimer>

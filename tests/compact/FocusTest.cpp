@@ -1,6 +1,6 @@
 // Where the keyboard goes when a run locks controls and frees them.
 #include "AudiotoolTest.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 
 namespace Sonmira {
 namespace {

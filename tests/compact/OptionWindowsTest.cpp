@@ -1,6 +1,6 @@
 // The windows of the format parameters, opened from the compact window.
 #include "AudiotoolTest.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "formats/Mp3Options.h"
 #include "formats/OggOptions.h"
 #include "formats/WavOptions.h"

@@ -1,6 +1,6 @@
 // Conversions of the list and of one row.
 #include "AudiotoolTest.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "platform/Clock.h"
 #include "platform/Failure.h"
 #include "support/Timing.h"

@@ -1,5 +1,5 @@
 #include "FakeComponents.h"
-#include "engine/FileInformation.h"
+#include "engine/InputCheck.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "engine/OutputStage.h"
 #include "engine/Run.h"
 #include "support/TestAudio.h"

@@ -1,5 +1,5 @@
 #include "engine/CodecSet.h"
-#include "engine/FileInformation.h"
+#include "engine/InputCheck.h"
 #include "platform/NativePath.h"
 #include "support/RealFiles.h"
 #include "support/Sanitized.h"

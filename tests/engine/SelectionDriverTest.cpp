@@ -1,6 +1,6 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "engine/Run.h"
 #include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"

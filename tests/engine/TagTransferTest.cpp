@@ -1,6 +1,6 @@
 #include "RealEngine.h"
+#include "engine/Destination.h"
 #include "engine/SelectionDriver.h"
-#include "engine/TempWav.h"
 #include "platform/Clock.h"
 #include "platform/NativePath.h"
 #include "support/Sanitized.h"

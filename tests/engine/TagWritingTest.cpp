@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/Run.h"
-#include "engine/TagWriting.h"
+#include "engine/TagTransfer.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
+#include "engine/OutputStage.h"
 #include "engine/Run.h"
-#include "engine/Transcoder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
 #include "engine/JobDriver.h"
-#include "engine/OutputFormatNames.h"
+#include "engine/OutputFormats.h"
 #include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"

@@ -28,6 +28,23 @@ TEST(AudioFileNames, ADropTakesMpcAndAlacToo) {
     EXPECT_FALSE(IsDroppedAudioFile(u"\\m\\a.m4a"_s));
 }
 
+TEST(AudioFileNames, TheStreamingReaderLeavesSomeKindsToOthers) {
+    for (const char* tail : {"aac", "ape", "apl", "mpc", "mp+", "flac", "alac"}) {
+        const QString path = u"\\Music\\a."_s + QString::fromLatin1(tail);
+        EXPECT_FALSE(IsStreamReadable(path)) << tail;
+        EXPECT_FALSE(IsStreamReadable(path.toUpper())) << tail;
+    }
+    for (const char* tail : {"wav", "mp3", "ogg", "wma", "m4a", "lac", ""}) {
+        EXPECT_TRUE(IsStreamReadable(u"\\Music\\a."_s + QString::fromLatin1(tail))) << tail;
+    }
+}
+
+TEST(AudioFileNames, TheStreamingReaderNeedsNoDot) {
+    EXPECT_FALSE(IsStreamReadable(u"\\Music\\landscAPE"_s));
+    EXPECT_FALSE(IsStreamReadable(u"ape"_s));
+    EXPECT_TRUE(IsStreamReadable(u"pe"_s));
+}
+
 TEST(AudioFileNames, TheDialogFilterIsPairsOfDescriptionAndPatterns) {
     const QStringList parts = AudioFileFilter().split(u'|');
     ASSERT_EQ(parts.size(), 19);  // nine pairs, and the empty text behind the last bar

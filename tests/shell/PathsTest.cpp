@@ -54,23 +54,6 @@ TEST(Paths, TheSearchForTheExtensionDoesNotStopAtABackslash) {
     EXPECT_EQ(ExtensionOf(u"\\My.Music\\a"_s), u".Music\\a"_s);
 }
 
-TEST(Paths, TheStreamingReaderLeavesSomeKindsToOthers) {
-    for (const char* tail : {"aac", "ape", "apl", "mpc", "mp+", "flac", "alac"}) {
-        const QString path = u"\\Music\\a."_s + QString::fromLatin1(tail);
-        EXPECT_FALSE(IsStreamReadable(path)) << tail;
-        EXPECT_FALSE(IsStreamReadable(path.toUpper())) << tail;
-    }
-    for (const char* tail : {"wav", "mp3", "ogg", "wma", "m4a", "lac", ""}) {
-        EXPECT_TRUE(IsStreamReadable(u"\\Music\\a."_s + QString::fromLatin1(tail))) << tail;
-    }
-}
-
-TEST(Paths, TheStreamingReaderNeedsNoDot) {
-    EXPECT_FALSE(IsStreamReadable(u"\\Music\\landscAPE"_s));
-    EXPECT_FALSE(IsStreamReadable(u"ape"_s));
-    EXPECT_TRUE(IsStreamReadable(u"pe"_s));
-}
-
 TEST(Paths, AFileExistsByItsName) {
     const TestFolder folder;
     EXPECT_TRUE(FileExists(folder.MakeFile("a.mp3")));

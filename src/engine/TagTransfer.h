@@ -2,7 +2,6 @@
 
 #include "engine/Components.h"
 #include "engine/DriverRules.h"
-#include "engine/Statements.h"
 
 namespace Sonmira {
 
@@ -21,11 +20,16 @@ void ReadTagOfAac(Run& run, RunView& view, Components parts, QString& heldTitle)
 void ReadTagOfStream(Run& run, RunView& view, AudioInformation& tags, const DriverRules& rules,
                      const Statements& statement);
 
-// FLAC: the comments; then, unless a held title says otherwise, the ID3v1 block over them, also where the
-// file has none and the block is empty.
+// FlacCodec1: the comments; then, unless a held title says otherwise, the ID3v1 block over them, also where
+// the file has none and the block is empty.
 void ReadTagOfFlac(Run& run, Components parts, const QString& heldTitle);
 
 // APE and Musepack: the ID3v1 block; without one, empty fields and `untaggedYear`.
 void ReadTagOfBlock(Run& run, Components parts, QStringView untaggedYear);
+
+// Writes the tag of a finished output. Those of OutputTag::OfPage get the texts that the tag page shows at
+// that moment, and of TagRecord only the genre; all others get TagRecord, as both kinds of tag. A failure
+// ends it in silence with what was written so far: an output without a tag is a success.
+void WriteOutputTag(Run& run, RunView& view, Components parts, const QString& outputPath);
 
 }  // namespace Sonmira
