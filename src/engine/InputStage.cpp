@@ -28,27 +28,52 @@ Length LengthOfAac(Components& parts, const QString& path) {
 // What a decoder of its own reads, a row each.
 struct InputStage::Road {
     InputReader Reader;
-    Length (*LengthOf)(Components& parts, const QString& path);
-    void (InputStage::*ReadTag)();
-    bool LowersKillFlag;
     int ExtensionLength;  // the characters of the name that make way for "wav"
+    Length (*LengthOf)(Components& parts, const QString& path);
+    void (*ReadTag)(InputStage& stage);
     // Whether all of it was decoded into `wav`, which may end up as another.
-    bool (InputStage::*Decode)(QString& wav);
+    bool (*Decode)(InputStage& stage, QString& wav);
+    bool LowersKillFlag;
     bool MustBeWhole;  // nobody asks the others: a WAV that is missing shows at the next look-up
 };
 
 const InputStage::Road InputStage::Roads[] = {
     // Three letters also for "alac", of which one stays in the name.
-    {InputReader::Aac, LengthOfAac, &InputStage::ReadAacTag, false, 3, &InputStage::DecodeAac, true},
-    {InputReader::Flac,
+    {InputReader::Aac, 3, LengthOfAac,
+     [](InputStage& on) { on.Statement([&] { ReadTagOfAac(on.ThisRun, on.View, on.Parts, on.HeldTitle); }); },
+     [](InputStage& on, QString& wav) { return on.DecodeAac(wav); }, false, true},
+    {InputReader::Flac, 4,
      [](Components& parts, const QString& path) -> Length { return parts.FlacCodec1.TrackLength(path); },
-     &InputStage::ReadFlacTag, false, 4, &InputStage::DecodeFlac, false},
-    {InputReader::Ape,
+     [](InputStage& on) {
+         on.Statement([&] { on.Parts.FlacCodec1.SetInputFile(on.ThisRun.CurrentInput()); });
+         on.Statement([&] { ReadTagOfFlac(on.ThisRun, on.Parts, on.HeldTitle); });
+     },
+     [](InputStage& on, QString& wav) {
+         on.Parts.FlacCodec1.SetOutputFile(wav);
+         return PassOver([&] { on.Parts.FlacCodec1.DecodeToWav(); });
+     },
+     false, false},
+    {InputReader::Ape, 3,
      [](Components& parts, const QString& path) -> Length { return parts.Ape.GetDurationTrack(path); },
-     &InputStage::ReadApeTag, true, 3, &InputStage::DecodeApe, false},
-    {InputReader::Mpc,
+     [](InputStage& on) {
+         on.Statement([&] { ReadTagOfBlock(on.ThisRun, on.Parts, on.Rules.UntaggedApeYear); });
+     },
+     [](InputStage& on, QString& wav) {
+         return PassOver([&] {
+             on.Parts.Ape.DecompressFile(on.ThisRun.CurrentInput(), wav,
+                                         MakeApeDecodingProgress(on.ThisRun, on.View), on.ThisRun.KillFlag());
+         });
+     },
+     true, false},
+    {InputReader::Mpc, 3,
      [](Components& parts, const QString& path) -> Length { return parts.mpcdecoder1.TrackLength(path); },
-     &InputStage::ReadMpcTag, true, 3, &InputStage::DecodeMpc, false},
+     [](InputStage& on) {
+         on.Statement([&] { ReadTagOfBlock(on.ThisRun, on.Parts, on.Rules.UntaggedMpcYear); });
+     },
+     [](InputStage& on, QString& wav) {
+         return PassOver([&] { on.Parts.mpcdecoder1.DecodeToWav(on.ThisRun.CurrentInput(), wav); });
+     },
+     true, false},
 };
 
 const InputStage::Road* InputStage::RoadOf(const QString& path) {
@@ -77,27 +102,13 @@ bool InputStage::Prepare() {
 
 bool InputStage::Take(const Road& road) {
     ThisRun.KeepSource();
-    (this->*road.ReadTag)();
+    road.ReadTag(*this);
     if (road.LowersKillFlag) ThisRun.LowerKillFlag();
     QString wav = ThisRun.BeginDecoding(road.ExtensionLength);
-    const bool isWhole = (this->*road.Decode)(wav);
+    const bool isWhole = road.Decode(*this, wav);
     if (road.MustBeWhole && !isWhole) return false;
     ThisRun.EndDecoding(wav, isWhole);
     return true;
-}
-
-void InputStage::ReadAacTag() {
-    Statement([&] { ReadTagOfAac(ThisRun, View, Parts, HeldTitle); });
-}
-void InputStage::ReadFlacTag() {
-    Statement([&] { Parts.FlacCodec1.SetInputFile(ThisRun.CurrentInput()); });
-    Statement([&] { ReadTagOfFlac(ThisRun, Parts, HeldTitle); });
-}
-void InputStage::ReadApeTag() {
-    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedApeYear); });
-}
-void InputStage::ReadMpcTag() {
-    Statement([&] { ReadTagOfBlock(ThisRun, Parts, Rules.UntaggedMpcYear); });
 }
 
 bool InputStage::DecodeAac(QString& wav) {
@@ -112,22 +123,6 @@ bool InputStage::DecodeAac(QString& wav) {
     });
     wav = Parts.AACDecoder1.GetOutputFile();
     return result > 0;
-}
-
-bool InputStage::DecodeFlac(QString& wav) {
-    Parts.FlacCodec1.SetOutputFile(wav);
-    return PassOver([&] { Parts.FlacCodec1.DecodeToWav(); });
-}
-
-bool InputStage::DecodeApe(QString& wav) {
-    return PassOver([&] {
-        Parts.Ape.DecompressFile(ThisRun.CurrentInput(), wav, MakeApeDecodingProgress(ThisRun, View),
-                                 ThisRun.KillFlag());
-    });
-}
-
-bool InputStage::DecodeMpc(QString& wav) {
-    return PassOver([&] { Parts.mpcdecoder1.DecodeToWav(ThisRun.CurrentInput(), wav); });
 }
 
 }  // namespace Sonmira

@@ -37,14 +37,7 @@ private:
     static const Road* RoadOf(const QString& path);
 
     bool Take(const Road& road);
-    void ReadAacTag();
-    void ReadFlacTag();
-    void ReadApeTag();
-    void ReadMpcTag();
     bool DecodeAac(QString& wav);
-    bool DecodeFlac(QString& wav);
-    bool DecodeApe(QString& wav);
-    bool DecodeMpc(QString& wav);
 
     Run& ThisRun;
     RunView& View;

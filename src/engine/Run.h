@@ -75,8 +75,8 @@ public:
     void TakeRow(int row) { InHand.CurrentItem = row; }
     void AcceptFile();  // it passed its check: the run is busy, and the tag as nobody has read it
     void KeepTag(const TagValues& loaded) { InHand.Loaded = loaded; }
-    void KeepSource();                        // it goes through a decoder of its own
-    const QString& BeginDecoding(int extensionLength);  // of the WAV; see FreeTempWavPathFor
+    void KeepSource();                                   // it goes through a decoder of its own
+    const QString& BeginDecoding(int extensionLength);   // of the WAV; see FreeTempWavPathFor
     void EndDecoding(const QString& wav, bool isWhole);  // the WAV is what is read from now on
     void SetOutputStem(const QString& stem) { InHand.OutputStem = stem; }
     void LowerKillFlag() { KillNumber = 0; }  // before work that reads it

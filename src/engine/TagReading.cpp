@@ -104,15 +104,15 @@ void ReadTagOfStream(Run& run, RunView& view, AudioInformation& tags, const Driv
 }
 
 void ReadTagOfFlac(Run& run, Components parts, const QString& heldTitle) {
-    const FlacDecoder& flac = parts.FlacCodec1;
-    run.Tag().Title = flac.Title();
-    run.Tag().Artist = flac.Artist();
-    run.Tag().Album = flac.Album();
-    run.Tag().Year = flac.Year();
-    run.Tag().Comment = flac.Comment();
+    const FlacDecoder& comments = parts.FlacCodec1;
+    run.Tag().Title = comments.Title();
+    run.Tag().Artist = comments.Artist();
+    run.Tag().Album = comments.Album();
+    run.Tag().Year = comments.Year();
+    run.Tag().Comment = comments.Comment();
     run.Tag().Track = 1;
     run.Tag().GenreIndex = FallbackGenre;
-    run.Tag().GenreText = flac.Genre();
+    run.Tag().GenreText = comments.Genre();
     if (!WithoutBlanks(heldTitle).isEmpty()) return;
     // No look at the marker: a file without a block gets fields of zeros.
     TakeTexts(run.Tag(), Id3Fields(parts.Ape, run.CurrentInput()));
