@@ -8,7 +8,6 @@
 #include "platform/FileSearch.h"
 #include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
-#include "platform/Paths.h"
 #include "platform/Values.h"
 #include <QScopeGuard>
 

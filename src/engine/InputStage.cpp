@@ -3,7 +3,6 @@
 #include "engine/ProgressEvents.h"
 #include "engine/Run.h"
 #include "engine/TagTransfer.h"
-#include "engine/TagTransfer.h"
 #include "library/AudioFileNames.h"
 #include "platform/Paths.h"
 

@@ -3,8 +3,6 @@
 #include "engine/Components.h"
 #include "engine/Destination.h"
 #include "engine/DriverRules.h"
-#include "engine/DriverRules.h"
-#include "engine/Destination.h"
 #include "platform/FileIdentity.h"
 
 namespace Sonmira {

@@ -3,7 +3,7 @@
 #include "engine/Destination.h"
 #include "engine/RunView.h"
 #include "platform/Clock.h"
-#include "shell/Values.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 

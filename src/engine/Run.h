@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/AudioInformation.h"
-#include "platform/FileStamp.h"
+#include "platform/FileIdentity.h"
 
 #include <QString>
 

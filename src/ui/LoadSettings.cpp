@@ -1,7 +1,6 @@
 // How the main window comes up: its texts, the empty collection and what the settings file remembers.
 
 #include "engine/OutputFormats.h"
-#include "engine/OutputFormats.h"
 #include "platform/Processes.h"
 #include "platform/Values.h"
 #include "shell/widgets/About.h"

@@ -3,7 +3,6 @@
 #include "codecs/read/MediaLength.h"
 #include "engine/Destination.h"
 #include "engine/StopCommands.h"
-#include "engine/Destination.h"
 #include "platform/EventLoop.h"
 #include "platform/NativePath.h"
 #include "support/Sanitized.h"
