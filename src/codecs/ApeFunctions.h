@@ -1,8 +1,10 @@
 #pragma once
 
-#include "codecs/ape/ApeFormat.h"
+#include "codecs/ape/ApeProgress.h"
 
 #include <QString>
+
+#include <array>
 
 // Monkey's Audio: encoding, decoding, and the tags and lengths that go with it.
 namespace Sonmira {

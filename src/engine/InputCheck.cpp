@@ -7,8 +7,9 @@
 #include "platform/Failure.h"
 #include "platform/FileSearch.h"
 #include "platform/Paths.h"
-#include "shell/LanguageFiles.h"
 #include "platform/Values.h"
+#include "shell/LanguageFiles.h"
+
 #include <QScopeGuard>
 
 namespace Sonmira {

@@ -1,6 +1,6 @@
 #include "formats/PanelRunView.h"
 
-#include "codecs/read/MediaLength.h"
+#include "codecs/sound/SoundReader.h"
 #include "formats/OutputPanel.h"
 #include "platform/EventLoop.h"
 #include "shell/widgets/ChoiceList.h"
@@ -11,7 +11,7 @@
 namespace Sonmira {
 
 PanelRunView::PanelRunView(OutputPanel& panel) : Panel(panel) {
-    WhilePacketsAreRead(YieldToEventLoop);
+    WhileFilesAreScanned(YieldToEventLoop);
 }
 
 QString PanelRunView::TextOutPath() const {

@@ -1,6 +1,6 @@
 #include "LostSound.h"
-#include "codecs/read/FileCounts.h"
 #include "codecs/FlacDecoder.h"
+#include "codecs/read/FileCounts.h"
 #include "codecs/read/MediaInput.h"
 
 #include <QTimer>

@@ -70,8 +70,8 @@ TEST_F(OutputStages, DoNotTagTheFileOfAnotherProgramWhereTheEncoderFailed) {
     ASSERT_EQ(RunTool({"flac", "-s", "-o", Folder.Native(".song.flac"), Folder.Native("in.wav")}).ExitCode,
               0);
     const QByteArray theirs = ContentOf(Folder.Native(".song.flac"));
-    Run.CurrentInput = Folder.Path("in.wav");
-    Run.OutputStem = Folder.Path(".song");
+    Run.BeginFile(Folder.Path("in.wav"));
+    Run.SetOutputStem(Folder.Path(".song"));
     Host.Panel.Artist = u"Artist"_s;
     Host.Panel.Genre = u"12"_s;
     Codecs.MakesFile = false;

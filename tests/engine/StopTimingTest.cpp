@@ -1,6 +1,6 @@
 #include "MadeSources.h"
 #include "RealEngine.h"
-#include "codecs/read/MediaLength.h"
+#include "codecs/sound/SoundReader.h"
 #include "engine/Destination.h"
 #include "engine/StopCommands.h"
 #include "platform/EventLoop.h"
@@ -249,7 +249,7 @@ TEST_P(StopInLengthScan, IsHeardAtOnce) {
     TakeFile(Folder.Path(file));
     std::optional<Clock::time_point> clicked;
     qint64 readBefore = 0;
-    WhilePacketsAreRead(YieldToEventLoop);
+    WhileFilesAreScanned(YieldToEventLoop);
     QTimer user;
     QObject::connect(&user, &QTimer::timeout, &user, [&] {
         if (!Run.Busy() || clicked) return;

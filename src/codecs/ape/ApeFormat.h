@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 
 // The numbers of a Monkey's Audio stream of file version 3990, the one that is written here. The facts were
 // gathered from decoders by running them; docs/ape.md has them in one place, with worked bytes.
@@ -13,10 +12,6 @@ namespace Sonmira {
 inline constexpr int ApeVersion = 3990;
 inline constexpr int ApeDescriptorBytes = 52;
 inline constexpr int ApeHeaderBytes = 24;
-
-// Percent times 1000: 0 at the start, 100000 at the end of work that was not stopped. Called some forty times
-// a second on the thread that began the work; must not throw.
-using ApeProgressCallback = std::function<void(std::int32_t)>;
 
 // One adaptive filter: how many samples it looks back, and by how many bits its sum is brought down.
 struct ApeFilterShape {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "codecs/ape/ApeFormat.h"
+#include "codecs/ape/ApeProgress.h"
 #include "codecs/ape/Kernels.h"
 #include "codecs/ape/Lanes.h"
 

@@ -1,7 +1,6 @@
 #include "codecs/flac/FlacReader.h"
 
 #include "codecs/sound/Id3v2Head.h"
-#include "platform/EventLoop.h"
 #include "platform/FileFailure.h"
 #include "platform/Handles.h"
 #include "platform/InputFile.h"
@@ -150,7 +149,7 @@ bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file, const std::function
         for (qint64 frames = 0; library.DecodeMore(); ++frames) {
             library.Samples.clear();
             // As long as all of the decoding before: the window must stay alive, and a stop be heard.
-            if (frames % framesATurn == 0) YieldToEventLoop();
+            if (frames % framesATurn == 0) YieldWhileScanning();
             if (givesUp && givesUp()) return;
         }
         isRight = library.HasSum && library.IsSumRight;

@@ -13,8 +13,8 @@ class InputFile;
 bool IsForFlacLibrary(const InputFile& file);
 
 // Whether all of a plain FLAC file decodes to the sound of which its head holds the MD5 sum, whatever else
-// its head says. Takes as long as the decoding and lets the event loop run meanwhile; where `givesUp`, asked
-// at each frame, answers true, it ends at once with false.
+// its head says. Takes as long as the decoding and yields meanwhile (YieldWhileScanning); where `givesUp`,
+// asked at each frame, answers true, it ends at once with false.
 bool IsSumOfFlacRight(std::shared_ptr<const InputFile> file, const std::function<bool()>& givesUp);
 
 // Reads plain FLAC by the format's own library. It knows samples of 32 bits, which FFmpeg does not, and

@@ -38,7 +38,7 @@ std::optional<Frame> FrameOf(const char* head) {
     constexpr int kilobitsOf2[] = {0, 8, 16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 144, 160, 0};
     const int bitrate = (version == 3 ? kilobits : kilobitsOf2)[bits >> 12 & 15] * 1000;
     const int samples = version == 3 ? 1152 : 576;
-    const qint64 bytes = bitrate > 0 ? samples / 8 * bitrate / rate + (bits >> 9 & 1) : 0;
+    const qint64 bytes = bitrate > 0 ? samples / 8 * bitrate / rate + static_cast<int>(bits >> 9 & 1) : 0;
     const qsizetype side = version == 3 ? (isMono ? 17 : 32) : (isMono ? 9 : 17);
     return Frame{static_cast<double>(samples) / rate, side, bytes};
 }

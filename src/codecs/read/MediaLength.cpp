@@ -2,7 +2,6 @@
 
 #include "codecs/read/MediaInput.h"
 #include "codecs/read/SoundDecoder.h"
-#include "platform/EventLoop.h"
 #include "platform/Handles.h"
 
 #include <QByteArray>
@@ -81,7 +80,6 @@ Skipped SkippedBy(const AVPacket& packet) {
 }
 
 constexpr qint64 PacketsATurn = 64;
-std::function<void()> YieldToWindow;
 
 qint64 ScannedLength(const MediaInput& input, int rate, const std::function<bool()>& givesUp) {
     MediaInput again(input.File());
@@ -97,7 +95,7 @@ qint64 ScannedLength(const MediaInput& input, int rate, const std::function<bool
     qint64 packets = 0;
     for (bool first = true; again.Read(*packet); first = false) {
         // Packets are too small to be worth a turn of the event loop each.
-        if (packets++ % PacketsATurn == 0 && YieldToWindow) YieldToWindow();
+        if (packets++ % PacketsATurn == 0) YieldWhileScanning();
         if (givesUp && givesUp()) break;
         if (packet->duration > 0 && packet->duration <= longest) duration += packet->duration;
         const Skipped now = SkippedBy(*packet);
@@ -137,10 +135,6 @@ std::optional<qint64> GaplessEntry(const MediaInput& input) {
 }
 
 }  // namespace
-
-void WhilePacketsAreRead(std::function<void()> yield) {
-    YieldToWindow = std::move(yield);
-}
 
 qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end,
                    const std::function<bool()>& givesUp) {

@@ -20,9 +20,6 @@ std::optional<qint64> SoundEnd(const MediaInput& input, int rate);
 // ends with what was counted so far.
 qint64 SoundLength(const MediaInput& input, int rate, std::optional<qint64> end,
                    const std::function<bool()>& givesUp);
-// The packets of a file of many hours take seconds. Who has a window hands in what keeps it alive: called now
-// and then while they are read, by whichever component reads them.
-void WhilePacketsAreRead(std::function<void()> yield);
 
 // The fewest frames that an intact file gives, by a header that counts them; 0 where none does. A lossless
 // stream that gives less has lost sound; a lossy one is given a tenth of a second, because its headers are

@@ -14,6 +14,12 @@ inline Failure DamagedFile() {
     return {FailureNumber::Component, u"The file is damaged"_s};
 }
 
+// Some files tell their length, or whether they are whole, only to who reads them to their end, which takes
+// seconds. Who has a window hands in what keeps it alive; it is called now and then meanwhile, on the thread
+// that asked.
+void WhileFilesAreScanned(std::function<void()> yield);
+void YieldWhileScanning();
+
 // The sound of one open file, block by block. All calls fail with Failure.
 class SoundReader {
 public:
