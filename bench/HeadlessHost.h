@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/RunView.h"
-#include "library/CollectionView.h"
+#include "library/Collection.h"
 
 #include <QSet>
 

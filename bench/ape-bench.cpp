@@ -4,7 +4,7 @@
 // since the machine's other work can only add to it.
 #include "codecs/ape/Decode.h"
 #include "codecs/ape/Encode.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <sched.h>
 #include <sys/resource.h>

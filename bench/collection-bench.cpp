@@ -3,13 +3,13 @@
 #include "BenchSupport.h"
 #include "HeadlessHost.h"
 #include "NoSound.h"
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "engine/JobDriver.h"
 #include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "library/Removal.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
 
 #include <QCoreApplication>

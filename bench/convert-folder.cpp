@@ -6,14 +6,14 @@
 // "APE (MonKey's audio)".
 #include "HeadlessHost.h"
 #include "TimedComponents.h"
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "engine/JobDriver.h"
 #include "engine/OutputFormats.h"
 #include "engine/Run.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
 
 #include <QCoreApplication>

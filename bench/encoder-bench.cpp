@@ -13,7 +13,7 @@
 #include "codecs/MpcDecoder.h"
 #include "codecs/MpcEncoder.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <cstdio>

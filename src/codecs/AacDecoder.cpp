@@ -1,8 +1,8 @@
 #include "codecs/AacDecoder.h"
 
 #include "codecs/WavDecoding.h"
-#include "platform/FileFailure.h"
-#include "platform/InputFile.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
 
 namespace Sonmira {
 

@@ -2,7 +2,7 @@
 
 #include "codecs/WavDecoding.h"
 #include "codecs/read/MediaReader.h"
-#include "platform/FileFailure.h"
+#include "platform/Failure.h"
 
 extern "C" {
 #include <libavformat/avformat.h>

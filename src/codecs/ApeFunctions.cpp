@@ -7,8 +7,8 @@
 #include "codecs/read/MediaReader.h"
 #include "codecs/tagging/Id3v1.h"
 #include "codecs/tagging/SimpleTags.h"
-#include "platform/FileFailure.h"
-#include "platform/InputFile.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
 
 #include <limits>
 

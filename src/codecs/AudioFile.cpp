@@ -7,7 +7,6 @@
 #include "codecs/wma/WmaWriter.h"
 #include "codecs/write/FileWriting.h"
 #include "platform/Failure.h"
-#include "platform/FileFailure.h"
 
 namespace Sonmira {
 

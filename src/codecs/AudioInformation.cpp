@@ -3,8 +3,8 @@
 #include "codecs/tagging/FileAccount.h"
 #include "codecs/tagging/Id3v1.h"
 #include "codecs/tagging/TaggedFile.h"
-#include "platform/FileFailure.h"
-#include "platform/NativePath.h"
+#include "platform/Failure.h"
+#include "platform/Paths.h"
 #include "platform/SafeRewrite.h"
 
 #include <fcntl.h>

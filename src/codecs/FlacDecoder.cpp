@@ -3,8 +3,8 @@
 #include "codecs/WavDecoding.h"
 #include "codecs/flac/FlacReader.h"
 #include "codecs/read/MediaReader.h"
-#include "platform/FileFailure.h"
-#include "platform/NativePath.h"
+#include "platform/Failure.h"
+#include "platform/Paths.h"
 
 #include <initializer_list>
 #include <utility>

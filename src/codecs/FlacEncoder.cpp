@@ -4,9 +4,9 @@
 #include "codecs/flac/FlacHeader.h"
 #include "codecs/read/PcmReader.h"
 #include "codecs/sound/OrderedJobs.h"
-#include "platform/FileFailure.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/Handles.h"
-#include "platform/OutputFile.h"
 
 #include <algorithm>
 

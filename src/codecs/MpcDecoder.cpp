@@ -2,7 +2,7 @@
 
 #include "codecs/WavDecoding.h"
 #include "codecs/mpc/MpcReader.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 namespace Sonmira {
 

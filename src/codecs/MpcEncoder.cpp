@@ -5,9 +5,9 @@
 #include "codecs/read/PcmReader.h"
 #include "codecs/wav/WavWriter.h"
 #include "platform/ChildProcess.h"
-#include "platform/FileFailure.h"
-#include "platform/NativePath.h"
-#include "platform/OutputFile.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
 
 #include <sys/stat.h>
 #include <sys/statvfs.h>

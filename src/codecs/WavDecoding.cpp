@@ -3,7 +3,7 @@
 #include "codecs/read/MediaReader.h"
 #include "codecs/wav/WavWriter.h"
 #include "codecs/write/FileWriting.h"
-#include "platform/FileFailure.h"
+#include "platform/Failure.h"
 
 #include <algorithm>
 #include <limits>

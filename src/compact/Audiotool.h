@@ -2,9 +2,9 @@
 
 #include "compact/AudiotoolForm.h"
 #include "compact/AudiotoolRunView.h"
+#include "compact/RowBar.h"
 #include "compact/RowProgressBars.h"
-#include "compact/TrackColour.h"
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "engine/Run.h"
 #include "formats/OutputFormatSelector.h"
 #include "formats/SavedOutput.h"

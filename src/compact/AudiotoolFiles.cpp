@@ -8,7 +8,6 @@
 #include "platform/Dialogs.h"
 #include "platform/EventLoop.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
 #include "shell/LanguageFiles.h"

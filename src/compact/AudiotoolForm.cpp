@@ -1,7 +1,6 @@
 #include "compact/AudiotoolForm.h"
 
 #include "compact/AudiotoolList.h"
-#include "compact/ElidedLabel.h"
 #include "formats/OutputPanel.h"
 #include "kit/Icons.h"
 
@@ -9,12 +8,27 @@
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QMainWindow>
+#include <QPainter>
 #include <QPushButton>
 #include <QToolButton>
 
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
+
+ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setTextFormat(Qt::PlainText);
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* /*event*/) {
+    const QRect room = contentsRect();
+    const QString fitting = fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width());
+    setToolTip(fitting == text() ? QString() : text());
+    QPainter painter(this);
+    painter.setPen(palette().color(foregroundRole()));
+    painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeading, fitting);
+}
 
 namespace {
 

@@ -3,7 +3,6 @@
 #include "engine/RunView.h"
 #include "kit/Icons.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
 

@@ -2,9 +2,8 @@
 
 #include "compact/AudiotoolForm.h"
 #include "compact/AudiotoolList.h"
-#include "compact/ElidedLabel.h"
 #include "platform/Dialogs.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
 
 namespace Sonmira {

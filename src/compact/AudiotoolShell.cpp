@@ -1,13 +1,12 @@
 // How the compact window comes up and closes, and the commands that concern the program and not the list.
 
 #include "compact/Audiotool.h"
-#include "compact/AudiotoolTexts.h"
+#include "compact/AudiotoolMenus.h"
 #include "engine/OutputFormats.h"
 #include "engine/StopCommands.h"
 #include "platform/Dialogs.h"
 #include "platform/Values.h"
 #include "shell/ForcedEnd.h"
-#include "shell/widgets/About.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/LameEncoder.h"
 #include "shell/widgets/LanguageChoice.h"

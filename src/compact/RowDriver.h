@@ -1,8 +1,8 @@
 #pragma once
 
 #include "engine/Components.h"
-#include "engine/DriverRules.h"
 #include "engine/ProgressEvents.h"
+#include "engine/RecordSteps.h"
 
 namespace Sonmira {
 

@@ -5,10 +5,9 @@
 #include "kit/Twips.h"
 #include "platform/EventLoop.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "shell/widgets/Events.h"
-#include "shell/widgets/SubItemRect.h"
+#include "shell/widgets/WindowMeasures.h"
 
 #include <QHeaderView>
 #include <QScopeGuard>

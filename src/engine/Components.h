@@ -2,15 +2,55 @@
 
 #include "codecs/AacDecoder.h"
 #include "codecs/AlacDecoder.h"
+#include "codecs/ApeFunctions.h"
+#include "codecs/AudioFile.h"
 #include "codecs/AudioInformation.h"
 #include "codecs/AudioStreams.h"
 #include "codecs/FlacDecoder.h"
 #include "codecs/FlacEncoder.h"
 #include "codecs/MpcDecoder.h"
 #include "codecs/MpcEncoder.h"
-#include "engine/ApeCodec.h"
+
+#include <array>
 
 namespace Sonmira {
+
+using Id3Bytes = std::array<char, 128>;
+
+// What is written at one go into the tag of an output of OutputTag::OfPage.
+struct SimpleTag {
+    QString Artist;
+    QString Album;
+    QString Title;
+    QString Comment;
+    QString Genre;
+    QString Year;
+    QString Track;
+};
+
+// The functions for Monkey's Audio as one component. For what each does see ApeFunctions.h.
+class ApeCodec {
+public:
+    virtual ~ApeCodec() = default;
+
+    virtual void CompressFile(const QString& wav, const QString& ape, qint32 level,
+                              const ApeProgressCallback& progress, const qint32& killFlag) {
+        Sonmira::CompressFile(wav, ape, level, progress, killFlag);
+    }
+    virtual void DecompressFile(const QString& ape, const QString& wav, const ApeProgressCallback& progress,
+                                const qint32& killFlag) {
+        Sonmira::DecompressFile(ape, wav, progress, killFlag);
+    }
+    virtual void GetID3Tag(const QString& path, Id3Bytes& block) { Sonmira::GetID3Tag(path, block); }
+    virtual qint32 GetDurationTrack(const QString& path) { return Sonmira::GetDurationTrack(path); }
+    // Over what an earlier tag says.
+    virtual void TagFileSimple(const QString& path, const SimpleTag& tag) {
+        constexpr qint32 ClearFirst = 1;
+        constexpr qint32 UseOldId3 = 1;
+        Sonmira::TagFileSimple(path, tag.Artist, tag.Album, tag.Title, tag.Comment, tag.Genre, tag.Year,
+                               tag.Track, ClearFirst, UseOldId3);
+    }
+};
 
 // What the output panel has chosen, beside the format that stands in FileWenc. A level holds 0 until its
 // format is selected for the first time.
@@ -35,6 +75,28 @@ struct Components {
     ApeCodec& Ape;
     AudioInformation& Tags;
     const OutputSettings& Settings;
+};
+
+// The real components, one of each. A window, a benchmark or a test owns a set.
+struct CodecSet {
+    AudioFile FileRenc;  // reads
+    AudioFile FileWenc;  // writes, in the format that the user chose
+    AacDecoder AACDecoder1;
+    AlacDecoder alacdec1;
+    FlacDecoder FlacCodec1;
+    MpcDecoder mpcdecoder1;
+    FlacEncoder FlacCodec_Encoder1;
+    MpcEncoder mpcencoder1;
+    ApeCodec Ape;
+    AudioInformation Tags;
+    OutputSettings Settings;
+
+    Components Parts() { return Parts(FileRenc, FileWenc); }
+    // With another reader and writer.
+    Components Parts(AudioSource& source, AudioSink& sink) {
+        return {source,      sink, AACDecoder1, alacdec1, FlacCodec1, mpcdecoder1, FlacCodec_Encoder1,
+                mpcencoder1, Ape,  Tags,        Settings};
+    }
 };
 
 }  // namespace Sonmira

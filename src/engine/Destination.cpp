@@ -4,10 +4,10 @@
 #include "engine/RunView.h"
 #include "platform/Failure.h"
 #include "platform/FileRemoval.h"
-#include "platform/FileSearch.h"
-#include "platform/NativePath.h"
+#include "platform/Folders.h"
 #include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
+#include "platform/Values.h"
 
 namespace Sonmira {
 
@@ -69,6 +69,26 @@ QString FreeTempWavPathFor(const QString& path, int extensionLength) {
     const QString wav = TempWavPathFor(path, extensionLength);
     PassOver([&] { DeleteFileOutright(wav); });
     return FileExists(wav) ? QString() : wav;
+}
+
+OutputName::OutputName(Run& state, QString extension)
+    : ThisRun(state), Stem(state.OutputStem()), Extension(std::move(extension)) {
+    if (FileExists(Path())) TakeNext();
+}
+
+QString OutputName::Path() const {
+    return ThisRun.OutputStem() + Extension;
+}
+
+bool OutputName::IsTakenByFile() const {
+    return !FindFirstName(Path(), SearchFor::FilesAndFolders).isEmpty() && !IsFolder(Path());
+}
+
+void OutputName::TakeNext() {
+    do {
+        ++Number;
+        ThisRun.SetOutputStem(Stem + u'(' + PlainNumber(Number) + u')');
+    } while (FileExists(Path()));
 }
 
 }  // namespace Sonmira

@@ -5,7 +5,7 @@
 #include "engine/RunView.h"
 #include "library/AudioFileNames.h"
 #include "platform/Failure.h"
-#include "platform/FileSearch.h"
+#include "platform/Folders.h"
 #include "platform/Paths.h"
 #include "platform/Values.h"
 #include "shell/LanguageFiles.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "engine/Components.h"
-#include "engine/DriverRules.h"
+#include "engine/RecordSteps.h"
 
 #include <optional>
 

@@ -4,7 +4,7 @@
 #include "engine/Run.h"
 #include "engine/RunView.h"
 #include "library/Collection.h"
-#include "library/RecordWalk.h"
+#include "library/ConversionRecords.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
 #include "platform/Values.h"

@@ -2,7 +2,6 @@
 
 #include "engine/Destination.h"
 #include "engine/OutputFormats.h"
-#include "engine/OutputName.h"
 #include "engine/ProgressEvents.h"
 #include "engine/Run.h"
 #include "engine/RunView.h"

@@ -1,4 +1,4 @@
-#include "engine/OutputName.h"
+#include "engine/Destination.h"
 #include "engine/OutputStage.h"
 #include "engine/ProgressEvents.h"
 #include "engine/Run.h"

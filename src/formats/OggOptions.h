@@ -1,7 +1,6 @@
 #pragma once
 
-#include "formats/FormatCaller.h"
-#include "formats/OggSettings.h"
+#include "formats/OptionControls.h"
 
 #include <QDialog>
 
@@ -12,6 +11,31 @@ class QPushButton;
 class QSlider;
 
 namespace Sonmira {
+
+struct FormatCaller;
+
+// What the Ogg Vorbis window edits, in the form of its eight keys in the settings file.
+struct OggChoice {
+    bool UsesQuality = false;
+    bool UsesVbr = false;  // a managed stream between limits, where quality is not used
+    int Frequency = 44100;
+    int Channels = 2;
+    int Quality = 300;  // 0 to 1000
+    int Nominal = 128;  // kbit a second, as are the limits
+    int Minimum = 128;
+    int Maximum = 128;
+};
+
+// Writes the keys.
+void SaveOggChoice(const OggChoice& choice);
+
+// Gives the choice to the caller's encoder. False, and nothing is changed, where bit rates are chosen that
+// Vorbis does not have.
+bool SetOggFormat(const FormatCaller& caller, const OggChoice& choice);
+
+// Gives the saved choice to the encoder, or quality 400 where none was saved. Bit rates that Vorbis does not
+// have give way to the saved quality without a word. A key that is no number fails with TypeMismatch.
+void ApplySavedOggFormat(const FormatCaller& caller);
 
 class ChoiceList;
 

@@ -1,7 +1,5 @@
 #include "formats/OptionControls.h"
 
-#include "formats/BitrateTable.h"
-
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;

@@ -1,19 +1,24 @@
 #pragma once
 
+#include "codecs/AudioFile.h"
 #include "platform/Failure.h"
-#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/InputBoxes.h"
 
 #include <QBoxLayout>
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
 
+#include <array>
 #include <memory>
+#include <optional>
+
+namespace Sonmira {
 
 // What the options windows are built of.
-namespace Sonmira {
 
 template <class Control, class... Arguments>
 Control* MakeControl(const QString& name, Arguments&&... arguments) {
@@ -57,5 +62,32 @@ void SetInRange(Control& control, int value) {
 
 // "Current bitrate: 128 kbit", `what` being what stands before the colon.
 QString BitrateText(const QString& what, int kilobits);
+
+// What the positions of every bit rate slider stand for, in kbit a second. 40 and 80 have no position.
+inline constexpr std::array BitrateTable = {8, 16, 24, 32, 48, 56, 64, 96, 112, 128, 160, 192, 224, 256, 320};
+
+inline std::optional<int> PositionOfBitrate(int kilobits) {
+    for (std::size_t position = 0; position < BitrateTable.size(); ++position) {
+        if (BitrateTable[position] == kilobits) return static_cast<int>(position);
+    }
+    return {};
+}
+
+inline int BitrateAt(int position) {
+    return BitrateTable.at(static_cast<std::size_t>(position));
+}
+
+// What an options window works on: the window that opened it, as far as it concerns a format.
+struct FormatCaller {
+    AudioFile& FileWenc;                     // takes the format
+    QLineEdit& TextOutFormat;                // shows it; empty while a refused one is in force
+    static constexpr int Frequency = 44100;  // what a window without a choice shows
+    static constexpr int Channels = 2;
+
+    void ShowFormat() const {
+        TextOutFormat.setText(FileWenc.FormatString());
+        TextOutFormat.setCursorPosition(0);  // where the box is too narrow, the codec is what must be seen
+    }
+};
 
 }  // namespace Sonmira

@@ -2,16 +2,14 @@
 
 #include "engine/OutputFormats.h"
 #include "formats/Mp3Options.h"
-#include "formats/Mp3Settings.h"
 #include "formats/OggOptions.h"
 #include "formats/OutputPanel.h"
 #include "formats/WavOptions.h"
 #include "platform/Paths.h"
 #include "shell/EncoderGate.h"
 #include "shell/LanguageFiles.h"
-#include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
-#include "shell/widgets/PathBox.h"
+#include "shell/widgets/InputBoxes.h"
 
 #include <QCheckBox>
 #include <QLineEdit>

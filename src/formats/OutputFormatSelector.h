@@ -1,8 +1,7 @@
 #pragma once
 
-#include "formats/FormatCaller.h"
 #include "formats/LevelLists.h"
-#include "formats/WmaList.h"
+#include "formats/OptionControls.h"
 
 #include <QObject>
 

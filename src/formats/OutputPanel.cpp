@@ -1,11 +1,9 @@
 #include "formats/OutputPanel.h"
 
-#include "kit/IconBox.h"
 #include "kit/Icons.h"
 #include "kit/Twips.h"
 #include "platform/Failure.h"
-#include "shell/widgets/ChoiceList.h"
-#include "shell/widgets/PathBox.h"
+#include "shell/widgets/InputBoxes.h"
 
 #include <QCheckBox>
 #include <QEvent>

@@ -3,8 +3,7 @@
 #include "codecs/sound/SoundReader.h"
 #include "formats/OutputPanel.h"
 #include "platform/EventLoop.h"
-#include "shell/widgets/ChoiceList.h"
-#include "shell/widgets/PathBox.h"
+#include "shell/widgets/InputBoxes.h"
 
 #include <QCheckBox>
 

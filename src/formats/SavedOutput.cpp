@@ -1,6 +1,6 @@
 #include "formats/SavedOutput.h"
 
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "engine/OutputFormats.h"
 #include "formats/OutputFormatSelector.h"
 #include "formats/OutputPanel.h"
@@ -9,9 +9,8 @@
 #include "platform/Values.h"
 #include "shell/EncoderGate.h"
 #include "shell/Settings.h"
-#include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Deb.h"
-#include "shell/widgets/PathBox.h"
+#include "shell/widgets/InputBoxes.h"
 
 #include <QAction>
 #include <QCheckBox>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "kit/DeviceGrid.h"
 #include "kit/Palette.h"
+#include "kit/Twips.h"
 
 #include <QImage>
 

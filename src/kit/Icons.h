@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QIcon>
+#include <QLabel>
 
 namespace Sonmira {
 
@@ -18,5 +19,24 @@ QIcon OwnIcon(QStringView name);
 // The drawing for files with this ending ("flac" or ".flac", in any case): that of its format, or
 // "audio-file" for any other.
 QIcon FormatIcon(QStringView ending);
+
+// One of our own drawings that only decorates: drawn for the screen that it is shown on, in the middle of
+// the control, and passed over by the pointer and by assistive tools.
+class IconBox : public QLabel {
+    Q_OBJECT
+
+public:
+    // `size` is the edge of the drawing in logical pixels.
+    IconBox(QWidget* parent, const QIcon& icon, int size = 16);
+
+    QSize sizeHint() const override { return {Edge, Edge}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QIcon Icon;
+    int Edge;
+};
 
 }  // namespace Sonmira

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kit/SplitterGeometry.h"
+#include "kit/SplitterBar.h"
 
 #include <QFrame>
 

@@ -1,9 +1,9 @@
 #include "library/ConversionRecords.h"
 
-#include "library/RecordWalk.h"
 #include "platform/Failure.h"
 #include "platform/Paths.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace Sonmira {
@@ -126,6 +126,35 @@ bool ConversionRecords::HoldsFolder(const QString& path) const {
 bool ConversionRecords::HoldsSingleFile(const QString& path) const {
     return HoldsWhere(path,
                       [](const ConversionRecord& record) { return record.IsFile && record.Parent == 0; });
+}
+
+RecordWalk::RecordWalk(ConversionRecords& records) : Records(records), Last(records.UpperBound()) {
+    Records.Walks.push_back(this);
+}
+
+RecordWalk::~RecordWalk() {
+    std::erase(Records.Walks, this);
+}
+
+std::optional<int> RecordWalk::Next() {
+    if (Place >= Last) return std::nullopt;
+    return ++Place;
+}
+
+std::optional<int> RecordWalk::NextChildOf(qint16 index) {
+    const std::optional<int> next = Records.NextChildOf(index, Place);
+    if (!next || *next > Last) return std::nullopt;
+    Place = *next;
+    return Place;
+}
+
+void RecordWalk::Follow(const std::vector<int>& moved) {
+    const auto stays = [](int position) { return position >= 0; };
+    const auto keptUpTo = [&](int position) {
+        return static_cast<int>(std::count_if(moved.begin(), moved.begin() + position + 1, stays)) - 1;
+    };
+    Place = keptUpTo(Place);
+    Last = keptUpTo(Last);
 }
 
 }  // namespace Sonmira

@@ -1,7 +1,6 @@
 #include "library/Removal.h"
 
 #include "library/Collection.h"
-#include "library/CollectionView.h"
 
 namespace Sonmira {
 

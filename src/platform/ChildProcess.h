@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <span>
 
@@ -51,5 +52,13 @@ private:
     int Input = -1;
     std::optional<ProgramEnding> End;
 };
+
+// Hands `target`, a path or a web address, to whatever program the desktop has for it, with `folder` as its
+// working folder. Returns at once; whether it was handed over is the result, whether the other program
+// takes it nobody learns.
+bool LaunchWithDesktop(const QString& target, const QString& folder);
+
+// What LaunchWithDesktop does; a test replaces it to see what would be opened.
+std::function<bool(const QString& target, const QString& folder)>& DesktopLauncher();
 
 }  // namespace Sonmira

@@ -1,6 +1,6 @@
 #include "platform/Dialogs.h"
 
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <cstdio>
 

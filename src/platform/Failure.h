@@ -3,13 +3,17 @@
 #include <QString>
 
 #include <exception>
+#include <new>
+#include <stdexcept>
+#include <system_error>
+
+namespace Sonmira {
 
 // The one way in which any room reports that it cannot do what it was asked. A failure has a number,
 // one of the classic run-time numbers below or one that a component chose, and a text for people.
 //
 // A routine shows which of four forms it has: no handler; statement by statement (PassOver); a closing
 // step that always runs (a scope guard); or the standard failure box of the shell.
-namespace Sonmira {
 
 namespace FailureNumber {
 inline constexpr int InvalidCall = 5;
@@ -58,5 +62,28 @@ bool PassOver(Statement&& statement) {
 
 // `value` as a 16-bit number; fails with Overflow where it does not fit.
 qint16 Checked16(qint64 value);
+
+// How a refusal of the operating system becomes a failure that people can read.
+
+// For opening and reading. `error` is an errno value.
+Failure ReadingFailure(int error);
+// For creating and writing.
+Failure WritingFailure(int error);
+
+// Runs one call of the libraries. What the C++ library throws there is memory that ran out, of which a
+// hostile file may be the cause, or a thread that could not be had: a failure of that file, not of the
+// program.
+template <class Call>
+auto WithMemoryChecked(Call&& call) {
+    using namespace Qt::StringLiterals;
+    try {
+        return call();
+    } catch (const std::bad_alloc&) {
+    } catch (const std::length_error&) {
+    } catch (const std::system_error& error) {
+        throw Failure(FailureNumber::Component, QString::fromLocal8Bit(error.what()));
+    }
+    throw Failure(FailureNumber::Component, u"Not enough memory for this file"_s);
+}
 
 }  // namespace Sonmira

@@ -1,6 +1,6 @@
 #include "platform/FileIdentity.h"
 
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <sys/stat.h>
 

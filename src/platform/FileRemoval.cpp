@@ -2,9 +2,9 @@
 
 #include "platform/ChildProcess.h"
 #include "platform/Failure.h"
-#include "platform/FileBytes.h"
-#include "platform/FileSearch.h"
-#include "platform/NativePath.h"
+#include "platform/Files.h"
+#include "platform/Folders.h"
+#include "platform/Paths.h"
 
 #include <QDateTime>
 #include <QDir>

@@ -1,6 +1,6 @@
 #include "platform/Processes.h"
 
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <sys/socket.h>
 #include <sys/stat.h>

@@ -1,7 +1,7 @@
 #include "platform/ProfileFile.h"
 
-#include "platform/FileBytes.h"
-#include "platform/NativePath.h"
+#include "platform/Files.h"
+#include "platform/Paths.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

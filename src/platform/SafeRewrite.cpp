@@ -1,7 +1,6 @@
 #include "platform/SafeRewrite.h"
 
 #include "platform/Failure.h"
-#include "platform/FileFailure.h"
 #include "platform/Handles.h"
 
 #include <dirent.h>

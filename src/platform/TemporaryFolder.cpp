@@ -1,6 +1,6 @@
 #include "platform/TemporaryFolder.h"
 
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <dirent.h>
 #include <fcntl.h>

@@ -2,10 +2,8 @@
 
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"
-#include "platform/FileBytes.h"
-#include "platform/FileSearch.h"
+#include "platform/Files.h"
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "platform/Processes.h"
 

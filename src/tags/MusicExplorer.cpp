@@ -1,6 +1,6 @@
 #include "tags/MusicExplorer.h"
 
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/widgets/Events.h"
 
 #include <QFile>

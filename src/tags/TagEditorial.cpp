@@ -2,8 +2,8 @@
 
 #include "platform/Failure.h"
 #include "shell/LanguageFiles.h"
-#include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
+#include "shell/widgets/InputBoxes.h"
 #include "tags/MusicExplorer.h"
 
 #include <QGroupBox>

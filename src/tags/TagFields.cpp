@@ -5,7 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/Failure.h"
 #include "platform/Values.h"
-#include "shell/widgets/ChoiceList.h"
+#include "shell/widgets/InputBoxes.h"
 
 #include <QBoxLayout>
 #include <QGridLayout>

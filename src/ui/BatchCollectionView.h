@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/CollectionView.h"
+#include "library/Collection.h"
 
 #include <functional>
 

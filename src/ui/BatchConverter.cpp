@@ -10,10 +10,9 @@
 #include "library/widgets/FileList.h"
 #include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
-#include "shell/widgets/ChoiceList.h"
 #include "shell/widgets/Events.h"
-#include "shell/widgets/PathBox.h"
-#include "tags/TagMemory.h"
+#include "shell/widgets/InputBoxes.h"
+#include "tags/TagPage.h"
 #include "ui/MainWindowLayout.h"
 #include "ui/TabStrip.h"
 

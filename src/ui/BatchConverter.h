@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "engine/Run.h"
 #include "formats/OutputFormatSelector.h"
 #include "formats/SavedOutput.h"
@@ -11,7 +11,6 @@
 #include "ui/BatchCollectionView.h"
 #include "ui/BatchConverterForm.h"
 #include "ui/BatchRunView.h"
-#include "ui/RunNews.h"
 
 #include <QMainWindow>
 

@@ -3,7 +3,6 @@
 #include "formats/OutputPanel.h"
 #include "kit/Accessible.h"
 #include "kit/CadreDesign.h"
-#include "kit/IconBox.h"
 #include "kit/Icons.h"
 #include "kit/MyProgressBar.h"
 #include "kit/Palette.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tags/TagPanelForm.h"
+#include "tags/TagPanel.h"
 #include "ui/BatchMenus.h"
 
 #include <QMainWindow>

@@ -1,7 +1,7 @@
 #include "ui/BatchMenus.h"
 
 #include "kit/Icons.h"
-#include "ui/Mnemonics.h"
+#include "ui/LanguageTargets.h"
 
 #include <QAction>
 #include <QMainWindow>

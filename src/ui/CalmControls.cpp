@@ -1,7 +1,7 @@
 // The controls of several parts: lists, number fields, sliders, scroll bars and groups.
 #include "kit/Palette.h"
 #include "ui/CalmStyle.h"
-#include "ui/Shapes.h"
+#include "ui/Theme.h"
 
 #include <QPainter>
 #include <QStyleOption>

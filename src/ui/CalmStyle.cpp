@@ -2,7 +2,7 @@
 
 #include "kit/Palette.h"
 #include "ui/CutTexts.h"
-#include "ui/Shapes.h"
+#include "ui/Theme.h"
 
 #include <QAbstractItemView>
 #include <QMainWindow>

@@ -2,7 +2,7 @@
 
 #include "formats/OutputPanel.h"
 #include "kit/CadreDesign.h"
-#include "kit/IconBox.h"
+#include "kit/Icons.h"
 #include "kit/MyProgressBar.h"
 #include "kit/Splitter.h"
 #include "kit/Twips.h"

@@ -1,15 +1,16 @@
-// What the main window has of the shell: language, help, web pages, WMA support, and how it closes.
-
+#include "engine/OutputFormats.h"
 #include "engine/StopCommands.h"
+#include "platform/Processes.h"
+#include "platform/Values.h"
 #include "shell/ForcedEnd.h"
-#include "shell/widgets/About.h"
 #include "shell/widgets/Events.h"
 #include "shell/widgets/LameEncoder.h"
 #include "shell/widgets/LanguageChoice.h"
-#include "shell/widgets/MinMaxInfo.h"
 #include "shell/widgets/ShellMenu.h"
+#include "shell/widgets/WindowMeasures.h"
 #include "ui/BatchConverter.h"
 #include "ui/LanguageTargets.h"
+#include "ui/MainWindowLayout.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -17,6 +18,8 @@
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
+
+// What the main window has of the shell: language, help, web pages, WMA support, and how it closes.
 
 void BatchConverter::ConnectShellCommands() {
     OnEvent(Controls.Quit, &QAction::triggered, this, [this] {
@@ -55,6 +58,39 @@ void BatchConverter::Form_Unload() {
     // window that is gone.
     Items.StopScan = true;
     CancelByClosing(ThisRun);
+}
+
+// How the main window comes up: its texts, the empty collection and what the settings file remembers.
+
+namespace {
+
+// The place in the language menu that is taken for one run when the picker was closed without a choice.
+constexpr QStringView PlaceWithoutChoice = u"6";
+
+}  // namespace
+
+void BatchConverter::Form_Load() {
+    setWindowTitle(ProgramTitle());
+    const QSizeF least = LeastSizeOf(*this);
+    HookMinMaxInfo(*this, least.width(), least.height());
+    Languages.FillLanguageMenu();
+    CreateNamedMutex(u"Tolvane_SonmiraPack");
+    CreateNamedMutex(u"Global\\Tolvane_SonmiraPack");
+    ChooseLanguage();
+    TagPage.AddGenres();
+    NewConversion();
+    // A run without a format would write nothing and remove its sources all the same.
+    if (!Output.LoadSettings()) FormatSelector.SelectFormat(FormatName::Wav.toString());
+    TagPage.UseVersion1();
+}
+
+void BatchConverter::ChooseLanguage() {
+    QString place = SavedLanguagePlace(*this);
+    if (place.isEmpty()) place = PlaceWithoutChoice.toString();
+    const int index = ToInteger16(LeadingNumber(place));
+    // Without a file at that place the design captions stay, and nothing is loaded at all.
+    if (index > Languages.HighestIndex()) return;
+    ApplyLanguagePlace(Languages, index, [this](const QString& path) { ApplyLanguage(path, Controls); });
 }
 
 }  // namespace Sonmira

@@ -4,7 +4,7 @@
 #include "codecs/FlacDecoder.h"
 #include "codecs/MpcDecoder.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/RealFiles.h"
 #include "support/Sanitized.h"
 #include "support/Tool.h"

@@ -3,7 +3,7 @@
 
 #include "codecs/ApeFunctions.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/SafeRewrite.h"
 
 #include <fstream>

@@ -2,7 +2,7 @@
 #include "codecs/wav/WavLayout.h"
 #include "codecs/wav/WavWriter.h"
 #include "platform/Failure.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 #include "support/Tool.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // How files come into the list.
 #include "AudiotoolTest.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 namespace {

@@ -1,13 +1,12 @@
 #pragma once
 
 #include "compact/Audiotool.h"
+#include "compact/AudiotoolForm.h"
 #include "compact/AudiotoolList.h"
-#include "compact/ElidedLabel.h"
 #include "compact/RowBar.h"
 #include "formats/OutputPanel.h"
-#include "shell/widgets/ChoiceList.h"
-#include "shell/widgets/FailureReport.h"
-#include "shell/widgets/PathBox.h"
+#include "shell/widgets/Events.h"
+#include "shell/widgets/InputBoxes.h"
 #include "support/Tool.h"
 #include "support/WindowTest.h"
 

@@ -1,7 +1,7 @@
 // The progress bars over the rows.
 #include "AudiotoolTest.h"
 #include "platform/Failure.h"
-#include "shell/widgets/SubItemRect.h"
+#include "shell/widgets/WindowMeasures.h"
 
 #include <QHeaderView>
 #include <QScrollBar>

@@ -1,6 +1,6 @@
 // Texts, and the commands that concern the program.
 #include "AudiotoolTest.h"
-#include "platform/ShellLaunch.h"
+#include "platform/ChildProcess.h"
 #include "tags/TagEditorial.h"
 
 #include <QLabel>

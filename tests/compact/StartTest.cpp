@@ -3,7 +3,7 @@
 #include "platform/Failure.h"
 #include "platform/Folders.h"
 #include "shell/widgets/Deb.h"
-#include "shell/widgets/Form1.h"
+#include "shell/widgets/LanguageChoice.h"
 #include "shell/widgets/Main.h"
 
 #include <QListWidget>

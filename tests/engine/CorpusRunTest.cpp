@@ -1,5 +1,5 @@
 #include "RealEngine.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/RealFiles.h"
 #include "support/Sanitized.h"
 #include "support/Tool.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
 
 #include <QStringList>

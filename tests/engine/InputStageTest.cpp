@@ -7,7 +7,6 @@
 #include "engine/StopCommands.h"
 #include "library/AddFiles.h"
 #include "library/Collection.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
 #include "support/TestFolder.h"

@@ -1,6 +1,6 @@
 #include "MadeSources.h"
 #include "RealEngine.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
 #include "support/Tool.h"
 

@@ -1,4 +1,4 @@
-#include "engine/OutputName.h"
+#include "engine/Destination.h"
 #include "engine/Run.h"
 #include "support/TestFolder.h"
 

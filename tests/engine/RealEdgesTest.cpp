@@ -3,7 +3,6 @@
 #include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"
 #include "library/Removal.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "platform/TemporaryFolder.h"
 #include "support/Tool.h"

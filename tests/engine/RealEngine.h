@@ -2,7 +2,7 @@
 
 #include "FakeComponents.h"
 #include "HeadlessHost.h"
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "engine/JobDriver.h"
 #include "engine/OutputFormats.h"
 #include "engine/Run.h"

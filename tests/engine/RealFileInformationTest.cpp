@@ -1,6 +1,6 @@
-#include "engine/CodecSet.h"
+#include "engine/Components.h"
 #include "engine/InputCheck.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/RealFiles.h"
 #include "support/Sanitized.h"
 #include "support/TestFolder.h"

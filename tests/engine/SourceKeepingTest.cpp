@@ -2,7 +2,7 @@
 #include "RealEngine.h"
 #include "engine/SelectionDriver.h"
 #include "engine/StopCommands.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <sched.h>
 #include <sys/mount.h>

@@ -4,7 +4,7 @@
 #include "engine/Destination.h"
 #include "engine/StopCommands.h"
 #include "platform/EventLoop.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/Sanitized.h"
 #include "support/Timing.h"
 #include "support/Tool.h"

@@ -2,7 +2,7 @@
 #include "engine/Destination.h"
 #include "engine/SelectionDriver.h"
 #include "platform/Clock.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/Sanitized.h"
 #include "support/Tool.h"
 

@@ -3,7 +3,7 @@
 #include "FuzzTarget.h"
 #include "codecs/mp3/Mp3Parameters.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/ProfileFile.h"
 #include "shell/LanguageFiles.h"
 #include "support/TestFolder.h"

@@ -1,4 +1,4 @@
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/Settings.h"
 #include "support/TestFolder.h"
 #include "support/Tool.h"

@@ -4,7 +4,7 @@
 // ("tree X Y"), again where that changes, waits until something was added and nothing is being added any
 // more, and prints the nodes in order, and whether the inputs are free again.
 #include "library/widgets/ConversionTree.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/Settings.h"
 #include "ui/BatchConverter.h"
 

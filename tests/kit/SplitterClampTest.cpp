@@ -1,5 +1,5 @@
 #include "SplitterModel.h"
-#include "kit/SplitterGeometry.h"
+#include "kit/SplitterBar.h"
 
 #include <gtest/gtest.h>
 

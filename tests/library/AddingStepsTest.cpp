@@ -1,7 +1,6 @@
 // What is shown while something is added, step by step.
 #include "library/AddFiles.h"
 #include "library/Collection.h"
-#include "library/CollectionView.h"
 #include "support/TestFolder.h"
 
 #include <QStringList>

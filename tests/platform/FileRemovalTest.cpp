@@ -1,6 +1,6 @@
 #include "platform/Failure.h"
 #include "platform/FileRemoval.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/TestFolder.h"
 #include "support/Unprivileged.h"
 

@@ -1,5 +1,5 @@
-#include "platform/FileSearch.h"
-#include "platform/NativePath.h"
+#include "platform/Folders.h"
+#include "platform/Paths.h"
 #include "support/TestFolder.h"
 #include "support/Timing.h"
 

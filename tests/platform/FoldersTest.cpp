@@ -1,5 +1,5 @@
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/TestFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <gtest/gtest.h>
 

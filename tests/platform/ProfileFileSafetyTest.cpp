@@ -1,4 +1,4 @@
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/ProfileFile.h"
 #include "support/Sanitized.h"
 #include "support/TestFolder.h"

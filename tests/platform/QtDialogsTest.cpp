@@ -1,5 +1,5 @@
 #include "platform/Dialogs.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "platform/widgets/QtDialogs.h"
 #include "support/TestFolder.h"
 #include "support/WindowWaiting.h"

@@ -1,4 +1,4 @@
-#include "platform/ShellLaunch.h"
+#include "platform/ChildProcess.h"
 #include "support/TestFolder.h"
 #include "support/Waiting.h"
 

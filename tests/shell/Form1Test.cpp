@@ -1,6 +1,6 @@
 #include "shell/LanguageFiles.h"
 #include "shell/Settings.h"
-#include "shell/widgets/Form1.h"
+#include "shell/widgets/LanguageChoice.h"
 #include "support/TestFolder.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
+#include "platform/ChildProcess.h"
 #include "platform/Folders.h"
-#include "platform/ShellLaunch.h"
 #include "shell/widgets/LameEncoder.h"
 #include "support/TestFolder.h"
 

@@ -1,7 +1,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
 #include "support/TestFolder.h"
 

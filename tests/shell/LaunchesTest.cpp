@@ -1,8 +1,7 @@
+#include "platform/ChildProcess.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
-#include "platform/ShellLaunch.h"
 #include "shell/LanguageFiles.h"
-#include "shell/Launches.h"
 #include "shell/Settings.h"
 #include "support/TestFolder.h"
 

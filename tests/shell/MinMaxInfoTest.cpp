@@ -1,4 +1,4 @@
-#include "shell/widgets/MinMaxInfo.h"
+#include "shell/widgets/WindowMeasures.h"
 
 #include <QApplication>
 #include <QScreen>

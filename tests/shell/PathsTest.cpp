@@ -1,6 +1,5 @@
 #include "platform/Dialogs.h"
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "support/TestFolder.h"
 

@@ -1,4 +1,4 @@
-#include "shell/widgets/SubItemRect.h"
+#include "shell/widgets/WindowMeasures.h"
 
 #include <QTreeWidget>
 

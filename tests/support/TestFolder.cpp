@@ -1,6 +1,6 @@
 #include "support/TestFolder.h"
 
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <unistd.h>
 

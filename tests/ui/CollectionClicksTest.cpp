@@ -1,6 +1,6 @@
 #include "CollectionTest.h"
-#include "platform/ShellLaunch.h"
-#include "tags/TagMemory.h"
+#include "platform/ChildProcess.h"
+#include "tags/TagPage.h"
 #include "ui/TabStrip.h"
 
 #include <QLineEdit>

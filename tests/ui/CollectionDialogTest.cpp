@@ -1,7 +1,7 @@
 // Files that are added by the open dialog.
 #include "CollectionTest.h"
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 namespace Sonmira {
 namespace {

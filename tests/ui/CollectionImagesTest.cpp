@@ -1,7 +1,7 @@
 // The images that the nodes of the tree go by, and the hint over an empty tree.
 #include "CollectionTest.h"
 #include "kit/Icons.h"
-#include "library/widgets/ImageList.h"
+#include "library/widgets/ReportList.h"
 #include "platform/Failure.h"
 
 #include <QPaintEvent>

@@ -1,7 +1,7 @@
 #include "MainWindowTest.h"
 #include "platform/Folders.h"
-#include "shell/widgets/FailureReport.h"
-#include "shell/widgets/Form1.h"
+#include "shell/widgets/Events.h"
+#include "shell/widgets/LanguageChoice.h"
 #include "shell/widgets/Main.h"
 #include "ui/TabStrip.h"
 

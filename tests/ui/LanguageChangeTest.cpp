@@ -1,7 +1,7 @@
 #include "MainWindowTest.h"
-#include "platform/ShellLaunch.h"
-#include "shell/widgets/FailureReport.h"
-#include "tags/TagMemory.h"
+#include "platform/ChildProcess.h"
+#include "shell/widgets/Events.h"
+#include "tags/TagPage.h"
 #include "ui/TabStrip.h"
 
 #include <QGroupBox>

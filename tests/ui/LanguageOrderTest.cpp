@@ -1,7 +1,7 @@
 // In which order the texts of a language reach the window, seen by files that end too early: what comes
 // before the first missing line is there, and nothing behind it.
 #include "MainWindowTest.h"
-#include "tags/TagMemory.h"
+#include "tags/TagPage.h"
 #include "ui/TabStrip.h"
 
 #include <QGroupBox>

@@ -1,5 +1,5 @@
 #include "MainWindowTest.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <QLineEdit>
 

@@ -1,11 +1,11 @@
 // The rules by which the areas of the main window follow its size, as arithmetic on the real controls.
 #include "CollectionTest.h"
 #include "kit/CadreDesign.h"
-#include "kit/IconBox.h"
+#include "kit/Icons.h"
 #include "kit/MyProgressBar.h"
 #include "kit/Splitter.h"
 #include "kit/Twips.h"
-#include "shell/widgets/MinMaxInfo.h"
+#include "shell/widgets/WindowMeasures.h"
 #include "ui/TabStrip.h"
 
 #include <QGroupBox>

@@ -2,10 +2,10 @@
 // into the folder that SONMIRA_PICTURES names, and with them the contact sheets of docs/pictures.
 #include "MainWindowTest.h"
 #include "kit/CadreDesign.h"
-#include "kit/IconBox.h"
+#include "kit/Icons.h"
 #include "kit/MyProgressBar.h"
 #include "kit/Splitter.h"
-#include "shell/widgets/MinMaxInfo.h"
+#include "shell/widgets/WindowMeasures.h"
 #include "ui/TabStrip.h"
 #include "ui/Theme.h"
 

@@ -3,8 +3,7 @@
 #include "formats/OutputPanel.h"
 #include "library/widgets/ConversionTree.h"
 #include "library/widgets/FileList.h"
-#include "shell/widgets/ChoiceList.h"
-#include "shell/widgets/PathBox.h"
+#include "shell/widgets/InputBoxes.h"
 #include "support/WindowTest.h"
 #include "ui/BatchConverter.h"
 

@@ -4,10 +4,10 @@
 #include "kit/MyProgressBar.h"
 #include "kit/Splitter.h"
 #include "platform/widgets/DesktopSignals.h"
-#include "tags/TagMemory.h"
+#include "tags/TagPage.h"
+#include "ui/BatchRunView.h"
 #include "ui/CutTexts.h"
-#include "ui/Mnemonics.h"
-#include "ui/RunNews.h"
+#include "ui/LanguageTargets.h"
 #include "ui/TabStrip.h"
 #include "ui/Theme.h"
 

@@ -4,7 +4,7 @@
 #include "formats/Mp3Options.h"
 #include "formats/OggOptions.h"
 #include "formats/WavOptions.h"
-#include "shell/widgets/FailureReport.h"
+#include "shell/widgets/Events.h"
 #include "support/Tool.h"
 
 #include <QButtonGroup>

@@ -1,6 +1,6 @@
 #include "MainWindowTest.h"
-#include "platform/ShellLaunch.h"
-#include "shell/widgets/FailureReport.h"
+#include "platform/ChildProcess.h"
+#include "shell/widgets/Events.h"
 #include "support/Unprivileged.h"
 
 #include <QDialog>

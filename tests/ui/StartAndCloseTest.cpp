@@ -1,9 +1,9 @@
 #include "MainWindowTest.h"
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "shell/LanguageFiles.h"
 #include "shell/widgets/Deb.h"
-#include "shell/widgets/FailureReport.h"
+#include "shell/widgets/Events.h"
 #include "shell/widgets/Main.h"
 #include "support/TestAudio.h"
 

@@ -2,7 +2,7 @@
 #include "MainWindowTest.h"
 #include "platform/Clock.h"
 #include "support/Tool.h"
-#include "tags/TagMemory.h"
+#include "tags/TagPage.h"
 #include "ui/TabStrip.h"
 
 #include <QLineEdit>

@@ -1,5 +1,5 @@
 #include "MainWindowTest.h"
-#include "tags/TagMemory.h"
+#include "tags/TagPage.h"
 #include "ui/TabStrip.h"
 
 namespace Sonmira {

@@ -2,7 +2,7 @@
 
 #include "codecs/ape/ApeFormat.h"
 #include "codecs/ape/ApeWork.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 #include <memory>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/ape/ApeInput.h"
-#include "platform/OutputFile.h"
+#include "platform/Files.h"
 
 #include <QCryptographicHash>
 

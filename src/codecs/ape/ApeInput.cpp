@@ -5,7 +5,7 @@
 #include "codecs/sound/StreamConverter.h"
 #include "codecs/wav/WavLayout.h"
 #include "codecs/wav/WavWriter.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 #include <cstring>
 

@@ -1,7 +1,7 @@
 #include "codecs/ape/ApeLink.h"
 
 #include "codecs/read/MediaInput.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 #include <memory>
 #include <optional>

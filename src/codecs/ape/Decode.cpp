@@ -8,7 +8,7 @@
 #include "codecs/wav/WavLayout.h"
 #include "codecs/wav/WavWriter.h"
 #include "platform/Failure.h"
-#include "platform/OutputFile.h"
+#include "platform/Files.h"
 
 #include <QtEndian>
 

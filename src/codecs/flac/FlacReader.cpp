@@ -1,9 +1,9 @@
 #include "codecs/flac/FlacReader.h"
 
 #include "codecs/sound/Id3v2Head.h"
-#include "platform/FileFailure.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/Handles.h"
-#include "platform/InputFile.h"
 
 #include <FLAC/stream_decoder.h>
 

@@ -4,7 +4,7 @@
 #include "platform/Failure.h"
 #include "platform/Folders.h"
 #include "platform/Handles.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <dlfcn.h>
 #include <lame/lame.h>

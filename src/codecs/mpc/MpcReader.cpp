@@ -1,9 +1,9 @@
 #include "codecs/mpc/MpcReader.h"
 
 #include "codecs/sound/AudioBlock.h"
-#include "platform/FileFailure.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/Handles.h"
-#include "platform/InputFile.h"
 
 #include <QByteArray>
 

@@ -2,7 +2,7 @@
 
 #include "codecs/read/MediaInput.h"
 #include "codecs/sound/Id3v2Head.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 #include <QByteArray>
 #include <QtEndian>

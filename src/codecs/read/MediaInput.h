@@ -1,7 +1,7 @@
 #pragma once
 
 #include "codecs/sound/SoundReader.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "codecs/sound/Id3v2Head.h"
 
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 namespace Sonmira {
 

@@ -2,7 +2,7 @@
 
 #include "codecs/sound/AudioBlock.h"
 #include "platform/Failure.h"
-#include "platform/OutputFile.h"
+#include "platform/Files.h"
 
 #include <functional>
 

@@ -3,7 +3,7 @@
 #include "codecs/read/MediaInput.h"
 #include "codecs/tagging/ApeItems.h"
 #include "platform/Handles.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <QCryptographicHash>
 

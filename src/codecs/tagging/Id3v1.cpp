@@ -1,7 +1,7 @@
 #include "codecs/tagging/Id3v1.h"
 
 #include "codecs/sound/Id3v2Head.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 #include <id3v1genres.h>
 #include <id3v1tag.h>

@@ -2,7 +2,7 @@
 
 #include "codecs/tagging/TagProperties.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <QString>
 

@@ -4,11 +4,10 @@
 #include "codecs/tagging/Id3v1.h"
 #include "codecs/tagging/TagStream.h"
 #include "codecs/tagging/VorbisComments.h"
-#include "platform/FileBytes.h"
-#include "platform/FileFailure.h"
+#include "platform/Failure.h"
+#include "platform/Files.h"
 #include "platform/Handles.h"
-#include "platform/InputFile.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <FLAC/metadata.h>
 #include <fcntl.h>

@@ -2,7 +2,7 @@
 
 #include "codecs/tagging/Id3v1.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,7 +1,6 @@
 #include "codecs/tagging/TagStream.h"
 
 #include "platform/Failure.h"
-#include "platform/FileFailure.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,7 +1,7 @@
 #include "codecs/wav/WavLayout.h"
 
 #include "codecs/wav/WavWriter.h"
-#include "platform/InputFile.h"
+#include "platform/Files.h"
 
 #include <QtEndian>
 

@@ -6,7 +6,7 @@
 #include "codecs/vorbis/VorbisWriter.h"
 #include "codecs/wav/WavWriter.h"
 #include "codecs/wma/WmaWriter.h"
-#include "platform/OutputFile.h"
+#include "platform/Files.h"
 
 #include <QString>
 

@@ -2,10 +2,9 @@
 
 #include "kit/Icons.h"
 #include "kit/Palette.h"
-#include "library/CollectionView.h"
+#include "library/Collection.h"
 #include "library/widgets/ReportList.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
 #include "platform/widgets/DesktopSignals.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "library/widgets/ImageList.h"
+#include "library/widgets/ReportList.h"
 
 #include <QStringList>
 #include <QTreeWidget>

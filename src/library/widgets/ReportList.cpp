@@ -1,6 +1,7 @@
 #include "library/widgets/ReportList.h"
 
 #include "kit/Icons.h"
+#include "platform/Failure.h"
 
 #include <QHeaderView>
 #include <QPainter>
@@ -46,6 +47,17 @@ void PaintEmptyHint(QWidget& viewport, const QString& hint) {
     painter.setPen(viewport.palette().color(QPalette::PlaceholderText));
     painter.drawText(QRect(room.left(), top, room.width(), text.height()),
                      Qt::AlignHCenter | Qt::TextWordWrap, hint);
+}
+
+void ImageList::Add(const QString& key, const QIcon& image) {
+    if (Images.contains(key)) throw Failure(FailureNumber::KeyNotUnique);
+    Images.insert(key, image);
+}
+
+QIcon ImageList::At(const QString& key) const {
+    const auto found = Images.constFind(key);
+    if (found == Images.constEnd()) throw Failure(FailureNumber::KeyNotFound);
+    return found.value();
 }
 
 }  // namespace Sonmira

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QHash>
+#include <QIcon>
 #include <QString>
 
 class QTableView;
@@ -17,5 +19,18 @@ void FitRowsToFont(QTableView& list);
 // Writes a hint into the middle of an empty list or tree, below a drawing where there is room for one;
 // `viewport` is being painted.
 void PaintEmptyHint(QWidget& viewport, const QString& hint);
+
+// Images by key, one a key. Keys differ by case.
+class ImageList {
+public:
+    bool Contains(const QString& key) const { return Images.contains(key); }
+    // Fails with KeyNotUnique when the key is there already.
+    void Add(const QString& key, const QIcon& image);
+    // Fails with KeyNotFound when there is none.
+    QIcon At(const QString& key) const;
+
+private:
+    QHash<QString, QIcon> Images;
+};
 
 }  // namespace Sonmira

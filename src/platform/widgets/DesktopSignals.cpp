@@ -1,6 +1,6 @@
 #include "platform/widgets/DesktopSignals.h"
 
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>

@@ -1,8 +1,8 @@
 #include "platform/widgets/QtDialogs.h"
 
 #include "platform/Dialogs.h"
-#include "platform/FileSearch.h"
-#include "platform/NativePath.h"
+#include "platform/Folders.h"
+#include "platform/Paths.h"
 
 #include <QApplication>
 #include <QColorDialog>
@@ -59,7 +59,7 @@ std::optional<QStringList> OpenFiles(const OpenDialogRequest& request) {
     return files;
 }
 
-QString BrowseForFolder(const QString& title) {
+QString PickFolder(const QString& title) {
     QFileDialog dialog(QApplication::activeWindow(), title);
     dialog.setObjectName(u"FolderDialog");
     UseOwnDialog(dialog);
@@ -111,7 +111,7 @@ QStringList NameFiltersOf(const QString& filter) {
 }
 
 void InstallQtDialogs() {
-    Dialogs() = {ShowMessage, OpenFiles, BrowseForFolder, AskYesNo, ChooseColour};
+    Dialogs() = {ShowMessage, OpenFiles, PickFolder, AskYesNo, ChooseColour};
 }
 
 }  // namespace Sonmira

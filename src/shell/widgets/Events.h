@@ -1,12 +1,24 @@
 #pragma once
 
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
-#include "shell/widgets/FailureReport.h"
+#include "platform/Paths.h"
 
 #include <QObject>
 
+#include <functional>
+
 namespace Sonmira {
+
+class Failure;
+
+// The standard failure box: what failed, and that the application should be installed again.
+void ShowFailureBox(const Failure& failure);
+
+// The end of a failure that no routine caught: the user is told, and the program ends.
+void ReportUncaughtFailure(const Failure& failure);
+
+// What ReportUncaughtFailure does last; a test replaces it to stay alive.
+std::function<void()>& ProgramEnd();
 
 // Calls a handler with the arguments of a signal, or without them where it takes none.
 template <class Handler, class... Arguments>

@@ -2,9 +2,8 @@
 
 #include "kit/Icons.h"
 #include "platform/Folders.h"
-#include "platform/NativePath.h"
 #include "platform/Paths.h"
-#include "shell/Launches.h"
+#include "shell/Settings.h"
 #include "shell/widgets/Events.h"
 
 #include <QLabel>

@@ -5,7 +5,7 @@
 #include "shell/EncoderGate.h"
 #include "shell/Settings.h"
 #include "shell/widgets/Deb.h"
-#include "shell/widgets/FailureReport.h"
+#include "shell/widgets/Events.h"
 #include "shell/widgets/LameEncoder.h"
 
 #include <QCoreApplication>

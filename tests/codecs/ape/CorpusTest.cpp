@@ -1,7 +1,7 @@
 // With files that other encoders made.
 #include "Judges.h"
 #include "codecs/ApeFunctions.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/RealFiles.h"
 #include "support/TestFolder.h"
 

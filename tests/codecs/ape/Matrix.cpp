@@ -7,7 +7,7 @@
 #include "codecs/ApeFunctions.h"
 #include "codecs/ape/ApeFormat.h"
 #include "platform/Failure.h"
-#include "platform/NativePath.h"
+#include "platform/Paths.h"
 #include "support/TestFolder.h"
 
 #include <QCoreApplication>

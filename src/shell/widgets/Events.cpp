@@ -1,4 +1,4 @@
-#include "shell/widgets/FailureReport.h"
+#include "shell/widgets/Events.h"
 
 #include "platform/Dialogs.h"
 #include "platform/Failure.h"

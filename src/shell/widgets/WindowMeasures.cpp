@@ -1,5 +1,6 @@
-#include "shell/widgets/MinMaxInfo.h"
+#include "shell/widgets/WindowMeasures.h"
 
+#include <QAbstractItemView>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
@@ -18,6 +19,16 @@ void HookMinMaxInfo(QWidget& window, double minWidth, double minHeight) {
 void UnhookMinMaxInfo(QWidget& window) {
     window.setMinimumSize(0, 0);
     window.setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+}
+
+bool GetSubItemRect(QAbstractItemView* list, int item, int subItem, int code, QRect& rect) {
+    rect.setTop(subItem);
+    rect.setLeft(code);
+    if (list == nullptr || list->model() == nullptr) return false;
+    const QModelIndex cell = list->model()->index(item, subItem, list->rootIndex());
+    if (!cell.isValid()) return false;
+    rect = list->visualRect(cell);
+    return true;
 }
 
 }  // namespace Sonmira

@@ -1,8 +1,24 @@
 #pragma once
 
 #include <QComboBox>
+#include <QLineEdit>
 
 namespace Sonmira {
+
+// A text box for one path. The user sees and types the desktop's form; the program sees the inner form,
+// which survives even where the shown text cannot say it all (bytes that are no text).
+class PathBox : public QLineEdit {
+    Q_OBJECT
+
+public:
+    explicit PathBox(QWidget* parent = nullptr);
+
+    QString Text() const { return Inner; }
+    void SetText(const QString& path);
+
+private:
+    QString Inner;
+};
 
 // A fixed drop-down list. A selection from code raises the same Click as one by the user, also when the
 // item was selected before; restoring saved values relies on that.

@@ -1,9 +1,9 @@
-#include "platform/OutputFile.h"
+#include "platform/Files.h"
 
-#include "platform/FileFailure.h"
+#include "platform/Failure.h"
 #include "platform/FileIdentity.h"
-#include "platform/FileSearch.h"
-#include "platform/NativePath.h"
+#include "platform/Folders.h"
+#include "platform/Paths.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -14,6 +14,48 @@
 namespace Sonmira {
 
 using namespace Qt::StringLiterals;
+
+InputFile::InputFile(QStringView path) {
+    // Without O_NONBLOCK a named pipe would hold the program here until somebody writes to it.
+    File = Descriptor(::open(ToNative(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (!File.IsOpen()) throw ReadingFailure(errno);
+    struct stat status = {};
+    if (::fstat(File.Number(), &status) != 0) throw ReadingFailure(errno);
+    if (S_ISDIR(status.st_mode)) throw ReadingFailure(EISDIR);
+    if (!S_ISREG(status.st_mode)) throw ReadingFailure(ENXIO);
+    Mark.emplace(FileIdentity{status.st_dev, status.st_ino});
+}
+
+std::ptrdiff_t InputFile::ReadAt(qint64 position, std::span<std::byte> target) const {
+    while (true) {
+        const ssize_t count = ::pread(File.Number(), target.data(), target.size(), position);
+        if (count >= 0) return count;
+        if (errno != EINTR) return -errno;
+    }
+}
+
+std::size_t InputFile::ReadFully(qint64 position, std::span<std::byte> target) const {
+    std::size_t done = 0;
+    while (done < target.size()) {
+        const std::ptrdiff_t count = ReadAt(position + static_cast<qint64>(done), target.subspan(done));
+        if (count < 0) throw ReadingFailure(static_cast<int>(-count));
+        if (count == 0) break;
+        done += static_cast<std::size_t>(count);
+    }
+    return done;
+}
+
+qint64 InputFile::Size() const {
+    struct stat status = {};
+    return ::fstat(File.Number(), &status) == 0 ? status.st_size : 0;
+}
+
+QByteArray BytesAt(const InputFile& file, qint64 position, qsizetype count) {
+    QByteArray bytes(count, '\0');
+    const std::span chars(bytes.data(), static_cast<std::size_t>(bytes.size()));
+    const auto read = file.ReadAt(position, std::as_writable_bytes(chars));
+    return bytes.first(std::max<qsizetype>(read, 0));
+}
 
 namespace {
 constexpr std::size_t BufferSize = std::size_t{256} * 1024;
@@ -95,6 +137,52 @@ void OutputFile::Send(std::span<const std::byte> bytes, qint64 position) {
         position += count;
     }
     if (Error != 0) throw WritingFailure(Error);
+}
+
+namespace {
+
+std::optional<QByteArray> ReadOpenFile(int file) {
+    struct stat status {};
+    if (fstat(file, &status) != 0) return {};
+    if (!S_ISREG(status.st_mode) || status.st_size > LargestTextFile) {
+        errno = S_ISDIR(status.st_mode) ? EISDIR : EFBIG;
+        return {};
+    }
+    QByteArray content;
+    char buffer[16 * 1024];
+    while (true) {
+        const ssize_t count = read(file, buffer, sizeof buffer);
+        if (count == 0) return content;
+        if (count > 0) {
+            content.append(buffer, count);
+        } else if (errno != EINTR) {
+            return {};
+        }
+    }
+}
+
+}  // namespace
+
+std::optional<QByteArray> ReadFileBytes(const QByteArray& nativePath) {
+    const int file = open(nativePath.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    if (file < 0) return {};
+    std::optional<QByteArray> content = ReadOpenFile(file);
+    const int error = errno;
+    close(file);
+    errno = error;
+    return content;
+}
+
+bool WriteAll(int file, QByteArrayView bytes) {
+    while (!bytes.isEmpty()) {
+        const ssize_t count = write(file, bytes.data(), static_cast<size_t>(bytes.size()));
+        if (count >= 0) {
+            bytes = bytes.sliced(count);
+        } else if (errno != EINTR) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace Sonmira
