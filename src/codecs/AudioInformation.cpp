@@ -72,7 +72,7 @@ void AudioInformation::Save(const QByteArray& file, Saving saving) {
     {
         const std::unique_ptr<TaggedFile> tagged = OpenTagged(file, file);
         if (!tagged) throw Failure(FailureNumber::Component, u"Files of this kind hold no tag"_s);
-        if (tagged->Says(Kind, *this)) return;
+        if (tagged->IsUpToDate(Kind, *this)) return;
         edits = tagged->Edits(Kind, *this);
         if (saving == Saving::ThroughCopy) parts = tagged->Raw();
     }

@@ -106,7 +106,7 @@ void TemporaryCopy::FillFrom(int source, qint64 size) {
     }
 }
 
-void TemporaryCopy::TakeManners(int source, const struct stat& status) const {
+void TemporaryCopy::CopyAttributes(int source, const struct stat& status) const {
     // Only the system's administrator may give a file away; everybody else keeps what he makes, in the
     // group that it had.
     if (fchown(Handle.Number(), status.st_uid, status.st_gid) != 0) {
@@ -127,7 +127,7 @@ void TemporaryCopy::TakeManners(int source, const struct stat& status) const {
     }
 }
 
-void TemporaryCopy::Settle() const {
+void TemporaryCopy::SyncToDisk() const {
     if (fsync(Handle.Number()) != 0) throw WritingFailure(errno);
 }
 
@@ -197,8 +197,8 @@ void RewriteThroughCopy(const QByteArray& file, const std::function<void(const Q
     TemporaryCopy copy(folder, name);
     copy.FillFrom(source.Number(), status.st_size);
     change(copy.Path());
-    copy.TakeManners(source.Number(), status);
-    copy.Settle();
+    copy.CopyAttributes(source.Number(), status);
+    copy.SyncToDisk();
     // As late as can be, and by name: others replace files as we do.
     if (!IsStill(real, status))
         throw Failure(FailureNumber::PermissionDenied, u"Another program changes the file"_s);

@@ -28,9 +28,9 @@ public:
 
     void FillFrom(int source, qint64 size);
     // Owner, rights and extended attributes.
-    void TakeManners(int source, const struct stat& status) const;
+    void CopyAttributes(int source, const struct stat& status) const;
     // What was written by name is on the disk before the name changes hands.
-    void Settle() const;
+    void SyncToDisk() const;
     // False where the file system made a file without a name, but gives it none.
     bool Replace(const QByteArray& file);
 

@@ -13,7 +13,7 @@ public:
         : Stream(file), Old(Id3v1AtEnd(Stream)), Size(TagsAtEnd(Stream) - Old.size()), Items(ItemsNow()) {}
 
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(Properties()); }
-    bool Says(qint16 kind, const TagValues& values) override {
+    bool IsUpToDate(qint16 kind, const TagValues& values) override {
         return ChangesTo(Properties(), values, kind).isEmpty();
     }
     TagEdits Edits(qint16 kind, const TagValues& values) override {

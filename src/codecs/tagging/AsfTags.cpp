@@ -50,7 +50,7 @@ public:
         return values;
     }
 
-    bool Says(qint16 kind, const TagValues& values) override {
+    bool IsUpToDate(qint16 kind, const TagValues& values) override {
         return Objects.Has(TrackName) && Changes(kind, values).isEmpty();
     }
 

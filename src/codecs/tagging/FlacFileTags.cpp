@@ -27,7 +27,7 @@ public:
     }
 
     TagValues Read(qint16 /*kind*/) override { return ValuesNow(); }
-    bool Says(qint16 kind, const TagValues& values) override { return Changes(kind, values).isEmpty(); }
+    bool IsUpToDate(qint16 kind, const TagValues& values) override { return Changes(kind, values).isEmpty(); }
     TagEdits Edits(qint16 kind, const TagValues& values) override { return EditsOf(Changes(kind, values)); }
 
     RawFields Raw() override {

@@ -264,7 +264,7 @@ void CheckKind(const Id3v2Frame& frame, int version, FrameKeeping keeping) {
 
 }  // namespace
 
-bool IsBottomless(const QByteArray& tag) {
+bool IsNestedTooDeep(const QByteArray& tag) {
     return tag.count("CHAP") + tag.count("CTOC") > MostChapters;
 }
 

@@ -69,7 +69,7 @@ std::optional<Id3v2Reading> ReadId3v2(const QByteArray& tag);
 // Source of the facts: ID3v2.2.0, ID3v2.3.0 and ID3v2.4.0, id3.org.
 
 // Whether a tag nests its frames so often that reading it would take all of the stack.
-bool IsBottomless(const QByteArray& tag);
+bool IsNestedTooDeep(const QByteArray& tag);
 
 // Where the tag lies: in WAV files other programs drop more of its frames, so that those are left alone.
 enum class FrameKeeping { OfOurFactory, OfTheLibraryAlone };

@@ -29,7 +29,7 @@ public:
 
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(Items.Properties()); }
 
-    bool Says(qint16 kind, const TagValues& values) override {
+    bool IsUpToDate(qint16 kind, const TagValues& values) override {
         return ChangesTo(Items.Properties(), values, kind).isEmpty();
     }
     TagEdits Edits(qint16 kind, const TagValues& values) override {

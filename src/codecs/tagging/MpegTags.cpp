@@ -31,7 +31,7 @@ public:
         return ValuesOf(Properties());
     }
 
-    bool Says(qint16 kind, const TagValues& values) override {
+    bool IsUpToDate(qint16 kind, const TagValues& values) override {
         // No tag says nothing as well as an empty one.
         if (kind == 1) return IsSame(Read(kind), values);
         return (Front || File.hasID3v2Tag()) && ChangesTo(Properties(), values, kind).isEmpty();

@@ -64,7 +64,7 @@ public:
     }
 
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(Properties()); }
-    bool Says(qint16 kind, const TagValues& values) override {
+    bool IsUpToDate(qint16 kind, const TagValues& values) override {
         return ChangesTo(Properties(), values, kind).isEmpty();
     }
     TagEdits Edits(qint16 kind, const TagValues& values) override {

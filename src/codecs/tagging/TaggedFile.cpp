@@ -10,7 +10,7 @@ namespace Sonmira {
 std::unique_ptr<TaggedFile> OpenTagged(const QByteArray& file, const QByteArray& name) {
     TagStream stream(file);
     const QByteArray front = stream.Bytes(0, Id3v2Size(stream.Bytes(0, 10)));
-    if (IsBottomless(front)) return nullptr;
+    if (IsNestedTooDeep(front)) return nullptr;
     const QByteArray beginning = stream.Bytes(front.size(), 16);
     const auto holdsAt = [&](qsizetype place, const char* mark) {
         return beginning.sliced(std::min(place, beginning.size())).startsWith(mark);

@@ -14,7 +14,7 @@ public:
     // The fields of the tag of that kind (see AudioInformation).
     virtual TagValues Read(qint16 kind) = 0;
     // Whether a Write of these values would change nothing.
-    virtual bool Says(qint16 kind, const TagValues& values) = 0;
+    virtual bool IsUpToDate(qint16 kind, const TagValues& values) = 0;
     // What a Write of these values changes.
     virtual TagEdits Edits(qint16 kind, const TagValues& values) = 0;
     // All parts of all tags of the file.

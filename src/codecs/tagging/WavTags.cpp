@@ -65,7 +65,7 @@ public:
     TagValues Read(qint16 /*kind*/) override { return ValuesOf(Properties()); }
 
     // ID3v2 has to say it, and the list no more than that.
-    bool Says(qint16 kind, const TagValues& values) override {
+    bool IsUpToDate(qint16 kind, const TagValues& values) override {
         return ChangesTo(FrontProperties(), values, kind).isEmpty() &&
                ChangesTo(Properties(), values, kind).isEmpty();
     }
@@ -185,7 +185,7 @@ private:
 std::unique_ptr<TaggedFile> OpenWavTags(const QByteArray& file) {
     TagStream stream(file);
     const QList<QByteArray> tags = ChunksOf(stream).Id3v2;
-    if (std::any_of(tags.begin(), tags.end(), IsBottomless)) return nullptr;
+    if (std::any_of(tags.begin(), tags.end(), IsNestedTooDeep)) return nullptr;
     return TryOpen<WavTags>(file);
 }
 

@@ -17,7 +17,7 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-class SaveManners : public TagFileTest {
+class SaveAttributes : public TagFileTest {
 protected:
     static void Save(const QString& path, const QString& title,
                      AudioInformation::Saving saving = AudioInformation::Saving::ThroughCopy) {
@@ -40,7 +40,7 @@ protected:
     }
 };
 
-TEST_F(SaveManners, GroupAndExtendedAttributesStayAndTheTimeOfChangeIsNow) {
+TEST_F(SaveAttributes, GroupAndExtendedAttributesStayAndTheTimeOfChangeIsNow) {
     const QString path = Make("a.flac");
     const QByteArray file = Folder.Native("a.flac");
     if (setxattr(file.constData(), "user.note", "mine", 4, 0) != 0)
@@ -56,7 +56,7 @@ TEST_F(SaveManners, GroupAndExtendedAttributesStayAndTheTimeOfChangeIsNow) {
     EXPECT_GT(StatusOf("a.flac").st_mtim.tv_sec, 1600000000);
 }
 
-TEST_F(SaveManners, WhatAFolderGivesToNewFilesIsNotGivenToAnOldOne) {
+TEST_F(SaveAttributes, WhatAFolderGivesToNewFilesIsNotGivenToAnOldOne) {
     const QString path = Make("a.flac");
     chmod(Folder.Native("a.flac").constData(), 0640);
     // Version 2; then kind, rights and id of each: owner, one named user, group, mask, others.
@@ -76,7 +76,7 @@ TEST_F(SaveManners, WhatAFolderGivesToNewFilesIsNotGivenToAnOldOne) {
     EXPECT_EQ(StatusOf("a.flac").st_mode & 0777, 0640U);
 }
 
-TEST_F(SaveManners, AFullDiskLeavesTheSoundOfAFileThatIsTaggedInPlace) {
+TEST_F(SaveAttributes, AFullDiskLeavesTheSoundOfAFileThatIsTaggedInPlace) {
     signal(SIGXFSZ, SIG_IGN);
     rlimit usual{};
     getrlimit(RLIMIT_FSIZE, &usual);
@@ -90,7 +90,7 @@ TEST_F(SaveManners, AFullDiskLeavesTheSoundOfAFileThatIsTaggedInPlace) {
 }
 
 // Programs that keep folders in step look at every file that was open for writing.
-TEST_F(SaveManners, ALoadDoesNotLookLikeAChange) {
+TEST_F(SaveAttributes, ALoadDoesNotLookLikeAChange) {
     for (const char* name : Names) {
         const QString path = Make(name);
         const int watch = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
