@@ -5,12 +5,9 @@
 // turn, each in a process of its own. Prints the median seconds and the ratio component/tool (below 1 the
 // component is faster). ROUTE limits the run to routes of those names.
 #include "BenchSupport.h"
-#include "codecs/AacDecoder.h"
-#include "codecs/AlacDecoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/AudioFile.h"
-#include "codecs/FlacDecoder.h"
 #include "codecs/FlacEncoder.h"
-#include "codecs/MpcDecoder.h"
 #include "codecs/MpcEncoder.h"
 #include "platform/Failure.h"
 #include "platform/Paths.h"

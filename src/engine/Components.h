@@ -1,14 +1,11 @@
 #pragma once
 
-#include "codecs/AacDecoder.h"
-#include "codecs/AlacDecoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/ApeFunctions.h"
 #include "codecs/AudioFile.h"
 #include "codecs/AudioInformation.h"
 #include "codecs/AudioStreams.h"
-#include "codecs/FlacDecoder.h"
 #include "codecs/FlacEncoder.h"
-#include "codecs/MpcDecoder.h"
 #include "codecs/MpcEncoder.h"
 
 #include <array>

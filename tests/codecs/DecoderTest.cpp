@@ -1,8 +1,5 @@
 #include "LostSound.h"
-#include "codecs/AacDecoder.h"
-#include "codecs/AlacDecoder.h"
-#include "codecs/FlacDecoder.h"
-#include "codecs/MpcDecoder.h"
+#include "codecs/WavDecoders.h"
 #include "platform/Failure.h"
 #include "support/Tool.h"
 

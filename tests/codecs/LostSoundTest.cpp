@@ -1,5 +1,5 @@
 #include "LostSound.h"
-#include "codecs/FlacDecoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/read/FileCounts.h"
 #include "codecs/read/MediaInput.h"
 

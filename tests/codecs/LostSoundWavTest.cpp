@@ -1,9 +1,6 @@
 #include "LostSound.h"
-#include "codecs/AacDecoder.h"
-#include "codecs/AlacDecoder.h"
-#include "codecs/FlacDecoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/FlacEncoder.h"
-#include "codecs/MpcDecoder.h"
 #include "codecs/MpcEncoder.h"
 #include "codecs/wav/WavWriter.h"
 

@@ -1,5 +1,5 @@
 #include "Conversion.h"
-#include "codecs/MpcDecoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/MpcEncoder.h"
 #include "platform/Failure.h"
 #include "support/Timing.h"

@@ -3,7 +3,7 @@
 #include "FuzzTarget.h"
 #include "codecs/ApeFunctions.h"
 #include "codecs/AudioFile.h"
-#include "codecs/FlacDecoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/FlacEncoder.h"
 #include "support/TestAudio.h"
 #include "support/TestFolder.h"
