@@ -18,10 +18,10 @@ public:
     JobDriver(Run& state, RunView& shown, Components used, Collection& gathered)
         : ThisRun(state), View(shown), Parts(used), Items(gathered), Progress(state, shown, used) {}
 
-    // Converts every record in order. One file's failure never ends the run; a stop command does, and so does
-    // a file without a dot in its name, which leaves the controls locked (see RecordSteps). While a file is
-    // converted the user may remove records: none of the others is passed by, and one that is in hand is
-    // finished.
+    // Converts every record in order. A file that fails ends as an error in its row and the run goes on. A
+    // stop command ends it, and so does a file without a dot in its name, which leaves the controls locked
+    // (see RecordSteps). While a file is converted the user may remove records: none of the others is passed
+    // by, and one that is in hand is finished.
     void RunAllConversions();
 
 private:

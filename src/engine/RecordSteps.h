@@ -38,7 +38,7 @@ inline constexpr DriverRules FullRunRules{true, 1, u"2010", u"2009", true};
 inline constexpr DriverRules SingleFileRules{false, 0, u"2008", u"2008", false};
 
 // Runs the driver's statements. Until the first file is finished a failure is nobody's to handle here; from
-// then on it is passed over, so that one file never ends the run of the others.
+// then on it is passed over, so that what fails in one file does not end the run of the others.
 class Statements {
 public:
     void PassFailuresOver() { PassesOver = true; }
