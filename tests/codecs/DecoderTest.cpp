@@ -1,5 +1,5 @@
-#include "LostSound.h"
 #include "codecs/WavDecoders.h"
+#include "codecs/read/LostSound.h"
 #include "platform/Failure.h"
 #include "support/Tool.h"
 

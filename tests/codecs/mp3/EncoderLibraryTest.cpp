@@ -1,4 +1,4 @@
-#include "Conversion.h"
+#include "codecs/Conversion.h"
 #include "codecs/mp3/LameLibrary.h"
 #include "platform/Folders.h"
 

@@ -1,4 +1,4 @@
-#include "Conversion.h"
+#include "codecs/Conversion.h"
 #include "codecs/wav/WavLayout.h"
 #include "codecs/wav/WavWriter.h"
 #include "platform/Failure.h"

@@ -1,7 +1,7 @@
-#include "MainWindowTest.h"
 #include "platform/Clock.h"
 #include "support/Tool.h"
 #include "tags/TagPage.h"
+#include "ui/MainWindowTest.h"
 #include "ui/TabStrip.h"
 
 #include <QLineEdit>

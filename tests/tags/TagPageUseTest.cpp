@@ -1,8 +1,8 @@
 // The tag page as a user works with it: clicks in the collection, versions, saves one after the other.
-#include "MainWindowTest.h"
 #include "platform/Clock.h"
 #include "support/Tool.h"
 #include "tags/TagPage.h"
+#include "ui/MainWindowTest.h"
 #include "ui/TabStrip.h"
 
 #include <QLineEdit>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Conversion.h"
+#include "codecs/Conversion.h"
 #include "support/Tool.h"
 
 // What tests of damaged sources share.

@@ -1,4 +1,4 @@
-#include "Conversion.h"
+#include "codecs/Conversion.h"
 #include "platform/Failure.h"
 
 #include <gtest/gtest.h>

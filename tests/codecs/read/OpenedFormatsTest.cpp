@@ -1,6 +1,6 @@
 #include "LostSound.h"
-#include "codecs/WavDecoders.h"
 #include "codecs/FlacEncoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/read/MediaInput.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "Conversion.h"
+#include "codecs/Conversion.h"
 #include "support/Tool.h"
 
 #include <gtest/gtest.h>

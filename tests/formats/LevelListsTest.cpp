@@ -1,5 +1,5 @@
-#include "MainWindowTest.h"
 #include "platform/Paths.h"
+#include "ui/MainWindowTest.h"
 
 #include <QLineEdit>
 

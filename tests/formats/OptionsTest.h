@@ -1,11 +1,11 @@
 #pragma once
 
-#include "MainWindowTest.h"
 #include "formats/Mp3Options.h"
 #include "formats/OggOptions.h"
 #include "formats/WavOptions.h"
 #include "shell/widgets/Events.h"
 #include "support/Tool.h"
+#include "ui/MainWindowTest.h"
 
 #include <QButtonGroup>
 #include <QGroupBox>

@@ -1,6 +1,6 @@
-#include "Conversion.h"
-#include "codecs/WavDecoders.h"
+#include "codecs/Conversion.h"
 #include "codecs/MpcEncoder.h"
+#include "codecs/WavDecoders.h"
 #include "platform/Failure.h"
 #include "support/Timing.h"
 #include "support/Tool.h"

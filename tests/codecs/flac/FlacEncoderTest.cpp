@@ -1,4 +1,4 @@
-#include "Conversion.h"
+#include "codecs/Conversion.h"
 #include "codecs/FlacEncoder.h"
 #include "codecs/flac/FlacSegment.h"
 #include "platform/Failure.h"

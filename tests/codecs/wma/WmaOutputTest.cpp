@@ -1,4 +1,4 @@
-#include "Conversion.h"
+#include "codecs/Conversion.h"
 #include "codecs/wma/WmaWriter.h"
 #include "platform/Failure.h"
 #include "support/Sanitized.h"

@@ -1,8 +1,8 @@
-#include "MainWindowTest.h"
 #include "platform/Clock.h"
 #include "support/Tool.h"
 #include "tags/MusicExplorer.h"
 #include "tags/TagEditorial.h"
+#include "ui/MainWindowTest.h"
 
 #include <QDir>
 #include <QFile>

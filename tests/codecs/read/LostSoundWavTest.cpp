@@ -1,7 +1,7 @@
 #include "LostSound.h"
-#include "codecs/WavDecoders.h"
 #include "codecs/FlacEncoder.h"
 #include "codecs/MpcEncoder.h"
+#include "codecs/WavDecoders.h"
 #include "codecs/wav/WavWriter.h"
 
 #include <gtest/gtest.h>
