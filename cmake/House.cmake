@@ -7,6 +7,10 @@ target_compile_features(sonmira_options INTERFACE cxx_std_20)
 target_compile_options(sonmira_options INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast
   -Wcast-align -Wformat=2 -Wimplicit-fallthrough)
+if(CMAKE_UNITY_BUILD)
+  # A class of a .cpp file counts as one of a header there.
+  target_compile_options(sonmira_options INTERFACE -Wno-subobject-linkage)
+endif()
 target_compile_definitions(sonmira_options INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH)
 target_include_directories(sonmira_options INTERFACE ${CMAKE_SOURCE_DIR}/src)

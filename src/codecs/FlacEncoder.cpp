@@ -19,9 +19,6 @@ namespace Sonmira {
 
 namespace {
 
-constexpr int WidestBits = 24;
-constexpr auto WaitAtOnce = std::chrono::milliseconds(30);
-
 class Md5 {
 public:
     Md5() : State(av_md5_alloc()) {

@@ -22,9 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int WidestBits = 24;
-constexpr auto WaitAtOnce = std::chrono::milliseconds(30);
-
 int MusepackRate(int rate) {
     for (const int known : {32000, 37800, 44100, 48000}) {
         if (rate <= known) return known;

@@ -4,6 +4,7 @@
 
 #include <QStringView>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -33,6 +34,11 @@ void DecodeIntoWavOrPart(QStringView path, QStringView outputPath, const SoundOp
 
 // By FFmpeg's decoders.
 std::unique_ptr<SoundReader> OpenByMediaReader(std::shared_ptr<const InputFile> file);
+
+// What both encoders that take a WAV share: the widest samples that they take, and how long they wait for
+// their workers before they listen for a stop again.
+inline constexpr int WidestBits = 24;
+inline constexpr std::chrono::milliseconds WaitAtOnce{30};
 
 // `done` of `total` in percent, 0 to 100.
 qint16 PercentOf(qint64 done, qint64 total);

@@ -22,7 +22,7 @@ namespace {
 
 // A stored header longer than this is not looked at; a plain one takes its place.
 constexpr qint64 MostHeadBytes = 1 << 20;
-constexpr qint64 CopyBytes = qint64{64} * 1024;
+constexpr qint64 TailPiece = qint64{64} * 1024;
 
 // What stands before the sound and behind it in the WAV file.
 struct Frame {
@@ -78,7 +78,7 @@ bool IsSizeUntold(const Frame& frame) {
 void WriteTail(const InputFile& file, const Frame& frame, OutputFile& out) {
     std::vector<std::byte> piece;
     for (qint64 at = 0; at < frame.TailBytes; at += std::ssize(piece)) {
-        piece.resize(static_cast<std::size_t>(std::min(frame.TailBytes - at, CopyBytes)));
+        piece.resize(static_cast<std::size_t>(std::min(frame.TailBytes - at, TailPiece)));
         if (file.ReadFully(frame.TailStart + at, piece) < piece.size()) throw DamagedFile();
         out.Write(piece);
     }

@@ -19,9 +19,6 @@ namespace Sonmira {
 
 namespace {
 
-// No format pads its last frame with more than this.
-constexpr qint64 MostPadding = 4096;
-
 qint64 InFrames(qint64 duration, AVRational unit, int rate) {
     return av_rescale_q(duration, unit, AVRational{1, rate});
 }

@@ -9,6 +9,10 @@ namespace Sonmira {
 
 class MediaInput;
 
+// In frames. No format pads its last frame with more; a file that goes on further behind its end has a wrong
+// end.
+inline constexpr qint64 MostPadding = 4096;
+
 // Where a stream ends whose decoder may go on a little: AAC in MP4, by its gapless entry or its edit list,
 // and a Vorbis stream of few packets, by its last page. None for other streams. In frames at `rate` a second,
 // as are all counts here.

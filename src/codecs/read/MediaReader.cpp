@@ -17,9 +17,6 @@ namespace Sonmira {
 namespace {
 
 constexpr qint64 MostBytesOfABlock = 16LL * 1024 * 1024;
-// Padding behind the end of a stream is never more than this many frames; a file that goes on beyond has a
-// wrong end rather than so much padding.
-constexpr qint64 MostPadding = 4096;
 // A header with rates beyond lies: the fastest one in use is that of DSD in its eight-bit groups.
 constexpr int MostRate = 6'200'000;
 // Seconds that may be missing: less is what headers and time stamps are wrong by.

@@ -17,25 +17,25 @@ constexpr qsizetype DataHead = 16;
 constexpr quint32 Utf8Kind = 1;
 constexpr quint32 WideKind = 2;
 constexpr const char* TrackAtom = "trkn";
-constexpr const char* GenreNumber = "gnre";
+constexpr const char* GenreNumberAtom = "gnre";
 
-struct Name {
+struct AtomName {
     const char* Key;
     const char* Atom;
 };
-constexpr Name Names[] = {{"TITLE", "\251nam"},
-                          {"ARTIST", "\251ART"},
-                          {"ALBUM", "\251alb"},
-                          {"COMMENT", "\251cmt"},
-                          {"GENRE", "\251gen"},
-                          {"GENRE", GenreNumber},
-                          {YearKey, "\251day"},
-                          {TrackKey, TrackAtom},
-                          {"COMPOSER", "\251wrt"},
-                          {"COPYRIGHT", "cprt"},
-                          {"ENCODEDBY", "\251too"},
-                          {"URL", "----:com.apple.iTunes:URL"},
-                          {"ORIGINALARTIST", "----:com.apple.iTunes:ORIGINALARTIST"}};
+constexpr AtomName AtomNames[] = {{"TITLE", "\251nam"},
+                                  {"ARTIST", "\251ART"},
+                                  {"ALBUM", "\251alb"},
+                                  {"COMMENT", "\251cmt"},
+                                  {"GENRE", "\251gen"},
+                                  {"GENRE", GenreNumberAtom},
+                                  {YearKey, "\251day"},
+                                  {TrackKey, TrackAtom},
+                                  {"COMPOSER", "\251wrt"},
+                                  {"COPYRIGHT", "cprt"},
+                                  {"ENCODEDBY", "\251too"},
+                                  {"URL", "----:com.apple.iTunes:URL"},
+                                  {"ORIGINALARTIST", "----:com.apple.iTunes:ORIGINALARTIST"}};
 
 quint32 NumberAt(const QByteArray& bytes, qsizetype at) {
     return qFromBigEndian<quint32>(bytes.constData() + at);
@@ -71,7 +71,7 @@ bool IsData(const QByteArray& part) {
 
 QByteArray KeyOf(const Mp4Items::Item& item) {
     const QByteArray whole = item.Name == "----" ? Mp4FreeName(item.Bytes) : item.Name;
-    for (const Name& name : Names) {
+    for (const AtomName& name : AtomNames) {
         if (whole == name.Atom) return name.Key;
     }
     return {};
@@ -86,7 +86,7 @@ TagLib::String TextOf(const QByteArray& item, const QByteArray& data) {
         if (track == 0 && total == 0) return {};
         return TagLib::String::number(track) + (total > 0 ? "/" + TagLib::String::number(total) : "");
     }
-    if (item == GenreNumber) {
+    if (item == GenreNumberAtom) {
         const int number = content.size() < 2 ? 0 : qFromBigEndian<quint16>(content.constData());
         return number > 0 ? TagLib::ID3v1::genre(number - 1) : TagLib::String();
     }
@@ -107,13 +107,13 @@ QByteArray TrackData(const QByteArray& old, const TagLib::String& text) {
 
 Mp4Items::Item Fresh(const QByteArray& key, const TagLib::String& text, const Mp4Items::Item* old) {
     QByteArray whole;
-    for (const Name& name : Names) {
+    for (const AtomName& name : AtomNames) {
         if (whole.isEmpty() && key == name.Key) whole = name.Atom;
     }
     QByteArray front;  // what stands before the first text
     QByteArray data;
     QByteArray further;
-    if (old != nullptr && old->Name != GenreNumber) {
+    if (old != nullptr && old->Name != GenreNumberAtom) {
         for (const QByteArray& part : PartsOf(old->Bytes)) {
             if (!data.isEmpty()) {
                 further += part;
@@ -191,8 +191,6 @@ RawFields Mp4Items::Fields() const {
 
 namespace {
 
-constexpr qint64 HeadSize = 8;
-
 // Atoms that hold atoms; the library follows them as deep as they go, on the stack.
 constexpr const char* Containers[] = {"moov", "udta", "mdia", "meta", "ilst", "stbl",
                                       "minf", "moof", "traf", "trak", "stsd"};
@@ -210,14 +208,14 @@ public:
 
     Mp4Sizes Over(qint64 begin, qint64 end, int level) {
         Mp4Sizes worst = Mp4Sizes::Fit;
-        for (qint64 at = begin; at + HeadSize <= end && worst != Mp4Sizes::TooDeep;) {
-            const QByteArray head = File.Bytes(at, 3 * HeadSize);
-            if (head.size() < HeadSize) return worst;
+        for (qint64 at = begin; at + Mp4HeadSize <= end && worst != Mp4Sizes::TooDeep;) {
+            const QByteArray head = File.Bytes(at, 3 * Mp4HeadSize);
+            if (head.size() < Mp4HeadSize) return worst;
             if (level > MostLevels || ++Atoms > MostAtoms) return Mp4Sizes::TooDeep;
             qint64 size = qFromBigEndian<quint32>(head.constData());
-            const bool isLong = size == 1 && head.size() >= 2 * HeadSize;
-            if (isLong) size = qFromBigEndian<qint64>(head.constData() + HeadSize);
-            const qint64 headSize = isLong ? 2 * HeadSize : HeadSize;
+            const bool isLong = size == 1 && head.size() >= 2 * Mp4HeadSize;
+            if (isLong) size = qFromBigEndian<qint64>(head.constData() + Mp4HeadSize);
+            const qint64 headSize = isLong ? 2 * Mp4HeadSize : Mp4HeadSize;
             if (size == 0) size = end - at;
             if (size < headSize) return worst;
             const QByteArray name = head.sliced(4, 4);
@@ -250,8 +248,8 @@ private:
     static bool IsTableWell(const QByteArray& name, const QByteArray& head, qint64 size) {
         const qint64 entry = EntrySize(name);
         if (entry > 0) {
-            if (head.size() < 2 * HeadSize || size < 2 * HeadSize) return false;
-            return qFromBigEndian<quint32>(head.constData() + 12) * entry <= size - 2 * HeadSize;
+            if (head.size() < 2 * Mp4HeadSize || size < 2 * Mp4HeadSize) return false;
+            return qFromBigEndian<quint32>(head.constData() + 12) * entry <= size - 2 * Mp4HeadSize;
         }
         // The place of a fragment's sound, where it says one.
         constexpr qint64 PlacedSize = 24;

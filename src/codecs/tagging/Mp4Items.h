@@ -7,6 +7,9 @@
 
 namespace Sonmira {
 
+// Of an atom: its size and its name, four bytes each.
+inline constexpr qint64 Mp4HeadSize = 8;
+
 // The item list of an MP4 file, of which only those items change that are named; others stay with their
 // bytes.
 // Source of the facts: QuickTime File Format, metadata, and the names of the items as iTunes has them.

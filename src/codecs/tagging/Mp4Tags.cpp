@@ -15,9 +15,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype HeadSize = 8;
-
-[[noreturn]] void Refuse(const QString& reason) {
+[[noreturn]] void RefuseTag(const QString& reason) {
     throw Failure(FailureNumber::Component, reason);
 }
 
@@ -41,7 +39,7 @@ public:
     // file; the items themselves are put in as they are.
     bool Write(qint16 kind, const TagValues& values) override {
         if (SizesOf(Stream) != Mp4Sizes::Fit)
-            Refuse(u"The file is damaged: its parts are not of the size that it says"_s);
+            RefuseTag(u"The file is damaged: its parts are not of the size that it says"_s);
         CheckKeepsAll();
         Items.Change(ChangesTo(Items.Properties(), values, kind));
         QByteArray list = Items.Bytes();
@@ -50,8 +48,8 @@ public:
             list += QByteArray(
                         "\0\0\0\x18"
                         "free",
-                        HeadSize) +
-                    QByteArray(TextHead - HeadSize, '\0');
+                        Mp4HeadSize) +
+                    QByteArray(TextHead - Mp4HeadSize, '\0');
         }
         TagLib::MP4::Tag& tag = *File.tag();
         const TagLib::MP4::ItemMap items = tag.itemMap();
@@ -63,8 +61,8 @@ public:
         if (!Saved(File.save())) return false;
         TagLib::MP4::Atoms atoms(&File);
         const TagLib::MP4::Atom* const room = atoms.find("moov", "udta", "meta", "ilst");
-        if (room == nullptr || room->length != list.size() + HeadSize) return false;
-        Stream.seek(room->offset + HeadSize, TagLib::IOStream::Beginning);
+        if (room == nullptr || room->length != list.size() + Mp4HeadSize) return false;
+        Stream.seek(room->offset + Mp4HeadSize, TagLib::IOStream::Beginning);
         Stream.writeBlock(TagLib::ByteVector(list.constData(), static_cast<unsigned>(list.size())));
         return Saved(true);
     }
@@ -74,7 +72,7 @@ private:
         TagLib::MP4::Atoms atoms(&File);
         const TagLib::MP4::Atom* const list = atoms.find("moov", "udta", "meta", "ilst");
         if (list == nullptr) return;
-        qint64 size = HeadSize;
+        qint64 size = Mp4HeadSize;
         for (const TagLib::MP4::Atom* atom : list->children) {
             Items.Add({QByteArray(atom->name.data(), 4), Stream.Bytes(atom->offset, atom->length)});
             size += atom->length;
@@ -94,7 +92,7 @@ private:
 
     // Items that the library cannot make sense of, and two of one name, may be what a damaged size left.
     void CheckKeepsAll() {
-        if (!IsListWhole) Refuse(u"The tag is damaged, and a save would lose parts"_s);
+        if (!IsListWhole) RefuseTag(u"The tag is damaged, and a save would lose parts"_s);
         TagLib::MP4::Atoms atoms(&File);
         const TagLib::MP4::Atom* const list = atoms.find("moov", "udta", "meta", "ilst");
         if (list == nullptr) return;
@@ -103,7 +101,7 @@ private:
             if (atom->name == "free") continue;
             const TagLib::String name = NameOf(*atom);
             if (!File.tag()->contains(name) || !seen.insert(name).second)
-                Refuse(u"The file holds a tag of a kind that would be lost"_s);
+                RefuseTag(u"The file holds a tag of a kind that would be lost"_s);
         }
     }
 

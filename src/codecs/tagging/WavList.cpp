@@ -11,23 +11,23 @@ namespace Sonmira {
 
 namespace {
 
-constexpr qint64 HeadSize = 8;
+constexpr qint64 ItemHeadSize = 8;
 
-struct Name {
+struct ListName {
     const char* Id;
     const char* Key;
 };
-constexpr Name Names[] = {{"INAM", "TITLE"},   {"IART", "ARTIST"},    {"IPRD", "ALBUM"},
-                          {"ICMT", "COMMENT"}, {"IGNR", "GENRE"},     {"ICRD", YearKey},
-                          {"IPRT", TrackKey},  {"ICOP", "COPYRIGHT"}, {"ITCH", "ENCODEDBY"}};
+constexpr ListName ListNames[] = {{"INAM", "TITLE"},   {"IART", "ARTIST"},    {"IPRD", "ALBUM"},
+                                  {"ICMT", "COMMENT"}, {"IGNR", "GENRE"},     {"ICRD", YearKey},
+                                  {"IPRT", TrackKey},  {"ICOP", "COPYRIGHT"}, {"ITCH", "ENCODEDBY"}};
 
-QByteArray KeyOf(const QByteArray& id) {
-    const auto found =
-        std::find_if(std::begin(Names), std::end(Names), [&](const Name& name) { return id == name.Id; });
-    return found == std::end(Names) ? QByteArray() : QByteArray(found->Key);
+QByteArray KeyOfItem(const QByteArray& id) {
+    const auto found = std::find_if(std::begin(ListNames), std::end(ListNames),
+                                    [&](const ListName& name) { return id == name.Id; });
+    return found == std::end(ListNames) ? QByteArray() : QByteArray(found->Key);
 }
 
-QByteArray Number(qsizetype number) {
+QByteArray SizeBytes(qsizetype number) {
     QByteArray bytes(4, '\0');
     qToLittleEndian(static_cast<quint32>(number), bytes.data());
     return bytes;
@@ -44,16 +44,16 @@ WavList::WavList(const QByteArray& content) : WasWhole(false) {
             WasWhole = !isTwice && std::all_of(Rest.begin(), Rest.end(), [](char c) { return c == '\0'; });
             return;
         }
-        if (at + HeadSize > content.size()) return;
+        if (at + ItemHeadSize > content.size()) return;
         const QByteArray name = content.sliced(at, 4);
         const bool isName =
             std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c < '\x7F'; });
         const qint64 size = qFromLittleEndian<quint32>(content.constData() + at + 4);
-        if (!isName || size > content.size() - at - HeadSize) return;
+        if (!isName || size > content.size() - at - ItemHeadSize) return;
         isTwice = isTwice || seen.contains(name);
         seen.insert(name);
-        const qint64 end = at + HeadSize + size;
-        Items.append({name, content.sliced(at + HeadSize, size),
+        const qint64 end = at + ItemHeadSize + size;
+        Items.append({name, content.sliced(at + ItemHeadSize, size),
                       content.sliced(end, std::min<qint64>(size % 2, content.size() - end))});
         at = end + size % 2;
     }
@@ -63,7 +63,7 @@ WavList::WavList(const QByteArray& content) : WasWhole(false) {
 TagLib::PropertyMap WavList::Properties() const {
     TagLib::PropertyMap properties;
     for (const Item& item : Items) {
-        const QByteArray key = KeyOf(item.Name);
+        const QByteArray key = KeyOfItem(item.Name);
         const qsizetype end = item.Text.indexOf('\0');
         const QByteArray text = end < 0 ? item.Text : item.Text.first(end);
         const bool isFirst = !key.isEmpty() && !properties.contains(key.constData());
@@ -75,10 +75,10 @@ TagLib::PropertyMap WavList::Properties() const {
 void WavList::Change(const TagLib::PropertyMap& changes) {
     for (const auto& [name, texts] : changes) {
         const QByteArray key = ToFileText(name);
-        const auto isWanted = [&](const Item& item) { return KeyOf(item.Name) == key; };
-        const auto found =
-            std::find_if(std::begin(Names), std::end(Names), [&](const Name& one) { return key == one.Key; });
-        if (found == std::end(Names)) continue;
+        const auto isWanted = [&](const Item& item) { return KeyOfItem(item.Name) == key; };
+        const auto found = std::find_if(std::begin(ListNames), std::end(ListNames),
+                                        [&](const ListName& one) { return key == one.Key; });
+        if (found == std::end(ListNames)) continue;
         for (const Item& item : Items) {
             if (isWanted(item)) CheckIsText(item.Text);
         }
@@ -95,7 +95,7 @@ void WavList::Change(const TagLib::PropertyMap& changes) {
 QByteArray WavList::Content() const {
     QByteArray content = "INFO";
     for (const Item& item : Items) {
-        content += item.Name + Number(item.Text.size()) + item.Text;
+        content += item.Name + SizeBytes(item.Text.size()) + item.Text;
         content += item.Text.size() % 2 != 0 && item.Pad.isEmpty() ? QByteArray(1, '\0') : item.Pad;
     }
     return content + Rest;
@@ -103,7 +103,7 @@ QByteArray WavList::Content() const {
 
 RawFields WavList::Fields() const {
     RawFields fields;
-    for (const Item& item : Items) fields.append({item.Name, KeyOf(item.Name), item.Text});
+    for (const Item& item : Items) fields.append({item.Name, KeyOfItem(item.Name), item.Text});
     return fields;
 }
 
