@@ -1,12 +1,12 @@
 #pragma once
 
-#include "codecs/WavDecoders.h"
 #include "codecs/ApeFunctions.h"
 #include "codecs/AudioFile.h"
 #include "codecs/AudioInformation.h"
 #include "codecs/AudioStreams.h"
 #include "codecs/FlacEncoder.h"
 #include "codecs/MpcEncoder.h"
+#include "codecs/WavDecoders.h"
 
 #include <array>
 

@@ -8,8 +8,8 @@ class Run;
 class RunView;
 
 // Whether the file is there and fit to be converted: what the streaming reader reads is opened, what a
-// decoder of its own reads must be longer than a second (AAC: can be read at all). A file that is refused
-// gets the reason into its row and sets FileError.
+// decoder of its own reads must be longer than a second, in whole ones (AAC: can be read at all). A file that
+// is refused gets the reason into its row and sets FileError.
 bool CheckInputFile(Run& run, RunView& view, Components parts, const QString& path);
 
 // The length of a file in seconds, by what reads its format: of a stream to the millisecond, of what a

@@ -36,7 +36,8 @@ struct OutputRow {
     OutputNeeds Needs;
     OutputRoad Road;
     OutputTag Tag;
-    // Of OutputRoad::FromWav: encodes `wav` into `output` with the level that was chosen.
+    // Of OutputRoad::FromWav: encodes `wav` into `output`, by the level that was chosen (Musepack: by the
+    // quality that a window set).
     void (*Encode)(Run& run, RunView& view, Components& parts, const QString& wav, const QString& output);
 };
 

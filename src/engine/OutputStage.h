@@ -25,7 +25,7 @@ private:
     void EncodeToWma(const QString& extension);
     // Any other input than a WAV is copied to a temporary one first.
     void EncodeFromWav(const OutputRow& row, const QString& extension);
-    // The WAV to encode; nothing where the user stopped on the way to it.
+    // The WAV to encode; nothing where the user stopped the run on the way to it.
     std::optional<QString> WavInput();
 
     Run& ThisRun;

@@ -32,7 +32,7 @@ struct FileInHand {
     QString OutputStem;                // the destination without extension
     int CurrentItem = 0;               // the row, counted from 1; 0 before the first
     QString TempWavPath;
-    bool TempWavUsed = false;        // a decoder has made it, and it goes when the file is done
+    bool TempWavUsed = false;        // a decoder has made it; see RecordSteps::DeleteTempWav
     std::optional<FileStamp> Stamp;  // of the source, when it was begun
     TagRecord Tag;
     TagValues Loaded;  // all that the tag object read

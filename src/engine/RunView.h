@@ -87,7 +87,7 @@ public:
     virtual PanelTag GetPanelTag() const = 0;
     virtual void SetPanelTag(const PanelTag& tag) = 0;
 
-    // Lets the event loop run; the only moment at which a stop command can be heard.
+    // Lets the event loop run, so that a stop command is heard.
     virtual void Yield() = 0;
 
 private:

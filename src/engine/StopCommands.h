@@ -7,9 +7,9 @@ namespace Sonmira {
 
 struct Collection;
 
-// Who may stop what. A click arrives in the middle of a conversion, while it yields, so these set flags for
-// the driver and the components to read and do nothing else. FlacCodec_Encoder1 and alacdec1 hear nothing
-// and run to their end.
+// Who may stop what. A click arrives in the middle of a conversion, while it yields, so the stops
+// set flags for the driver to read and tell the components that hear it, and do nothing else.
+// FlacCodec_Encoder1 and alacdec1 hear nothing and run to their end.
 
 // Stop a scan between two entries and, when a run is busy, the whole run. The menu and the toolbar tell the
 // components in different orders.
@@ -23,7 +23,8 @@ void CancelByButton(Run& run, Components parts);
 // behind a window that is gone.
 void CancelByClosing(Run& run);
 
-// Gives up the file in hand; the run goes on with the next one. Does nothing unless a run is busy.
+// Gives up the file in hand; the run goes on with the next one. On its way to an encoder that takes a WAV
+// what was copied until then is encoded. Does nothing unless a run is busy.
 void SkipFile(Run& run, Components parts);
 
 // Gives up the file in hand where it is being copied as a stream, and nothing else.

@@ -14,7 +14,7 @@ namespace Sonmira {
 
 // The folder of this process, an inner path without a trailing backslash; made at the first call, and made
 // anew where it has gone since. Then also what processes that have ended left in theirs moves up into the
-// user's folder, in the place of equal names; nothing is deleted. Empty where no place can be used.
+// user's folder, in the place of equal names; nothing else is deleted. Empty where no place can be used.
 QString TemporaryFolder();
 
 // For tests: makes TemporaryFolder answer `folder`, whatever that is; nothing goes back to the real one.

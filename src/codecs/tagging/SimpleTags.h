@@ -22,7 +22,7 @@ struct SimpleTagFields {
 // Writes them as TagFileSimple says (ApeFunctions.h).
 void WriteSimpleTags(const QString& path, SimpleTagFields fields, bool clears, bool writesId3);
 
-// Writes the fields as Vorbis comments, and the ID3v1 block of them where Id3Block.h says. Other comments and
+// Writes the fields as Vorbis comments, and the ID3v1 block of them where Id3v1.h says. Other comments and
 // blocks, and the sound, stay.
 void WriteFlacTags(const QString& path, const SimpleTagFields& fields, bool clears, bool writesId3);
 
