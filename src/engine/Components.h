@@ -7,23 +7,13 @@
 #include "codecs/FlacEncoder.h"
 #include "codecs/MpcEncoder.h"
 #include "codecs/WavDecoders.h"
+#include "codecs/tagging/SimpleTags.h"
 
 #include <array>
 
 namespace Sonmira {
 
 using Id3Bytes = std::array<char, 128>;
-
-// What is written at one go into the tag of an output of OutputTag::OfPage.
-struct SimpleTag {
-    QString Artist;
-    QString Album;
-    QString Title;
-    QString Comment;
-    QString Genre;
-    QString Year;
-    QString Track;
-};
 
 // The functions for Monkey's Audio as one component. For what each does see ApeFunctions.h.
 class ApeCodec {
@@ -41,7 +31,7 @@ public:
     virtual void GetID3Tag(const QString& path, Id3Bytes& block) { Sonmira::GetID3Tag(path, block); }
     virtual qint32 GetDurationTrack(const QString& path) { return Sonmira::GetDurationTrack(path); }
     // Over what an earlier tag says.
-    virtual void TagFileSimple(const QString& path, const SimpleTag& tag) {
+    virtual void TagFileSimple(const QString& path, const SimpleTagFields& tag) {
         constexpr qint32 ClearFirst = 1;
         constexpr qint32 UseOldId3 = 1;
         Sonmira::TagFileSimple(path, tag.Artist, tag.Album, tag.Title, tag.Comment, tag.Genre, tag.Year,

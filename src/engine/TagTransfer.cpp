@@ -147,7 +147,7 @@ void WritePanelTag(const Run& run, RunView& view, ApeCodec& ape, const QString& 
     // The genre on the page decides only where the genre comes from; where it is no number, no tag is
     // written.
     const double number = ToNumber(panel.Genre);
-    SimpleTag tag;
+    SimpleTagFields tag;
     tag.Artist = panel.Artist;
     tag.Album = panel.Album;
     tag.Comment = panel.Comment;
