@@ -6,8 +6,6 @@
 #include <QList>
 
 #include <dirent.h>
-#include <dlfcn.h>
-#include <link.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -43,24 +41,6 @@ QString ExistingFolder(const QByteArray& native) {
 QString FolderOfFile(const QByteArray& native) {
     const qsizetype separator = native.lastIndexOf('/');
     return separator < 0 ? QString() : FromNative(native.first(std::max<qsizetype>(separator, 1)));
-}
-
-QString ResolvedFolderOfFile(const char* native) {
-    const std::unique_ptr<char, decltype(&free)> resolved(realpath(native, nullptr), &free);
-    return resolved ? FolderOfFile(resolved.get()) : QString();
-}
-
-// The folder of the C library, which is the one that the loader searches for libraries of its own kind.
-QString LibraryFolder() {
-    void* library = dlopen("libc.so.6", RTLD_LAZY | RTLD_NOLOAD);
-    if (library == nullptr) return {};
-    const link_map* map = nullptr;
-    QString folder;
-    if (dlinfo(library, RTLD_DI_LINKMAP, static_cast<void*>(&map)) == 0 && map != nullptr) {
-        folder = ResolvedFolderOfFile(map->l_name);
-    }
-    dlclose(library);
-    return folder;
 }
 
 // What stands between the quotes of a line XDG_DESKTOP_DIR="...", as a shell would read it. The file may
@@ -117,7 +97,9 @@ QString DesktopFolder() {
 }
 
 QString EncoderSystemFolder() {
-    return overriddenEncoderFolder.isEmpty() ? LibraryFolder() : overriddenEncoderFolder;
+    if (!overriddenEncoderFolder.isEmpty()) return overriddenEncoderFolder;
+    const QString programs = ProgramFolder();
+    return programs.first(std::max<qsizetype>(programs.lastIndexOf(u'\\'), 0)) + u"\\lib\\sonmira"_s;
 }
 
 void OverrideEncoderSystemFolder(const QString& folder) {

@@ -21,7 +21,8 @@ QString ApplicationDataFolder();
 // The XDG desktop folder where it exists, else the home folder; empty when there is neither.
 QString DesktopFolder();
 
-// The folder of the dynamic loader, in which the MP3 encoder library must lie. Ends without a backslash.
+// The library folder of the program, in which the MP3 encoder library must lie: lib/sonmira beside the folder
+// of the running program, as in /usr/bin and /usr/lib/sonmira. Ends without a backslash.
 QString EncoderSystemFolder();
 // For tests: makes EncoderSystemFolder answer `folder`; the empty text goes back to the real one.
 void OverrideEncoderSystemFolder(const QString& folder);

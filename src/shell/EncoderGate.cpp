@@ -8,7 +8,7 @@ namespace Sonmira {
 using namespace Qt::StringLiterals;
 
 bool IsLameInstalled() {
-    return FileExists(WithBackslash(EncoderSystemFolder()) + u"libmp3lame.so.0"_s);
+    return FileExists(WithBackslash(EncoderSystemFolder()) + u"lame_enc.dll"_s);
 }
 
 }  // namespace Sonmira

@@ -17,12 +17,18 @@ namespace fs = std::filesystem;
 // The floor of each room, from the ground up. A widgets half stands on the floor of its plain half and
 // may use what other widgets halves below it offer. Rooms of one floor do not see each other.
 const std::map<std::string, int> Floors = {
-    {"platform", 0},        {"kit", 10},           {"codecs/sound", 20}, {"codecs/wav", 21},
-    {"codecs/mp3", 21},     {"codecs/vorbis", 21}, {"codecs/wma", 21},   {"codecs/flac", 21},
-    {"codecs/mpc", 21},     {"codecs/read", 22},   {"codecs/write", 22}, {"codecs/ape", 23},
-    {"codecs/tagging", 23}, {"codecs", 24},        {"shell", 30},        {"library", 40},
-    {"engine", 50},         {"formats", 60},       {"tags", 60},         {"ui", 70},
-    {"compact", 70},        {"app", 80},
+    {"platform", 0},      {"kit", 10},
+    {"codecs/sound", 20}, {"codecs/wav", 21},
+    {"codecs/mp3", 21},   {"codecs/vorbis", 21},
+    {"codecs/wma", 21},   {"codecs/flac", 21},
+    {"codecs/mpc", 21},   {"codecs/lame", 22},
+    {"codecs/read", 22},  {"codecs/write", 22},
+    {"codecs/ape", 23},   {"codecs/tagging", 23},
+    {"codecs", 24},       {"shell", 30},
+    {"library", 40},      {"engine", 50},
+    {"formats", 60},      {"tags", 60},
+    {"ui", 70},           {"compact", 70},
+    {"app", 80},
 };
 
 // Folders that never see a widget, those of which only the widgets half does, and those that are nothing but

@@ -120,15 +120,53 @@ TEST_F(Journey, ASettingsFileEditedByHandSurvives) {
     EXPECT_TRUE(after.contains("Modepath=FALSE"));
 }
 
+// A copy of the program with what belongs to it, in a tree of its own.
+QByteArray CopyOfTheProgram(const TestFolder& folder) {
+    folder.MakeFolder("bin");
+    EXPECT_EQ(RunTool({"cp", "-r", Program("sonmira"), Program("Lang"), folder.Native("bin")}).ExitCode, 0);
+    EXPECT_EQ(RunTool({"cp", "-r", Program("../lib"), folder.Native()}).ExitCode, 0);
+    return folder.Native("bin/sonmira");
+}
+
 TEST_F(Journey, TheSettingsLieBesideTheProgramWhereTheirFolderIsMissing) {
     const TestFolder folder;
-    // A copy of the program, with its languages, in a folder of its own.
-    const ToolResult copied = RunTool({"cp", "-r", Program("sonmira"), Program("Lang"), folder.Native()});
-    ASSERT_EQ(copied.ExitCode, 0);
+    const QByteArray program = CopyOfTheProgram(folder);
     qputenv("XDG_CONFIG_HOME", folder.Native("no such folder"));
-    const ToolResult closed = Play(TakeTheMarkedLanguage + Quit, folder.Native("sonmira"));
+    const ToolResult closed = Play(TakeTheMarkedLanguage + Quit, program);
     ASSERT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
-    EXPECT_TRUE(ContentOf(folder.Native("Sonmira.ini")).contains("Format=Mp3"));
+    EXPECT_TRUE(ContentOf(folder.Native("bin/Sonmira.ini")).contains("Format=Mp3"));
+}
+
+const QByteArray CloseNotice = "press '^Lame Encoder$' alt+F4 gone '^Lame Encoder$'; ";
+
+// Other libraries of the program bring LAME's with them, so that only the encoder's own file can tell.
+TEST_F(Journey, TheEncodersFileOpensTheGateAtTheNextStart) {
+    const TestFolder folder;
+    const QByteArray program = CopyOfTheProgram(folder);
+    const QByteArray file = folder.Native("lib/sonmira/lame_enc.dll");
+    const QByteArray encoder = ContentOf(file);
+    const auto formatAfter = [&](const QByteArray& script) {
+        std::filesystem::remove_all(qgetenv("XDG_CONFIG_HOME").toStdString() + "/SonmiraPack");
+        const ToolResult closed = Play(script + TakeTheMarkedLanguage + Quit, program);
+        EXPECT_EQ(closed.ExitCode, 0) << closed.Errors.constData();
+        const QByteArray settings = SettingsContent();
+        return settings.mid(settings.indexOf("\nFormat=") + 8).split('\n').first();
+    };
+    EXPECT_EQ(formatAfter({}), "Mp3");
+    std::filesystem::remove(file.toStdString());
+    EXPECT_EQ(formatAfter(CloseNotice), "Wav") << "nothing there";
+    folder.MakeFolder("lib/sonmira/lame_enc.dll");
+    EXPECT_EQ(formatAfter(CloseNotice), "Wav") << "a folder of its name";
+    std::filesystem::remove(file.toStdString());
+    const QByteArray put = "cp '" + Program("../lib/sonmira/lame_enc.dll") + "' '" + file + "'; ";
+    EXPECT_EQ(formatAfter("wait_for '^Lame Encoder$'; " + put + CloseNotice), "Mp3")
+        << "put there while the notice stands, before the list is filled";
+    EXPECT_EQ(formatAfter({}), "Mp3") << "no notice any more";
+    folder.MakeFile("lib/sonmira/lame_enc.dll", "no library");
+    EXPECT_EQ(formatAfter({}), "Mp3") << "a file is looked for, not into";
+    folder.MakeFile("lib/sonmira/lame_enc.dll",
+                    QByteArray(encoder).replace("libmp3lame.so.0", "libmp3lame.no.0"));
+    EXPECT_EQ(formatAfter({}), "Mp3") << "its own library gone";
 }
 
 TEST_F(Journey, ADragFromAnotherProgramBringsInWhatTheDropTakes) {

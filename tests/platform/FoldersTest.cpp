@@ -125,11 +125,10 @@ TEST_F(DesktopFolderTest, IsNothingWithoutAHome) {
     EXPECT_EQ(DesktopFolder(), QString());
 }
 
-TEST(Folders, TheEncodersFolderHoldsTheLibraryThatEveryProgramLoads) {
-    const QByteArray folder = ToNative(EncoderSystemFolder());
-    EXPECT_TRUE(NativeExists(folder + "/libc.so.6")) << folder.constData();
-    EXPECT_EQ(std::filesystem::canonical(folder.toStdString()).string(), folder.toStdString());
-    EXPECT_FALSE(folder.endsWith('/'));
+TEST(Folders, TheEncodersFolderIsTheProgramsLibraryFolderBesideThatOfPrograms) {
+    const auto programs = std::filesystem::path(ToNative(ProgramFolder()).toStdString());
+    EXPECT_EQ(ToNative(EncoderSystemFolder()).toStdString(),
+              (programs.parent_path() / "lib" / "sonmira").string());
 }
 
 TEST(Folders, TheEncodersFolderCanBeReplaced) {

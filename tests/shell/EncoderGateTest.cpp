@@ -21,39 +21,41 @@ protected:
 
 TEST_F(EncoderGate, OpensForTheLibraryInTheSystemFolder) {
     EXPECT_FALSE(IsLameInstalled());
-    Folder.MakeFile("libmp3lame.so.0");
+    Folder.MakeFile("lame_enc.dll");
     EXPECT_TRUE(IsLameInstalled());
 }
 
 TEST_F(EncoderGate, LooksAfreshEachTime) {
-    Folder.MakeFile("libmp3lame.so.0");
+    Folder.MakeFile("lame_enc.dll");
     EXPECT_TRUE(IsLameInstalled());
-    fs::remove(Folder.Native("libmp3lame.so.0").toStdString());
+    fs::remove(Folder.Native("lame_enc.dll").toStdString());
     EXPECT_FALSE(IsLameInstalled());
 }
 
 TEST_F(EncoderGate, TakesASystemFolderWithABackslash) {
-    Folder.MakeFile("libmp3lame.so.0");
+    Folder.MakeFile("lame_enc.dll");
     OverrideEncoderSystemFolder(Folder.Path() + u'\\');
     EXPECT_TRUE(IsLameInstalled());
 }
 
 TEST_F(EncoderGate, TakesALinkToTheLibraryButNoDanglingOne) {
-    fs::create_symlink("libmp3lame.so.0.0.0", Folder.Native("libmp3lame.so.0").toStdString());
+    fs::create_symlink("lame_enc-3.dll", Folder.Native("lame_enc.dll").toStdString());
     EXPECT_FALSE(IsLameInstalled());
-    Folder.MakeFile("libmp3lame.so.0.0.0");
+    Folder.MakeFile("lame_enc-3.dll");
     EXPECT_TRUE(IsLameInstalled());
 }
 
 TEST_F(EncoderGate, StaysShutForAFolderOfThatName) {
-    Folder.MakeFolder("libmp3lame.so.0");
+    Folder.MakeFolder("lame_enc.dll");
     EXPECT_FALSE(IsLameInstalled());
 }
 
 TEST_F(EncoderGate, StaysShutForAHiddenOrOtherFile) {
-    Folder.MakeFile(".libmp3lame.so.0");
-    Folder.MakeFile("libmp3lame.so");
-    Folder.MakeFile("LIBMP3LAME.SO.0");
+    Folder.MakeFile(".lame_enc.dll");
+    Folder.MakeFile("lame_enc");
+    Folder.MakeFile("libmp3lame.so.0");
+    Folder.MakeFile("LAME_ENC.DLL");
+    Folder.MakeFile("Lame_enc.dll");
     EXPECT_FALSE(IsLameInstalled());
 }
 

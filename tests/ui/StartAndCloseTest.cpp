@@ -141,13 +141,13 @@ TEST_F(StartAndClose, ASavedWmaNeedsNoMp3Encoder) {
 }
 
 TEST_F(StartAndClose, AnEncoderThatComesWhileTheWindowIsOpenIsOfferedAtTheNextStart) {
-    const QString library = EncoderSystemFolder() + u"\\libmp3lame.so.0"_s;
+    const QString library = EncoderSystemFolder() + u"\\lame_enc.dll"_s;
     TakeEncoderAway();
     Open();
     const QStringList formats = Formats();
     EXPECT_FALSE(formats.contains(u"Mp3"_s));
     std::filesystem::create_symlink(ToNative(library).toStdString(),
-                                    Folder.Native("no-encoder/libmp3lame.so.0").toStdString());
+                                    Folder.Native("no-encoder/lame_enc.dll").toStdString());
     UseTheWindow();
     EXPECT_EQ(Formats(), formats);
     Panel().ComboOutFormat->SelectText(u"Mp3"_s);
@@ -191,9 +191,16 @@ TEST_F(StartAndClose, ALanguageFileThatIsTooShortEndsInTheFailureReport) {
 }
 
 // Files of the format before, under the name of this one, are what nobody wants.
-TEST_F(StartAndClose, AnEncoderLibraryThatCannotBeLoadedLeavesMp3SelectedAndEveryFileFails) {
+class BrokenEncoder : public StartAndClose, public ::testing::WithParamInterface<const char*> {};
+
+TEST_P(BrokenEncoder, LeavesMp3SelectedAndEveryFileFails) {
+    QByteArray encoder = ContentOf(ToNative(EncoderSystemFolder() + u"\\lame_enc.dll"_s));
+    ASSERT_TRUE(encoder.contains("libmp3lame.so.0"));
+    if (GetParam() == std::string("NoLibrary")) encoder = "no library";
+    if (GetParam() == std::string("CutOff")) encoder.truncate(encoder.size() / 2);
+    if (GetParam() == std::string("ItsOwnLibraryGone")) encoder.replace("libmp3lame.so.0", "libmp3lame.no.0");
     OverrideEncoderSystemFolder(Folder.MakeFolder("broken-encoder"));
-    Folder.MakeFile("broken-encoder/libmp3lame.so.0", "no library");
+    Folder.MakeFile("broken-encoder/lame_enc.dll", encoder);
     Folder.MakeFile("Music/song.wav", WavOf(MakeTone(44100, 2, 44100, 440), WavKind::Signed16));
     Open();
     EXPECT_EQ(Format(), u"Mp3"_s) << "at a first start";
@@ -216,6 +223,9 @@ TEST_F(StartAndClose, AnEncoderLibraryThatCannotBeLoadedLeavesMp3SelectedAndEver
     Window->StartRun();
     EXPECT_TRUE(NativeExists(Folder.Native("out/Music/song.wav"))) << "the others go on working";
 }
+
+INSTANTIATE_TEST_SUITE_P(Kinds, BrokenEncoder, ::testing::Values("NoLibrary", "CutOff", "ItsOwnLibraryGone"),
+                         [](const auto& kind) { return kind.param; });
 
 TEST_F(StartAndClose, ASavedWmaWithoutItsSupportBecomesMp3) {
     Save(u"Format"_s, u"Wma"_s);

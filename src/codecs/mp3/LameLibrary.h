@@ -1,19 +1,19 @@
 #pragma once
 
+#include "codecs/mp3/LameEncoding.h"
 #include "codecs/mp3/Mp3Parameters.h"
 #include "codecs/sound/AudioBlock.h"
 
 #include <memory>
 
-struct lame_global_struct;
-
 namespace Sonmira {
 
 // The MP3 encoder library of the system folder, loaded at run time. It is a gate of its own: without the
-// library everything else works, so nothing here is ever linked.
+// library everything else works, so nothing of it is ever linked. It is our module over LAME (codecs/lame).
 class LameLibrary {
 public:
-    // The library, or null when the system folder holds none or it lacks a function that is needed.
+    // The library, or null when the system folder holds none or one that cannot be loaded: a file of another
+    // kind or not yet whole, a module of another version, one whose own libraries are gone.
     static std::shared_ptr<const LameLibrary> Load();
 
     ~LameLibrary();
@@ -22,9 +22,10 @@ public:
 
 private:
     friend class LameStream;
-    struct Functions;
-    explicit LameLibrary(std::unique_ptr<Functions> functions);
-    std::unique_ptr<Functions> Call;
+    LameLibrary(void* module, OpenLameEncoding* open);
+
+    void* Module;
+    OpenLameEncoding* Open;
 };
 
 // One encoder for one stream, with the tag that tells players where the sound begins and ends. What the
@@ -32,9 +33,6 @@ private:
 class LameStream {
 public:
     LameStream(std::shared_ptr<const LameLibrary> library, const Mp3Parameters& parameters);
-    ~LameStream();
-    LameStream(const LameStream&) = delete;
-    LameStream& operator=(const LameStream&) = delete;
 
     // Both append to `mp3`. The block holds whole frames of the format; 16-bit samples are taken as they
     // are, others as floats that are limited to full scale.
@@ -45,13 +43,10 @@ public:
     std::vector<std::byte> TagFrame() const;
 
 private:
-    void SetUp(const Mp3Parameters& parameters);
-    void SetUpRates(const Mp3Parameters& parameters);
-    void SetUpFilters(const Mp3Parameters& parameters);
     int EncodeSamples(const AudioBlock& block, unsigned char* mp3, int room);
 
     std::shared_ptr<const LameLibrary> Library;
-    lame_global_struct* Encoder;
+    std::unique_ptr<LameEncoding> Encoder;  // goes before the library, whose code it is
     int Channels;
 };
 

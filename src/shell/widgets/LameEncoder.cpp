@@ -74,7 +74,7 @@ void LameEncoder::LayOut() {
     image1->setObjectName(u"Image1"_s);
     image1->setPixmap(OwnIcon(u"missing-encoder").pixmap(QSize(48, 48), devicePixelRatioF()));
     auto* own = Text(this, u"LabelOwn"_s,
-                     u"Here the library is the file libmp3lame.so.0, of the package libmp3lame0."_s);
+                     u"Here the file comes with the program itself; it needs the package libmp3lame0."_s);
 
     auto* texts = new QVBoxLayout;
     for (QWidget* row : {Label1, Label6, Label2}) texts->addWidget(row);
