@@ -1,6 +1,7 @@
 #include "MainWindowTest.h"
 #include "platform/Folders.h"
 #include "shell/widgets/Events.h"
+#include "shell/widgets/LameEncoder.h"
 #include "shell/widgets/LanguageChoice.h"
 #include "shell/widgets/Main.h"
 #include "ui/TabStrip.h"
@@ -44,6 +45,8 @@ protected:
         const ModalAnswer notice(u"LameEncoder"_s, [&](QWidget& window) {
             NoticesSeen += 1;
             LogoBesideNotice = LogoIsThere();
+            NoticeTexts.clear();
+            for (const QLabel* label : window.findChildren<QLabel*>()) NoticeTexts.append(label->text());
             window.close();
         });
         Sonmira::Main([this] {
@@ -68,6 +71,7 @@ protected:
     std::function<void()> RealEnd = ProgramEnd();
     int PickersSeen = 0;
     int NoticesSeen = 0;
+    QStringList NoticeTexts;
     bool LogoBesidePicker = false;
     bool LogoBesideNotice = false;
 };
@@ -281,6 +285,29 @@ TEST_F(FirstStart, WithoutTheEncoderTheNoticeStandsBesideTheLogoAtEveryStart) {
         Window.reset();
     }
     EXPECT_TRUE(LogoBesideNotice);
+}
+
+TEST_F(FirstStart, TheNoticeIsTheSameInAllLanguages) {
+    OverrideEncoderSystemFolder(Folder.MakeFolder("no-encoder"));
+    QStringList first;
+    for (int place = 0; place < 7; ++place) {
+        Folder.MakeFile("config/SonmiraPack/Sonmira.ini",
+                        "[LANGUE]\nVALUE= " + QByteArray::number(place) + "\n");
+        Start();
+        EXPECT_EQ(NoticesSeen, place + 1);
+        EXPECT_TRUE(Window->LanguageItems().Item(place)->isChecked());
+        if (place == 0) first = NoticeTexts;
+        EXPECT_EQ(NoticeTexts, first) << place;
+        // Once more, now that the language is there.
+        const ModalAnswer later(u"LameEncoder"_s, [&](QWidget& window) {
+            EXPECT_EQ(static_cast<LameEncoder&>(window).Label1->text(),
+                      first.filter(u"not found"_s).value(0));
+            window.close();
+        });
+        LameEncoder::ShowNotice();
+        Window.reset();
+    }
+    EXPECT_FALSE(first.filter(QString::fromUtf8(Folder.Native("no-encoder/"))).isEmpty());
 }
 
 TEST_F(FirstStart, ASavedPlaceBeyondTheMenuLoadsNoFile) {
