@@ -5,10 +5,10 @@
 // turn, each in a process of its own. Prints the median seconds and the ratio component/tool (below 1 the
 // component is faster). ROUTE limits the run to routes of those names.
 #include "BenchSupport.h"
-#include "codecs/WavDecoders.h"
 #include "codecs/AudioFile.h"
 #include "codecs/FlacEncoder.h"
 #include "codecs/MpcEncoder.h"
+#include "codecs/WavDecoders.h"
 #include "platform/Failure.h"
 #include "platform/Paths.h"
 

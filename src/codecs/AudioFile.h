@@ -63,8 +63,8 @@ public:
     // Whether Vorbis has such a stream, in kbit a second; a minimum or maximum of 0 is none.
     bool IsFormatOggVorbisAvailable(int frequency, int channels, int nominal, int minimum, int maximum) const;
 
-    // Windows Media Audio in the format of that number, 1 to 51 (wma/WmaWriter.h). Refused while WMA support is
-    // off.
+    // Windows Media Audio in the format of that number, 1 to 51 (wma/WmaWriter.h). Refused while WMA support
+    // is off.
     void SelectWmaFormat(int number);
 
     // Switches WMA support; it is on unless switched off. Without it WMA files are refused by OpenForRead,

@@ -3,8 +3,8 @@
 #include "FuzzTarget.h"
 #include "codecs/ApeFunctions.h"
 #include "codecs/AudioFile.h"
-#include "codecs/WavDecoders.h"
 #include "codecs/FlacEncoder.h"
+#include "codecs/WavDecoders.h"
 #include "support/TestAudio.h"
 #include "support/TestFolder.h"
 

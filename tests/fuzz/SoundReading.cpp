@@ -2,8 +2,8 @@
 // MP4, ASF, Ogg, FLAC, Musepack and the other kinds of Seeds.cpp.
 #include "FuzzTarget.h"
 #include "Seeds.h"
-#include "codecs/WavDecoders.h"
 #include "codecs/AudioFile.h"
+#include "codecs/WavDecoders.h"
 #include "platform/Failure.h"
 #include "support/TestFolder.h"
 
