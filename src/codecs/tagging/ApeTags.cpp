@@ -32,9 +32,7 @@ public:
         if (!Old.isEmpty()) ChangeId3v1(Old, ValuesOf(now), ValuesOf(Changed(now, changes)));
         const QByteArray tag = Items.Bytes();
         const QByteArray end = tag + Old;
-        Stream.insert(TagLib::ByteVector(end.constData(), static_cast<unsigned>(end.size())),
-                      static_cast<unsigned long>(Stream.length() - before),
-                      static_cast<unsigned long>(before));
+        Stream.Replace(Stream.length() - before, before, end);
         Size = tag.size();
         Stream.CheckWrites();
         return true;

@@ -76,8 +76,7 @@ public:
             Set(ToFileText(key), Front(now, key), texts.isEmpty() ? QString() : FromTagText(texts.front()));
         if (!Objects.Has(TrackName)) Objects.SetValue(TrackName, Front(Changed(now, changes), TrackKey));
         const QByteArray header = Objects.Bytes();
-        Stream.insert(TagLib::ByteVector(header.constData(), static_cast<unsigned>(header.size())), 0,
-                      static_cast<unsigned long>(Objects.Size()));
+        Stream.Replace(0, Objects.Size(), header);
         Stream.CheckWrites();
         Objects = AsfObjects(Stream);
         return true;

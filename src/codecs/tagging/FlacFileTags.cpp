@@ -15,10 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TagLib::ByteVector Vector(const QByteArray& bytes) {
-    return {bytes.constData(), static_cast<unsigned>(bytes.size())};
-}
-
 class FlacFileTags : public TaggedFile {
 public:
     explicit FlacFileTags(const QByteArray& file) : Stream(file), Blocks(Stream), AtEnd(Id3v1AtEnd(Stream)) {
@@ -63,8 +59,7 @@ public:
         // A conversion reads these blocks, too, which must not go on to say what was changed.
         if (!AtEnd.isEmpty()) {
             ChangeId3v1(AtEnd, now, wanted);
-            Stream.insert(Vector(AtEnd), static_cast<unsigned long>(Stream.length() - AtEnd.size()),
-                          static_cast<unsigned long>(AtEnd.size()));
+            Stream.Replace(Stream.length() - AtEnd.size(), AtEnd.size(), AtEnd);
         }
         WriteBlocks(now, wanted);
         Stream.CheckWrites();
@@ -141,8 +136,7 @@ private:
             add(FlacPadding, QByteArray(fits ? left - HeadSize : NewPadding, '\0'));
         }
         bytes[last] = static_cast<char>(bytes[last] | 0x80);
-        Stream.insert(Vector(bytes), static_cast<unsigned long>(Blocks.Start),
-                      static_cast<unsigned long>(room));
+        Stream.Replace(Blocks.Start, room, bytes);
         Blocks = FlacBlocks(Stream);
     }
 

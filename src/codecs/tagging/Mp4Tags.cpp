@@ -7,6 +7,7 @@
 #include <mp4file.h>
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 namespace Sonmira {
@@ -14,6 +15,20 @@ namespace Sonmira {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// What an atom says of itself is a variable in TagLib 1 and a function in TagLib 2; std::invoke reads both.
+qint64 OffsetOf(const TagLib::MP4::Atom& atom) {
+    return std::invoke(&TagLib::MP4::Atom::offset, atom);
+}
+qint64 LengthOf(const TagLib::MP4::Atom& atom) {
+    return std::invoke(&TagLib::MP4::Atom::length, atom);
+}
+const TagLib::ByteVector& NameIn(const TagLib::MP4::Atom& atom) {
+    return std::invoke(&TagLib::MP4::Atom::name, atom);
+}
+const TagLib::MP4::AtomList& ChildrenOf(const TagLib::MP4::Atom& atom) {
+    return std::invoke(&TagLib::MP4::Atom::children, atom);
+}
 
 [[noreturn]] void RefuseTag(const QString& reason) {
     throw Failure(FailureNumber::Component, reason);
@@ -61,8 +76,8 @@ public:
         if (!Saved(File.save())) return false;
         TagLib::MP4::Atoms atoms(&File);
         const TagLib::MP4::Atom* const room = atoms.find("moov", "udta", "meta", "ilst");
-        if (room == nullptr || room->length != list.size() + Mp4HeadSize) return false;
-        Stream.seek(room->offset + Mp4HeadSize, TagLib::IOStream::Beginning);
+        if (room == nullptr || LengthOf(*room) != list.size() + Mp4HeadSize) return false;
+        Stream.seek(OffsetOf(*room) + Mp4HeadSize, TagLib::IOStream::Beginning);
         Stream.writeBlock(TagLib::ByteVector(list.constData(), static_cast<unsigned>(list.size())));
         return Saved(true);
     }
@@ -73,20 +88,21 @@ private:
         const TagLib::MP4::Atom* const list = atoms.find("moov", "udta", "meta", "ilst");
         if (list == nullptr) return;
         qint64 size = Mp4HeadSize;
-        for (const TagLib::MP4::Atom* atom : list->children) {
-            Items.Add({QByteArray(atom->name.data(), 4), Stream.Bytes(atom->offset, atom->length)});
-            size += atom->length;
+        for (const TagLib::MP4::Atom* atom : ChildrenOf(*list)) {
+            Items.Add({QByteArray(NameIn(*atom).data(), 4), Stream.Bytes(OffsetOf(*atom), LengthOf(*atom))});
+            size += LengthOf(*atom);
         }
-        IsListWhole = size == list->length;
+        IsListWhole = size == LengthOf(*list);
     }
 
     // The name by which the library knows an item: free-form items have their own inside, and a genre by
     // number becomes one by name.
     TagLib::String NameOf(const TagLib::MP4::Atom& atom) {
-        if (atom.name == "gnre") return {"\251gen", TagLib::String::Latin1};
-        if (atom.name != "----") return {atom.name, TagLib::String::Latin1};
+        if (NameIn(atom) == "gnre") return {"\251gen", TagLib::String::Latin1};
+        if (NameIn(atom) != "----") return {NameIn(atom), TagLib::String::Latin1};
         constexpr qint64 Most = 65536;
-        const QByteArray name = Mp4FreeName(Stream.Bytes(atom.offset, std::min<qint64>(atom.length, Most)));
+        const QByteArray name =
+            Mp4FreeName(Stream.Bytes(OffsetOf(atom), std::min<qint64>(LengthOf(atom), Most)));
         return {name.toStdString(), TagLib::String::UTF8};
     }
 
@@ -97,8 +113,8 @@ private:
         const TagLib::MP4::Atom* const list = atoms.find("moov", "udta", "meta", "ilst");
         if (list == nullptr) return;
         std::set<TagLib::String> seen;
-        for (const TagLib::MP4::Atom* atom : list->children) {
-            if (atom->name == "free") continue;
+        for (const TagLib::MP4::Atom* atom : ChildrenOf(*list)) {
+            if (NameIn(*atom) == "free") continue;
             const TagLib::String name = NameOf(*atom);
             if (!File.tag()->contains(name) || !seen.insert(name).second)
                 RefuseTag(u"The file holds a tag of a kind that would be lost"_s);

@@ -15,12 +15,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class MpegTags : public LibraryFile<TagLib::MPEG::File> {
+// Who makes the frames has to be said in TagLib 1, and goes without saying in TagLib 2.
+#if TAGLIB_MAJOR_VERSION >= 2
+using MpegFile = LibraryFile<TagLib::MPEG::File>;
+#else
+class MpegFile : public LibraryFile<TagLib::MPEG::File> {
+public:
+    explicit MpegFile(const QByteArray& file) : LibraryFile(file, TagLib::ID3v2::FrameFactory::instance()) {}
+};
+#endif
+
+class MpegTags : public MpegFile {
 public:
     explicit MpegTags(const QByteArray& file)
-        : LibraryFile(file, TagLib::ID3v2::FrameFactory::instance()),
-          FrontSize(Id3v2Size(Stream.Bytes(0, 10))),
-          Old(Id3v1AtEnd(Stream)) {
+        : MpegFile(file), FrontSize(Id3v2Size(Stream.Bytes(0, 10))), Old(Id3v1AtEnd(Stream)) {
         if (FrontSize > 0) Front = Id3v2Frames::Parse(Stream.Bytes(0, FrontSize));
     }
 
@@ -76,9 +84,7 @@ private:
         // The track that every save fills in is passed over there; one that was asked for is not.
         if (IsTrackCrowdedOut(tag) && values.Track != now.Track && values.Track > 1)
             throw Failure(FailureNumber::Component, u"The comment of the tag leaves no place for a track"_s);
-        const auto at = static_cast<unsigned long>(Stream.length() - Old.size());
-        Stream.insert(TagLib::ByteVector(tag.constData(), static_cast<unsigned>(tag.size())), at,
-                      static_cast<unsigned long>(Old.size()));
+        Stream.Replace(Stream.length() - Old.size(), Old.size(), tag);
         Old = tag;
         return true;
     }
@@ -89,8 +95,7 @@ private:
         if (!Front) Front.emplace();
         Front->Change(changes);
         const QByteArray tag = Front->All().isEmpty() ? QByteArray() : Front->Bytes(FrontSize);
-        Stream.insert(TagLib::ByteVector(tag.constData(), static_cast<unsigned>(tag.size())), 0,
-                      static_cast<unsigned long>(FrontSize));
+        Stream.Replace(0, FrontSize, tag);
         FrontSize = tag.size();
         return true;
     }

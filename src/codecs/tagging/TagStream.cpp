@@ -51,6 +51,11 @@ QByteArray TagStream::Bytes(qint64 place, qint64 size) {
     return bytes;
 }
 
+void TagStream::Replace(qint64 place, qint64 size, const QByteArray& bytes) {
+    insert(TagLib::ByteVector(bytes.constData(), static_cast<unsigned>(bytes.size())),
+           static_cast<TagPlace>(place), static_cast<unsigned long>(size));
+}
+
 void TagStream::CheckWrites() const {
     if (Error != 0) throw WritingFailure(Error);
 }
@@ -72,15 +77,16 @@ void TagStream::writeBlock(const TagLib::ByteVector& data) {
     Place += static_cast<long>(data.size());
 }
 
-void TagStream::insert(const TagLib::ByteVector& data, unsigned long start, unsigned long replace) {
+void TagStream::insert(const TagLib::ByteVector& data, TagPlace start, unsigned long replace) {
     const auto place = static_cast<long>(start);
     MoveEnd(place + static_cast<long>(replace), place + static_cast<long>(data.size()));
     WriteAt(place, data.data(), data.size());
     Place = place + static_cast<long>(data.size());
 }
 
-void TagStream::removeBlock(unsigned long start, unsigned long length) {
-    MoveEnd(static_cast<long>(start + length), static_cast<long>(start));
+void TagStream::removeBlock(TagPlace start, unsigned long length) {
+    const auto place = static_cast<long>(start);
+    MoveEnd(place + static_cast<long>(length), place);
 }
 
 void TagStream::seek(long offset, Position from) {

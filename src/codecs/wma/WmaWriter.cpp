@@ -70,7 +70,9 @@ void WriteAt(OutputState& state, std::span<const std::byte> bytes) {
     state.Position += size;
 }
 
-int WritePacket(void* opaque, uint8_t* bytes, int size) {
+// The bytes are constant from libavformat 61 on.
+template <class Byte>
+int WritePacket(void* opaque, Byte* bytes, int size) {
     auto& state = *static_cast<OutputState*>(opaque);
     try {
         WriteAt(state, std::as_bytes(std::span(bytes, static_cast<std::size_t>(size))));
