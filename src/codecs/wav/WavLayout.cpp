@@ -52,10 +52,9 @@ std::optional<RiffChunk> SoundChunk(const InputFile& file) {
     const QByteArray start = BytesAt(file, 0, RiffChunks::FirstChunk);
     if (!start.startsWith("RIFF") || !(start.endsWith("WAVE") || start.endsWith("XWMA"))) return {};
     RiffChunks chunks(BytesReaderOf(file));
-    while (const auto chunk = chunks.Next()) {
-        if (chunk->Name == "data") return chunk;
-    }
-    return {};
+    std::optional<RiffChunk> chunk = chunks.Next();
+    while (chunk && chunk->Name != "data") chunk = chunks.Next();
+    return chunk;
 }
 
 bool IsName(const QByteArray& name) {
