@@ -16,7 +16,8 @@ protected:
 
     // The copies that the card consists of, written out: header, body rows, footer.
     static QList<Copy> CopiesOf(const QSize& size, double scale) {
-        const CardBitmaps& bitmaps = CardBitmapsFor({scale}, CurrentPalette());
+        const DeviceGrid grid{scale};
+        const CardBitmaps& bitmaps = CardBitmapsFor(grid, CurrentPalette());
         const int end = OnScreen(size.width(), scale) - OnScreen(14, scale);
         QList<Copy> copies;
         const auto band = [&](int top, const QImage& left, const QImage& middle, const QImage& right) {

@@ -19,7 +19,8 @@ protected:
     // The copies that the bar consists of, written out: background from the left, its right end, then the
     // fill with the loop that ends where the value says.
     static QList<Copy> CopiesOf(int width, int value, double scale) {
-        const BarBitmaps& bitmaps = BarBitmapsFor({scale}, CurrentPalette());
+        const DeviceGrid grid{scale};
+        const BarBitmaps& bitmaps = BarBitmapsFor(grid, CurrentPalette());
         const auto at = [&](int x, int y) { return QPoint(OnScreen(x, scale), OnScreen(y, scale)); };
         QList<Copy> copies{{at(0, 0), bitmaps.VertGauche}};
         for (int x = 14; x < width; x += 14) copies.append({at(x, 0), bitmaps.VertMillieu});

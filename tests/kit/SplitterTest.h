@@ -23,7 +23,8 @@ protected:
         Control.SetChild1(QStringLiteral("Before"));
         Control.SetChild2(QStringLiteral("After"));
         Window.show();
-        QApplication::setActiveWindow(&Window);
+        Window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
         QObject::connect(&Control, &Splitter::Resize, [this] { ++Layouts; });
         Layouts = 0;
     }
