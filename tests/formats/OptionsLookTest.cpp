@@ -99,6 +99,15 @@ TEST_F(OptionsLook, TheTabKeyWalksThroughTheOggWindowInReadingOrder) {
     });
 }
 
+// The keyboard may be elsewhere for a moment, and the arrows do nothing there.
+bool HasKeyboard(QWidget& window, QWidget* control) {
+    return Becomes([&] {
+        window.activateWindow();
+        control->setFocus();
+        return control->hasFocus();
+    });
+}
+
 TEST_F(OptionsLook, TheTabKeyWalksThroughTheWavWindowAndArrowsThroughItsGroups) {
     Save(u"AudioConverter"_s, u"Format"_s, u"Wav"_s);
     Open();
@@ -106,7 +115,7 @@ TEST_F(OptionsLook, TheTabKeyWalksThroughTheWavWindowAndArrowsThroughItsGroups) 
         EXPECT_EQ(
             TabOrder(window, window.Option1->button(3)),
             (QStringList{u"44100 Hz"_s, u"Stéréo"_s, u"16 bits per sample"_s, u"Command2"_s, u"Command1"_s}));
-        window.Option1->button(3)->setFocus();
+        ASSERT_TRUE(HasKeyboard(window, window.Option1->button(3)));
         for (int n = 4; n < 12; ++n) {
             QTest::keyClick(window.focusWidget(), Qt::Key_Down);
             EXPECT_EQ(window.Option1->checkedId(), n);
@@ -121,12 +130,7 @@ TEST_F(OptionsLook, ThePresetsAreReachedByTheArrowKeys) {
     InMp3([](Mp3Options& window) {
         window.tabMP3->setCurrentIndex(4);
         QAbstractButton* const first = window.opPreset->button(1);
-        // The keyboard may be elsewhere for a moment, and the arrows do nothing there.
-        ASSERT_TRUE(Becomes([&] {
-            window.activateWindow();
-            first->setFocus();
-            return first->hasFocus();
-        }));
+        ASSERT_TRUE(HasKeyboard(window, first));
         for (int n = 0; n < 9; ++n) QTest::keyClick(window.focusWidget(), Qt::Key_Down);
         EXPECT_EQ(window.opPreset->checkedId(), 10);
         QTest::keyClick(window.focusWidget(), Qt::Key_Return);
