@@ -174,6 +174,8 @@ const AVFrame* SoundDecoder::Next() {
     while (true) {
         const int code = avcodec_receive_frame(codec, frame);
         if (code == 0) {
+            // What only primes the decoder comes out of newer libraries as sound.
+            if (Primes && Sent == 1) continue;
             if (frame->nb_samples > 0 && frame->sample_rate > 0 && frame->ch_layout.nb_channels > 0) {
                 Missing.Take(*frame);
                 return frame;
@@ -205,6 +207,7 @@ bool SoundDecoder::SendPacket() {
     // Such a stream is decoded in full, and cut where its page says.
     if (std::exchange(First, false) && codec->codec_id == AV_CODEC_ID_VORBIS && packet->pts == 0) {
         codec->flags2 |= AV_CODEC_FLAG2_SKIP_MANUAL;
+        Primes = true;
     }
     Missing.Read(*packet);
     const int code = avcodec_send_packet(codec, packet);

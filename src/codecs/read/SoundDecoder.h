@@ -93,6 +93,7 @@ private:
     MediaInput& Input;
     std::unique_ptr<Parts> Libraries;
     bool First = true;
+    bool Primes = false;  // the first packet, which holds no sound
     bool Draining = false;
     unsigned FailuresAtEnd = 0;
     qint64 Sent = 0;
