@@ -72,8 +72,10 @@ INSTANTIATE_TEST_SUITE_P(
         Made{"pcm.avi", Ffmpeg({"-c:a", "pcm_s16le"})}, Made{"mp3.avi", Ffmpeg({"-c:a", "libmp3lame"}), 1373},
         Made{"layer2.mp3", Ffmpeg({"-f", "mp2"}), 221}, Made{"mp3.wav", Ffmpeg({"-c:a", "libmp3lame"}), 1373},
         Made{"mulaw.wav", Ffmpeg({"-c:a", "pcm_mulaw"})},
-        Made{"adpcm.wav", Ffmpeg({"-c:a", "adpcm_ima_wav"}), 680}, Made{"u8.avi", Ffmpeg({"-c:a", "pcm_u8"})},
-        Made{"ac3.avi", Ffmpeg({"-c:a", "ac3"}), 1373}, Made{"layer2.avi", Ffmpeg({"-c:a", "mp2"}), 221}),
+        // Of whole blocks: not all releases of the tool count the rest of the last one in the head.
+        Made{"adpcm.wav", Ffmpeg({"-af", "apad=whole_len=100683", "-c:a", "adpcm_ima_wav"}), 680},
+        Made{"u8.avi", Ffmpeg({"-c:a", "pcm_u8"})}, Made{"ac3.avi", Ffmpeg({"-c:a", "ac3"}), 1373},
+        Made{"layer2.avi", Ffmpeg({"-c:a", "mp2"}), 221}),
     [](const auto& made) {
         std::string name = made.param.Name;
         for (char& c : name) c = c == '.' ? '_' : c;
